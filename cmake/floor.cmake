@@ -1,0 +1,23 @@
+# One target a floor. A floor's headers are reached through a link of its own ("link/analyze_cmd.h"), and a target sees
+# only the links of the floors it is built on: an include that goes up does not compile.
+function(expose_folder target folder)
+    get_filename_component(name ${folder} NAME)
+    set(view ${CMAKE_BINARY_DIR}/floors/${target})
+    file(MAKE_DIRECTORY ${view})
+    file(CREATE_LINK ${folder} ${view}/${name} SYMBOLIC)
+    target_include_directories(${target} PUBLIC ${view})
+endfunction()
+
+# add_floor(<name> [ON lower floors and libraries...]): the static library trunvex_<name> of all sources in the folder
+# <name> (not in its subfolders qt and sqlite, which are targets of their own).
+function(add_floor name)
+    cmake_parse_arguments(FLOOR "" "" "ON" ${ARGN})
+    file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp)
+    list(FILTER sources EXCLUDE REGEX "/platform/(qt|sqlite)/")
+    set(target trunvex_${name})
+    if(sources)
+        add_library(${target} STATIC ${sources})
+        target_link_libraries(${target} PUBLIC ${FLOOR_ON})
+        expose_folder(${target} ${CMAKE_CURRENT_SOURCE_DIR}/${name})
+    endif()
+endfunction()

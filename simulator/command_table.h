@@ -1,0 +1,38 @@
+#pragma once
+
+#include "simulator/request.h"
+
+#include <string_view>
+
+namespace simulator {
+
+using CommandHandler = void (*)(Request&);
+
+// The handler of a mnemonic, the first five characters of a line; null when the gateway does not know it.
+CommandHandler findCommand(std::string_view mnemonic);
+
+// Session and identity.
+void logIn(Request&);
+void setAdminPassword(Request&);
+void setUserPassword(Request&);
+void readEsn(Request&);
+void readActivePorts(Request&);
+// Clock and system.
+void readClock(Request&);
+void writeClock(Request&);
+void readSystem(Request&);
+void restart(Request&);
+void switchToModem(Request&);
+// E1 line.
+void readIsdn(Request&);
+void writeIsdn(Request&);
+void readIsdnCounters(Request&);
+void resetIsdnCounters(Request&);
+// Ports and B-channels.
+void readMonitor(Request&);
+void readPortStatus(Request&);
+void enablePort(Request&);
+void enableChannel(Request&);
+void readSlaveVersion(Request&);
+
+}  // namespace simulator

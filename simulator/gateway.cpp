@@ -1,0 +1,118 @@
+#include "simulator/gateway.h"
+
+#include "simulator/command_table.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace simulator {
+
+namespace {
+
+constexpr std::size_t mnemonicLength = 5;
+
+// A word between the console and a master PC, such as the good-bye that a console says whoever is there. A
+// gateway takes no notice.
+bool isForMaster(const std::string& line) {
+    return line.starts_with("SRV") && line.find(':') != std::string::npos;
+}
+
+}  // namespace
+
+Gateway::Gateway(GatewayOptions options)
+    : activeFaults(std::move(options.faults)),
+      random(options.seed),
+      faultDice(~options.seed),
+      keptState(random, options.start),
+      outbox(activeFaults.wire, options.seed + 1) {
+    keptState.accounts.adminPassword = std::move(options.adminPassword);
+    if (!options.esn.empty()) keptState.esn = std::move(options.esn);
+}
+
+void Gateway::linkUp() {
+    linkDown();
+    linked = true;
+}
+
+void Gateway::linkDown() {
+    linked = false;
+    restarting = false;
+    cutter.clear();
+    outbox.clear();
+    tries.clear();
+    lastReplyDue = currentTime;
+}
+
+void Gateway::receive(std::string_view bytes) {
+    if (!linked) return;
+    cutter.push(bytes, [this](const std::string& line) { receiveLine(line); });
+}
+
+void Gateway::advanceTo(std::chrono::milliseconds now) {
+    currentTime = std::max(currentTime, now);
+    outbox.advanceTo(
+        currentTime,
+        [this](std::string_view bytes) {
+            if (onOutput) onOutput(bytes);
+        },
+        [this] {
+            linkDown();
+            if (onHangUp) onHangUp();
+        });
+}
+
+std::optional<std::chrono::milliseconds> Gateway::nextDue() const {
+    return outbox.nextDue();
+}
+
+void Gateway::receiveLine(const std::string& line) {
+    received.push_back(line);
+    if (!linked || restarting || isForMaster(line)) return;
+    const ReplyFaults& how = activeFaults.of(std::string_view(line).substr(0, mnemonicLength));
+    if (hears(line, how)) carryOut(line, how);
+}
+
+void Gateway::say(std::string line) {
+    if (linked && !restarting) outbox.put(currentTime, std::move(line));
+}
+
+bool Gateway::hears(const std::string& line, const ReplyFaults& how) {
+    if (how.silent) return false;
+    if (how.answersOnTry <= 1) return true;
+    if (++tries[line] < how.answersOnTry) return false;
+    tries.erase(line);
+    return true;
+}
+
+void Gateway::carryOut(const std::string& line, const ReplyFaults& how) {
+    const std::string_view text = line;
+    const std::string_view mnemonic = text.substr(0, mnemonicLength);
+    Request request(text.substr(mnemonic.size()), keptState, currentTime);
+    const CommandHandler handler = findCommand(mnemonic);
+    if (how.refuse == Refusal::alarm)
+        request.refused();
+    else if (how.refuse == Refusal::error || !handler)
+        request.malformed();
+    else
+        handler(request);
+
+    if (request.restarts) {
+        restarting = true;
+        outbox.hangUpAt(currentTime + restartDelay);
+        return;
+    }
+    // The gateway works on one command after the other, so no reply overtakes the one before.
+    const std::chrono::milliseconds latency(
+        faultDice.between(how.latencyMin.count(), how.latencyMax.count()));
+    lastReplyDue = std::max(lastReplyDue, currentTime + latency);
+    for (std::string& answer : request.replies) reply(std::move(answer), lastReplyDue, how);
+}
+
+void Gateway::reply(std::string line, std::chrono::milliseconds due, const ReplyFaults& how) {
+    if (faultDice.chance(how.lost)) return;
+    if (faultDice.chance(how.late)) due += how.lateBy;
+    if (faultDice.chance(how.doubled)) outbox.put(due, line);
+    outbox.put(due, std::move(line));
+}
+
+}  // namespace simulator

@@ -1,0 +1,53 @@
+#include "simulator/gateway_state.h"
+
+#include <array>
+
+namespace simulator {
+
+namespace {
+
+std::chrono::sys_seconds someTime(Random& random) {
+    using namespace std::chrono;
+    return sys_days(year(2024) / January / 1) + minutes(random.between(0, 365 * 24 * 60 - 1));
+}
+
+void fitSims(Port& port, Random& random) {
+    const auto fitted = random.between(1, simsPerPort);
+    for (auto i = 0; i < fitted; ++i) {
+        Sim& sim = port.sims[static_cast<std::size_t>(i)];
+        sim.state = simReady;
+        sim.talkedSeconds = static_cast<int>(random.between(0, 600 * 60));
+    }
+}
+
+// A gateway in daily service: three slots in four have a module, most modules have a SIM and are registered.
+Port somePort(Random& random) {
+    static constexpr std::array<const char*, 3> networks{"NORTHCELL", "VIA MOBILE", "TELARO"};
+    Port port;
+    if (!random.chance(0.75)) return port;
+    port.module = '1';
+    port.enabled = random.chance(0.9);
+    port.slaveVersion = "2." + std::to_string(random.between(10, 14));
+    port.bcch = static_cast<int>(random.between(1, 124));
+    port.fixedBcch = random.chance(0.25);
+    if (!random.chance(0.9)) return port;
+    fitSims(port, random);
+    port.state = random.chance(0.85) ? registeredHome : registeredRoaming;
+    port.signal = static_cast<int>(random.between(8, 62));
+    port.network = networks[static_cast<std::size_t>(random.between(0, networks.size() - 1))];
+    return port;
+}
+
+}  // namespace
+
+GatewayState::GatewayState(Random& random, std::optional<std::chrono::sys_seconds> start)
+    : clock(start.value_or(someTime(random))) {
+    esn = "4" + padded(static_cast<int>(random.between(0, 9999999)), 7);
+    for (Port& port : ports) port = somePort(random);
+    // The first port is always in service, so that an operator finds something to look at.
+    while (ports[0].sims[0].state != simReady) ports[0] = somePort(random);
+    channels.fill(true);
+    for (int& counter : isdnCounters) counter = static_cast<int>(random.between(0, 40));
+}
+
+}  // namespace simulator

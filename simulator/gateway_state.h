@@ -1,0 +1,85 @@
+#pragma once
+
+#include "simulator/gateway_clock.h"
+#include "simulator/port_address.h"
+#include "simulator/random.h"
+
+#include <array>
+#include <chrono>
+#include <optional>
+#include <string>
+
+namespace simulator {
+
+// State codes that ports and SIMs report; the numbers are those of the wire.
+enum StateCode : int {
+    registeredHome = 23,
+    simAbsent = 26,
+    simReady = 40,
+    registeredRoaming = 50,
+};
+
+struct Sim {
+    int state = simAbsent;
+    int talkedSeconds = 0;
+};
+
+struct Port {
+    char module = '0';  // '1' is a GSM module in service, '0' an empty slot
+    bool enabled = true;
+    int state = simAbsent;
+    std::array<Sim, simsPerPort> sims;
+    bool fixedBcch = false;
+    int bcch = 0;
+    int signal = 0;  // 0 to 70, decibels above -111
+    std::string network;
+    bool dialling = false;
+    bool connected = false;
+    std::string slaveVersion;
+};
+
+// The E1 side, every value as it travels.
+struct IsdnRecord {
+    std::string ismVersion = "ISM 3.11";
+    std::string networkAccess = "8";
+    std::string synchronization = "4";
+    std::string incomingCalls = "2";
+    std::string countryCode = "1000";
+    std::string isdnVersion = "11";
+    std::string reserved1 = "0";
+    std::string reserved2 = "0";
+    std::string localNumber = "5550100";
+    std::string localSubAddress;
+    std::string typeOfNumber = "0";
+    std::string numberIdentification = "1";
+    std::string crcMode = "1";
+    std::string cableMode = "0";
+    std::string inCallMode = "0";
+    std::string alertTimer = "050";
+    std::string tail = "0";
+};
+
+// Counted since the last reset: signal lost, remote alarm, alarm indication, CRC errors, deactivations.
+using IsdnCounters = std::array<int, 5>;
+
+struct Accounts {
+    std::string adminPassword = "kestr";
+    std::string userPassword;  // empty: no user may log in
+    int userRights = 0;
+};
+
+struct GatewayState {
+    GatewayState(Random& random, std::optional<std::chrono::sys_seconds> start);
+
+    std::string esn;
+    std::string version = "4.37";
+    std::array<int, 3> lamps{2, 2, 2};  // com port, network, ISDN line: 0 red, 1 yellow, 2 green
+    Accounts accounts;
+    GatewayClock clock;
+    std::array<Port, portCount> ports;
+    std::array<bool, channelCount> channels;
+    IsdnRecord isdn;
+    IsdnCounters isdnCounters{};
+};
+
+}  // namespace simulator

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <deque>
+
+#include "config/model/shared_tables.h"
+#include "link/real_time_update.h"
+#include "widgets/fields.h"
+
+namespace trunvex {
+
+// The page "tsl", as far as the gateway's reports move it by themselves: which B-channels and ports are in use, and how
+// calls are allotted to them.
+class RoutingPage {
+public:
+    explicit RoutingPage(RealTimeUpdate& realTimeUpdate);
+
+    std::deque<CheckField> chkTSLChannel;   // 32: channels 1 to 30 and the two reserved lines
+    std::deque<TextField> txtTSLNumber;     // 32
+    std::deque<CheckField> chkTSLPort;      // 32, by port number - 1
+    std::deque<LabelField> lblTSLBch;       // 32
+    std::deque<TextField> txtTSLPRF;        // 32
+    CheckField chkTSLByPrefix{"chkTSLByPrefix", "By prefixes"};
+    ChoiceField optTSLMode{"optTSLMode", {"Static", "Cyclic", "Random"}};
+    LabelField lblAllocation{"lblAllocation"};  // the allocation mode in words, shown on the status board
+
+private:
+    void takeChannel(const Fields& fields);
+    void takePort(const Fields& fields);
+    void takeAllocation(const Fields& fields);
+};
+
+}  // namespace trunvex

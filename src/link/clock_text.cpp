@@ -1,0 +1,32 @@
+#include "link/clock_text.h"
+
+#include "text/text_rules.h"
+
+namespace trunvex {
+
+namespace {
+
+enum ClockPart { Day = 0, Month = 1, Year = 2, Hour = 4, Minute = 5, Second = 6 };
+
+}  // namespace
+
+std::string clockText(SessionState& session) {
+    auto& clock = session.gClockField;
+    for (const int part : {Year, Month, Day, Hour, Minute, Second})
+        clock[static_cast<std::size_t>(part)] = pad(clock[static_cast<std::size_t>(part)], 2, '0', PadSide::Left);
+    const auto date = clock[Year] + "-" + clock[Month] + "-" + clock[Day];
+    const auto time = clock[Hour] + ":" + clock[Minute] + ":" + clock[Second];
+    return date == "00-00-00" ? time : date + " " + time;
+}
+
+void advanceClock(SessionState& session) {
+    auto& clock = session.gClockField;
+    if (!isNumeric(clock[Hour]) || !isNumeric(clock[Minute]) || !isNumeric(clock[Second])) return;
+    const auto seconds = (val(clock[Hour]) * 3600 + val(clock[Minute]) * 60 + val(clock[Second]) + 1) % 86400;
+    const auto twoDigits = [](std::int64_t number) { return pad(std::to_string(number), 2, '0', PadSide::Left); };
+    clock[Hour] = twoDigits(seconds / 3600);
+    clock[Minute] = twoDigits(seconds / 60 % 60);
+    clock[Second] = twoDigits(seconds % 60);
+}
+
+}  // namespace trunvex

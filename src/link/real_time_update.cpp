@@ -1,0 +1,16 @@
+#include "link/real_time_update.h"
+
+#include "platform/quietly.h"
+
+namespace trunvex {
+
+void RealTimeUpdate::on(std::string key, Handler handler) {
+    handlers_.emplace_back(std::move(key), std::move(handler));
+}
+
+void RealTimeUpdate::operator()(std::string_view key, const Fields& fields) const {
+    for (const auto& [handledKey, handler] : handlers_)
+        if (handledKey == key) quietly("RealTimeUpdate", [&] { handler(fields); });
+}
+
+}  // namespace trunvex

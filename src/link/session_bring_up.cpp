@@ -1,0 +1,342 @@
+#include "link/session_bring_up.h"
+
+#include "text/text_rules.h"
+
+namespace trunvex {
+
+namespace {
+
+constexpr int inBufferBytes = 1024;
+constexpr int outBufferBytes = 512;
+constexpr int atOnceMs = 1;
+
+// The words the panel was made with: the tick of a log-on is half the first, that of the receive run the second.
+constexpr int panelWords[] = {100, 100, 100, 100, 50};
+
+struct ConnectionSwitch {
+    const char* kind;  // the session's kind that needs no switch
+    const char* command;
+    const char* followedBy;
+};
+
+constexpr ConnectionSwitch connectionSwitches[] = {
+    {"COM", "C_COM", nullptr}, {"NET", "C_NET", nullptr}, {"MDM", "C_MDM1", "C_RSM"}};
+constexpr int passwordsIndex = 3;
+constexpr int resetIndex = 4;
+
+}  // namespace
+
+SessionBringUp::SessionBringUp(Platform& platform, Settings& settings, Settings& history, SessionState& session,
+                               CSpooling& spool, ucProgress& panel, ActionField& connectButton, ReadQueue& reads,
+                               RefreshQueue& refreshes, WriteQueue& writes)
+    : platform_(platform), settings_(settings), history_(history), session_(session), spool_(spool), panel_(panel),
+      connectButton_(connectButton), reads_(reads), refreshes_(refreshes), writes_(writes),
+      ports_(platform, settings),
+      MSComm_(platform.makeSerialPort([this](int number) { return ports_.deviceOf(number); })),
+      wskNET_(platform.makeTcpSocket()) {
+    panel_.SetTimeOut(panelWords[0], panelWords[1], panelWords[2], panelWords[3], panelWords[4]);
+    panel_.stepped().connect([this](int mode, int value) { panelStep(mode, value); });
+    panel_.ended().connect([this](int mode) { panelEnd(mode); });
+    panel_.pauseBars().connect([this](bool pause) { refreshes_.ucCoolProgressBar.PauseProgress(pause); });
+    spool_.onSplAction().connect([this](int action) { spoolAction(action); });
+    spool_.peerLeft().connect([this] { peerLeft(); });
+    spool_.onNumLineFill().connect([this](const std::string& line) { noteFirstPolledLine(line); });
+    writes_.RecievingChange = [this] { RecievingChange(); };
+    writes_.ended().connect([this] { batchEnded(); });
+}
+
+void SessionBringUp::setPhase(SessionPhase phase) {
+    if (phase_ == phase) return;
+    phase_ = phase;
+    phaseChanged_.emit();
+}
+
+void SessionBringUp::ConnectChange(std::string_view command, bool forced) {
+    if (command == "connect") session_.sessionFlag = false;
+    if (command == "disconnect") session_.sessionFlag = true;
+    if (session_.sessionFlag) {
+        tearDown();
+        return;
+    }
+    if (forced && !chooseLink()) {
+        setPhase(SessionPhase::Idle);
+        return;
+    }
+    if (!session_.server) {
+        panel_.StartProgress("connecting");
+        connectButton_.setCaption("Disconnect");
+        armCallRecordTimer.emit();
+    }
+    session_.sessionFlag = true;
+    setPhase(session_.server ? SessionPhase::Listening : SessionPhase::Connecting);
+    spool_.FillBuffer();
+    if (session_.server && wskNET_->state() == TcpSocket::State::Closed) {
+        tearDown();  // the port can't be listened on, and nobody will call
+        panel_.setPanelText("Connection failed");
+    }
+}
+
+void SessionBringUp::tearDown() {
+    endBatches();
+    panel_.ProgressState = ucProgress::Write;
+    session_.gESN.clear();
+    panel_.EndProgress(ucProgress::Writing);
+    panel_.StartProgress("disconnect");
+    stopCallRecords.emit();
+    session_.gGotClock = false;
+    session_.gGotActivePorts = false;
+    session_.gGotESN = false;
+    session_.sessionFlag = false;
+    session_.firstDataFlag = false;
+    tornDown.emit();
+    connectButton_.setCaption("Connect");
+    spool_.Disconnect();
+    session_.gMasterSessionId.clear();
+    session_.gAccessRights.clear();
+    setPhase(SessionPhase::Idle);
+}
+
+void SessionBringUp::endBatches() {
+    reads_.abandon();
+    refreshes_.abandon();
+    writes_.abandon();
+}
+
+bool SessionBringUp::chooseLink() {
+    frmConnectionSelect dialog(platform_.dialogs(), settings_, history_, ports_);
+    setPhase(SessionPhase::Dialog);
+    if (showConnectionDialog)
+        showConnectionDialog(dialog);
+    else
+        dialog.cancel();
+    if (dialog.kind() == "ERR") return false;
+    session_.gConnType = dialog.kind();
+    session_.password = dialog.txtPass.text();
+    session_.workOnlyWithMonitor = dialog.chkReceivingMode.checked();
+    dialog.saveReceivingMode();
+    bindLink(dialog);
+    session_.gGotESN = false;
+    dialog.saveHistory();
+    return true;
+}
+
+void SessionBringUp::bindLink(frmConnectionSelect& dialog) {
+    dialog.saveLink();
+    if (dialog.kind() == "NET") {
+        session_.login = dialog.chkMasterLog.checked();
+        session_.server = dialog.chkSERVER.checked();
+        session_.unitID = dialog.txtUnitID.text();
+        addressChosen.emit(dialog.txtIP.text(), dialog.txtPort.text());
+        spool_.InitNET(*wskNET_, dialog.txtIP.text(), dialog.txtPort.text());
+        return;
+    }
+    session_.server = false;
+    if (dialog.isModem()) {
+        session_.optionalModemText = dialog.txtOptionalMdn.text();
+        session_.gModemPhone = dialog.txtPhone.text();
+    }
+    spool_.InitCOM(*MSComm_, dialog.rate() + ",n,8,1", dialog.portNumber(), inBufferBytes, outBufferBytes);
+}
+
+void SessionBringUp::dropSession() {
+    if (session_.sessionFlag) ConnectChange("", true);
+}
+
+void SessionBringUp::RecievingChange() {
+    if (!session_.sessionFlag) return;
+    session_.gGotESN = false;
+    WriteBatch batch;
+    batch.items = {command("C_CPW" + session_.password, "Login"), command("R_ESN", "Request ESN ID"),
+                   command("R_CLK", "Request Time"), command("R_PPR", "Request Active ports")};
+    batch.word = "start";
+    batch.firstText = "send data : ";
+    setPhase(SessionPhase::LogIn);
+    sessionStarted.emit();
+    writes_.begin(std::move(batch));
+}
+
+void SessionBringUp::StartLogin(std::string line, std::string expect, std::string caption, int timeoutMs) {
+    WriteBatch batch;
+    batch.items.push_back(command(std::move(line), std::move(caption)));
+    batch.items.front().Tag = std::move(expect);
+    batch.timeToWriteMs = timeoutMs;
+    batch.firstText = "Connect : ";
+    setPhase(SessionPhase::LogIn);
+    writes_.begin(std::move(batch));
+}
+
+void SessionBringUp::sessionStands() {
+    panel_.StartProgress("connected");
+    setPhase(SessionPhase::Connected);
+}
+
+// However the log-in batch ended, the session stands with what has come.
+void SessionBringUp::batchEnded() {
+    if (phase_ != SessionPhase::LogIn || !session_.sessionFlag) return;
+    setPhase(SessionPhase::Connected);
+    loggedIn.emit();
+}
+
+void SessionBringUp::spoolAction(int action) {
+    if (action == CSpooling::SocketClosed) {
+        panel_.setPanelText("NET Disconnected");
+        dropSession();
+    } else if (action == CSpooling::DsrChanged) {
+        dropSession();
+    } else if (action == CSpooling::SocketError || action == CSpooling::Trouble) {
+        connectionError();
+    }
+}
+
+void SessionBringUp::connectionError() {
+    spool_.Disconnect();
+    ConnectChange("disconnect", true);
+    panel_.setPanelText("Connection error");
+    if (linkDialogOpen_) return;  // the box that is open already asks what to do
+    linkDialogOpen_ = true;
+    const auto answer = platform_.dialogs().message(
+        {"Error: can't connect to the gateway ,please check your connection", "Error", ButtonSet::RetryCancel,
+         BoxIcon::Critical});
+    linkDialogOpen_ = false;
+    if (session_.sessionFlag) return;  // a new session was begun behind the box
+    if (answer == Button::Retry) {
+        spool_.Disconnect();
+        ConnectChange("connect", false);
+        panel_.setPanelText("Retrying Connecting...");
+    } else {
+        panel_.StartProgress("disconnect");
+        panel_.setPanelText("Connection failed");
+    }
+}
+
+// The gateway hung up on a listening console: its session is over, the next call begins anew.
+void SessionBringUp::peerLeft() {
+    endBatches();
+    panel_.EndProgress(ucProgress::Writing);
+    panel_.ProgressState = ucProgress::Write;
+    session_.gESN.clear();
+    session_.gGotESN = false;
+    session_.gGotClock = false;
+    session_.gGotActivePorts = false;
+    session_.firstDataFlag = false;
+    session_.gMasterSessionId.clear();
+    tornDown.emit();
+    setPhase(SessionPhase::Listening);
+}
+
+void SessionBringUp::panelStep(int mode, int value) {
+    switch (mode) {
+        case ucProgress::Connecting:
+            // What is left of the time to connect runs out at once, and its end finds the link up.
+            if (spool_.isConnected()) panel_.setProgressSpeed(ucProgress::Connecting, atOnceMs);
+            break;
+        case ucProgress::Receive:
+            receiveStep(value);
+            break;
+        case ucProgress::Writing: {
+            panel_.RestoreSpeed(ucProgress::Writing);
+            const auto* item = writes_.inFlight();
+            const bool marked = item && contains(item->Tag, "CMS");
+            writes_.writeQueue(marked ? std::string(item->Tag) : std::string());
+            break;
+        }
+        default:
+            break;
+    }
+}
+
+void SessionBringUp::panelEnd(int mode) {
+    panel_.pauseBars().emit(false);
+    switch (mode) {
+        case ucProgress::Connecting:
+            connectingEnded();
+            break;
+        case ucProgress::Logon:
+            sessionStands();
+            break;
+        case ucProgress::Receive:
+            receiveEnded();
+            break;
+        default:
+            break;
+    }
+}
+
+void SessionBringUp::connectingEnded() {
+    if (!spool_.isConnected()) {
+        connectingTimedOut();
+        return;
+    }
+    sessionStarted.emit();
+    connectButton_.setCaption("Disconnect");
+    connectButton_.setEnabled(true);
+    if (session_.gConnType == "MDM")
+        dialModem.emit();
+    else if (panel_.ProgressState != ucProgress::Start || !writes_.running())
+        logIn();
+}
+
+void SessionBringUp::logIn() {
+    resetTables.emit();
+    RecievingChange();
+}
+
+void SessionBringUp::connectingTimedOut() {
+    linkDialogOpen_ = true;
+    const auto answer = platform_.dialogs().message({"Error: Time out, unable to connect to the gateway!!", "Error",
+                                                     ButtonSet::RetryCancel, BoxIcon::Critical});
+    linkDialogOpen_ = false;
+    if (answer == Button::Retry) {
+        spool_.Disconnect();
+        ConnectChange("connect", false);
+        panel_.setPanelText("Retrying Connecting...");
+    } else {
+        dropSession();
+        panel_.setPanelText("Connection failed");
+    }
+}
+
+void SessionBringUp::rejectedByMaster() {
+    writes_.abandon();
+    panel_.EndProgress(ucProgress::Writing);
+    platform_.dialogs().message({"Rejected by PC Master .", "rejected", ButtonSet::Ok, BoxIcon::Critical});
+    dropSession();
+}
+
+void SessionBringUp::noteFirstPolledLine(const std::string& line) {
+    if (!contains(line, "MOD") && !contains(line, "BCH") && !contains(line, "SIM")) return;
+    session_.firstDataFlag = true;
+    panel_.setPanelText("Receiving Data...");
+}
+
+void SessionBringUp::cmdConSwitch(int index) {
+    if (!spool_.isConnected()) {
+        platform_.dialogs().info(notConnectedText);
+        return;
+    }
+    if (!session_.sessionFlag) return;
+    if (index == passwordsIndex) {
+        openPasswords.emit();
+        return;
+    }
+    if (index == resetIndex) {
+        if (platform_.dialogs().message({"Are you sure you want to Reset the Gateway?", "Reset system",
+                                         ButtonSet::YesNo, BoxIcon::Question, 2}) == Button::Yes)
+            spool_.SendCommand("C_RSM");
+        return;
+    }
+    const auto& wanted = connectionSwitches[index];
+    if (session_.gConnType == wanted.kind) {
+        platform_.dialogs().info("no change in connection mode!!");
+        return;
+    }
+    const auto answer = platform_.dialogs().message(
+        {"Warning: if you change the connection mode your connection to the gateway will lose..!!\r\n"
+         "Are you sure that you want to continue?",
+         "Warning", ButtonSet::YesNo, BoxIcon::Warning, 2});
+    if (answer != Button::Yes) return;
+    spool_.SendCommand(wanted.command);
+    if (wanted.followedBy) spool_.SendCommand(wanted.followedBy);
+}
+
+}  // namespace trunvex

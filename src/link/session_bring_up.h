@@ -1,0 +1,106 @@
+#pragma once
+
+#include <sigc++/sigc++.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "link/c_spooling.h"
+#include "link/connection_dialog.h"
+#include "link/session_state.h"
+#include "platform/platform.h"
+#include "platform/settings.h"
+#include "queues/read_queue.h"
+#include "queues/refresh_queue.h"
+#include "queues/write_queue.h"
+#include "widgets/uc_progress.h"
+
+namespace trunvex {
+
+// Where the session stands, for the eye.
+enum class SessionPhase { Idle, Dialog, Connecting, Listening, LogIn, Connected };
+
+// Takes the console from no link to a logged-in session and back: the switch of the connect button, the log-in batch,
+// every dialog of a connection that fails, and the panel's events that drive them.
+class SessionBringUp {
+public:
+    SessionBringUp(Platform& platform, Settings& settings, Settings& history, SessionState& session, CSpooling& spool,
+                   ucProgress& panel, ActionField& connectButton, ReadQueue& reads, RefreshQueue& refreshes,
+                   WriteQueue& writes);
+
+    // "connect" brings up, "disconnect" tears down, an empty command does whichever the session flag asks for.
+    // `forced` shows the connection dialog first; without it the last choice stays in force, as a retry wants.
+    void ConnectChange(std::string_view command, bool forced);
+    // Starts the log-in: C_CPW, R_ESN, R_CLK, R_PPR, one at a time. Only in a session.
+    void RecievingChange();
+    // A batch of one item, such as the answer to a master PC.
+    void StartLogin(std::string line, std::string expect, std::string caption, int timeoutMs);
+    // The buttons that change how the gateway itself connects: 0 serial, 1 TCP, 2 modem, 3 passwords, 4 reset.
+    void cmdConSwitch(int index);
+
+    // The link is gone or the gateway ended the session: tears down if there is a session, otherwise nothing.
+    void dropSession();
+    void rejectedByMaster();
+    // The session is logged in as far as it will be.
+    void sessionStands();
+
+    // The dormant receive watchdog: its step at tick `value`, and its end.
+    void receiveStep(int value);
+    void receiveEnded();
+
+    SessionPhase phase() const { return phase_; }
+    sigc::signal<void()>& phaseChanged() { return phaseChanged_; }
+
+    // Shows the connection dialog and returns when it is closed; the screens fill it in.
+    std::function<void(frmConnectionSelect& dialog)> showConnectionDialog;
+    sigc::signal<void(const std::string& host, const std::string& port)> addressChosen;  // a valid TCP entry
+    sigc::signal<void()> tornDown;         // blank what the session showed
+    sigc::signal<void()> resetTables;      // clear every shared table of ports and SIMs
+    sigc::signal<void()> sessionStarted;   // the session's clock may tick
+    sigc::signal<void()> loggedIn;         // the log-in batch is over
+    sigc::signal<void()> rightsReceived;   // gAccessRights changed
+    sigc::signal<void()> openShownPage;    // read again what the page of the moment shows
+    sigc::signal<void()> dialModem;        // the port to the modem is open
+    sigc::signal<void()> armCallRecordTimer;
+    sigc::signal<void()> stopCallRecords;
+    sigc::signal<void()> openPasswords;
+
+private:
+    void tearDown();
+    void endBatches();
+    bool chooseLink();
+    void bindLink(frmConnectionSelect& dialog);
+    void spoolAction(int action);
+    void connectionError();
+    void peerLeft();
+    void panelStep(int mode, int value);
+    void panelEnd(int mode);
+    void connectingEnded();
+    void connectingTimedOut();
+    void logIn();
+    void batchEnded();
+    void setPhase(SessionPhase phase);
+    void wrongPassword();
+    void noteFirstPolledLine(const std::string& line);
+
+    Platform& platform_;
+    Settings& settings_;
+    Settings& history_;
+    SessionState& session_;
+    CSpooling& spool_;
+    ucProgress& panel_;
+    ActionField& connectButton_;
+    ReadQueue& reads_;
+    RefreshQueue& refreshes_;
+    WriteQueue& writes_;
+    SerialPortMap ports_;
+    std::unique_ptr<SerialPort> MSComm_;
+    std::unique_ptr<TcpSocket> wskNET_;
+    SessionPhase phase_ = SessionPhase::Idle;
+    bool linkDialogOpen_ = false;
+    sigc::signal<void()> phaseChanged_;
+};
+
+}  // namespace trunvex

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "link/analyze_cmd.h"
+
+namespace trunvex {
+
+// What the records of the session itself change: log-in, identity, clock, version, the gateway's plain words, and the
+// unasked reports. Adds their rows to the dispatcher's table.
+class SessionRecords {
+public:
+    SessionRecords(Dispatcher& dispatcher, SessionState& session, ucProgress& panel, RefreshQueue& refreshes,
+                   WriteQueue& writes, SessionBringUp& bringUp, RealTimeUpdate& realTimeUpdate);
+
+    // A report about one SIM, after the board has it: X, Y, S, code and up to three arguments.
+    sigc::signal<void(const Fields& record)> simAlarm;
+
+private:
+    void addRows();
+    void takeAlarm(const Fields& fields);
+    bool takeUpdateReport(const Fields& fields);
+
+    Dispatcher& dispatcher_;
+    SessionState& session_;
+    ucProgress& panel_;
+    RefreshQueue& refreshes_;
+    WriteQueue& writes_;
+    SessionBringUp& bringUp_;
+    RealTimeUpdate& realTimeUpdate_;
+};
+
+}  // namespace trunvex

@@ -1,0 +1,22 @@
+#include "link/session_state.h"
+
+#include "text/text_rules.h"
+
+namespace trunvex {
+
+void takeESN(SessionState& session, std::string_view esn) {
+    session.gESN = esn;
+    const auto name = fileNamePart(esn);
+    session.gCDRFile = session.applicationFolder + "/data/CDR" + name + ".mdb";
+    session.gGroupsFile = session.applicationFolder + "/data/groups" + name + ".dat";
+}
+
+void takeClock(SessionState& session, const Fields& fields) {
+    constexpr std::size_t seconds = 6;
+    fields.at(seconds);  // half a clock is no clock
+    for (std::size_t i = 0; i < seconds; ++i) session.gClockField[i] = fields.at(i);
+    const auto last = fields.size() > seconds ? fields.at(seconds) : endMark;
+    session.gClockField[seconds] = last == endMark ? std::string_view("00") : last;
+}
+
+}  // namespace trunvex

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "text/fields.h"
+
+namespace trunvex {
+
+// What the console knows of the session with the one gateway it is connected to.
+struct SessionState {
+    std::string gConnType;  // "COM", "NET" or "MDM"
+    std::string gESN;
+    std::string gAccessRights;  // field 0 of A_CPW as received
+    std::string gActivePorts;   // 32 digits, one a port
+    std::string gMasterSessionId;
+    std::string gVersion;
+    // Day, month, two-digit year, weekday, hour, minute, second.
+    std::array<std::string, 7> gClockField;
+    bool gGotESN = false;
+    bool gGotClock = false;
+    bool gGotActivePorts = false;
+    bool gStatusSeen = false;
+
+    std::string gExpectedReply;
+    bool gFileMode = false;
+    bool gFileError = false;
+    bool gFileEnd = false;
+    std::string gAtcDigits;
+
+    // What the main window keeps of the connection dialog.
+    bool sessionFlag = false;    // from the moment a connection is asked for until it is torn down
+    bool firstDataFlag = false;  // the first record of the session has come
+    bool server = false;         // this console listens and the gateway connects to it
+    bool login = false;          // a master PC stands between console and gateway
+    std::string unitID;
+    std::string password;
+    std::string gModemPhone;
+    std::string optionalModemText;
+    bool workOnlyWithMonitor = false;
+
+    // Files of the gateway at hand; they change with gESN. `applicationFolder` ends without a separator.
+    std::string applicationFolder;
+    std::string gCDRFile;
+    std::string gGroupsFile;
+};
+
+// Takes the gateway's identity and chooses its files. Only a name that is safe in a file name reaches a path.
+void takeESN(SessionState& session, std::string_view esn);
+
+// Takes a clock record: day, month, two-digit year, weekday, hour, minute and perhaps seconds, which count from 00 when
+// the gateway does not tell them. Throws std::out_of_range for a record that is too short.
+void takeClock(SessionState& session, const Fields& fields);
+
+}  // namespace trunvex

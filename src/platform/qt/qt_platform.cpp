@@ -1,0 +1,40 @@
+#include "platform/qt/qt_platform.h"
+
+#include <QSerialPortInfo>
+
+#include "platform/qt/qt_clock.h"
+#include "platform/qt/qt_dialogs.h"
+#include "platform/qt/qt_serial_port.h"
+#include "platform/qt/qt_tcp_socket.h"
+#include "platform/qt/qt_timer.h"
+#include "platform/qt/qt_tray.h"
+
+namespace trunvex {
+
+QtPlatform::QtPlatform()
+    : clock_(std::make_unique<QtClock>()), dialogs_(std::make_unique<QtDialogs>()), tray_(std::make_unique<QtTray>()) {}
+
+QtPlatform::~QtPlatform() = default;
+
+std::unique_ptr<Timer> QtPlatform::makeTimer(std::function<void()> onTick) {
+    return std::make_unique<QtTimer>(std::move(onTick));
+}
+
+Clock& QtPlatform::clock() { return *clock_; }
+
+std::unique_ptr<SerialPort> QtPlatform::makeSerialPort(std::function<std::string(int)> deviceOf) {
+    return std::make_unique<QtSerialPort>(std::move(deviceOf));
+}
+
+std::vector<SerialDevice> QtPlatform::serialDevices() {
+    std::vector<SerialDevice> devices;
+    for (const auto& info : QSerialPortInfo::availablePorts())
+        devices.push_back({info.systemLocation().toStdString(), info.description().toStdString()});
+    return devices;
+}
+
+std::unique_ptr<TcpSocket> QtPlatform::makeTcpSocket() { return std::make_unique<QtTcpSocket>(); }
+Dialogs& QtPlatform::dialogs() { return *dialogs_; }
+Tray& QtPlatform::tray() { return *tray_; }
+
+}  // namespace trunvex

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/platform.h"
+
+class QWidget;
+
+namespace trunvex {
+
+// The platform of the real program, on Qt's event loop. Make it after the QApplication.
+class QtPlatform : public Platform {
+public:
+    QtPlatform();
+    ~QtPlatform() override;
+
+    std::unique_ptr<Timer> makeTimer(std::function<void()> onTick) override;
+    Clock& clock() override;
+    std::unique_ptr<SerialPort> makeSerialPort(std::function<std::string(int number)> deviceOf) override;
+    std::vector<SerialDevice> serialDevices() override;
+    std::unique_ptr<TcpSocket> makeTcpSocket() override;
+    Dialogs& dialogs() override;
+    Tray& tray() override;
+
+private:
+    std::unique_ptr<Clock> clock_;
+    std::unique_ptr<Dialogs> dialogs_;
+    std::unique_ptr<Tray> tray_;
+};
+
+}  // namespace trunvex

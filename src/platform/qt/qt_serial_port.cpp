@@ -1,0 +1,96 @@
+#include "platform/qt/qt_serial_port.h"
+
+#include <unistd.h>
+
+#include <QStringList>
+
+namespace trunvex {
+
+namespace {
+
+constexpr int dsrWatchMs = 250;  // the system tells of no change of the modem lines, so they are looked at
+
+}  // namespace
+
+QtSerialPort::QtSerialPort(std::function<std::string(int)> deviceOf) : deviceOf_(std::move(deviceOf)) {
+    dsrWatch_.setInterval(dsrWatchMs);
+    connect(&dsrWatch_, &QTimer::timeout, this, [this] { watchDsr(); });
+    connect(&port_, &QSerialPort::readyRead, this, [this] {
+        const auto bytes = port_.readAll();
+        if (onReceive && !bytes.isEmpty()) onReceive({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+    });
+    connect(
+        &port_, &QSerialPort::errorOccurred, this,
+        [this](QSerialPort::SerialPortError error) {
+            // The device was pulled out, or its other end went away.
+            if (error == QSerialPort::ResourceError && port_.isOpen() && onDsrChange) onDsrChange();
+        },
+        Qt::QueuedConnection);
+}
+
+QtSerialPort::~QtSerialPort() { QtSerialPort::close(); }
+
+void QtSerialPort::setBufferSizes(int inBytes, int) {
+    // Qt's output buffer has no bound; the input buffer only says when reading from the system pauses, and a burst of
+    // status lines is larger than the classic sizes, so they are taken as a least size.
+    constexpr int leastBytes = 65536;
+    port_.setReadBufferSize(std::max(inBytes, leastBytes));
+}
+
+void QtSerialPort::applySettings() {
+    const auto parts = QString::fromStdString(settings_).split(',');
+    const auto part = [&](int index) { return parts.value(index).trimmed().toLower(); };
+    port_.setBaudRate(part(0).toInt());
+    port_.setParity(part(1) == "e"   ? QSerialPort::EvenParity
+                    : part(1) == "o" ? QSerialPort::OddParity
+                                     : QSerialPort::NoParity);
+    port_.setDataBits(part(2) == "7" ? QSerialPort::Data7 : QSerialPort::Data8);
+    port_.setStopBits(part(3) == "2" ? QSerialPort::TwoStop : QSerialPort::OneStop);
+    port_.setFlowControl(QSerialPort::NoFlowControl);
+}
+
+std::string QtSerialPort::refusal(const std::string& device) const {
+    const auto start = "Can't open COM " + std::to_string(number_) + " (" + device + "): ";
+    switch (port_.error()) {
+        case QSerialPort::PermissionError:
+            if (::access(device.c_str(), R_OK | W_OK) != 0)
+                return start + "no permission. Add your user to the group \"dialout\" and log in again.";
+            return start + "another program holds it.";
+        case QSerialPort::DeviceNotFoundError:
+            return start + "there is no such device.";
+        default:
+            return start + port_.errorString().toStdString();
+    }
+}
+
+void QtSerialPort::open() {
+    const auto device = deviceOf_(number_);
+    if (device.empty()) throw LinkError("COM " + std::to_string(number_) + " has no device: no serial port was found.");
+    port_.setPortName(QString::fromStdString(device));
+    applySettings();
+    if (!port_.open(QIODevice::ReadWrite)) throw LinkError(refusal(device));
+    port_.setRequestToSend(rtsEnable_);
+    port_.clearError();
+    dsr_ = port_.pinoutSignals().testFlag(QSerialPort::DataSetReadySignal);
+    // A line without modem lines, such as a pseudo-terminal, answers with an error and is not watched.
+    if (port_.error() == QSerialPort::NoError) dsrWatch_.start();
+    port_.clearError();
+}
+
+void QtSerialPort::close() {
+    dsrWatch_.stop();
+    if (!port_.isOpen()) return;
+    port_.flush();
+    port_.close();
+}
+
+void QtSerialPort::output(std::string_view bytes) { port_.write(bytes.data(), static_cast<qint64>(bytes.size())); }
+
+void QtSerialPort::watchDsr() {
+    const bool dsr = port_.pinoutSignals().testFlag(QSerialPort::DataSetReadySignal);
+    if (dsr == dsr_) return;
+    dsr_ = dsr;
+    if (onDsrChange) onDsrChange();
+}
+
+}  // namespace trunvex

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QMenu>
+#include <QSystemTrayIcon>
+#include <memory>
+
+#include "platform/tray.h"
+
+namespace trunvex {
+
+class QtTray : public Tray {
+public:
+    bool available() const override;
+    void add(const std::string& tip) override;
+    void remove() override;
+
+private:
+    std::unique_ptr<QMenu> menu_;
+    std::unique_ptr<QSystemTrayIcon> icon_;
+};
+
+}  // namespace trunvex

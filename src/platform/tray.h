@@ -1,0 +1,21 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace trunvex {
+
+// The icon in the desktop's notification area.
+class Tray {
+public:
+    virtual ~Tray() = default;
+
+    // False where the desktop has no such area: the window must then stay on the screen.
+    virtual bool available() const = 0;
+    virtual void add(const std::string& tip) = 0;
+    virtual void remove() = 0;
+
+    std::function<void()> onRestore;  // the operator asked for the window
+};
+
+}  // namespace trunvex

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string_view>
+
+namespace trunvex {
+
+// What the queues need of the link.
+class CommandSender {
+public:
+    virtual bool isConnected() const = 0;
+    // Sends the bare line; the terminator is added here. On a link that is down nothing happens: the queues find out
+    // by their time-out. `isError` only colours the line in the debug console; `localOnly` shows it without sending.
+    virtual void SendCommand(std::string_view line, bool isError = false, bool localOnly = false) = 0;
+
+protected:
+    ~CommandSender() = default;
+};
+
+}  // namespace trunvex

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <filesystem>
+
+namespace trunvex {
+
+// Where the console keeps its files: the program's own folder when it can be written (a copy on a stick is then a
+// working console with its settings), else `userDataFolder`, which is made when missing.
+std::filesystem::path applicationFolder(const std::filesystem::path& programFolder,
+                                        const std::filesystem::path& userDataFolder);
+
+}  // namespace trunvex

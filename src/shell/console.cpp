@@ -1,0 +1,54 @@
+#include "shell/console.h"
+
+#include "shell/default_settings.h"
+#include "text/text_rules.h"
+
+namespace trunvex {
+
+Console::Console(Platform& platform_, const std::filesystem::path& folder)
+    : platform(platform_),
+      setting(folder / "Setting.xml", [this](const std::string& text) { tell(text); }),
+      history(folder / "History.xml", [this](const std::string& text) { tell(text); }),
+      data(folder / "Data.xml", [this](const std::string& text) { tell(text); }),
+      panel(platform),
+      objSpool(session, panel, connectButton),
+      reads(platform, objSpool),
+      refreshes(platform, objSpool),
+      writes(platform, objSpool, panel),
+      bringUp(platform, setting, data, session, objSpool, panel, connectButton, reads, refreshes, writes),
+      dispatcher(platform, session, objSpool, panel, reads, refreshes, writes, bringUp, realTimeUpdate),
+      sessionRecords(dispatcher, session, panel, refreshes, writes, bringUp, realTimeUpdate),
+      portDetection(dispatcher, session, tables, writes),
+      systemPage(realTimeUpdate, bringUp, setting),
+      routingPage(realTimeUpdate),
+      board(dispatcher, session, bringUp, realTimeUpdate, reads),
+      mainWindow(platform, session, objSpool, panel, reads, connectButton) {
+    session.applicationFolder = folder.string();
+    session.gGroupsFile = session.applicationFolder + "/data/groups.grp";
+    std::error_code error;
+    std::filesystem::create_directories(folder / "data", error);
+    completeSettings(setting, folder);
+
+    objSpool.AnalyzeCmd = [this](std::string_view line, bool show) { dispatcher.AnalyzeCmd(line, show); };
+    writes.feedBack = [this](std::string_view line) { dispatcher.AnalyzeCmd(line, false); };
+    connectButton.setTip(toolPages[0].tip);
+    bringUp.resetTables.connect([this] { tables.reset(); });
+    bringUp.tornDown.connect([this] { tables.reset(); });
+    dispatcher.esnReceived.connect([this] { mainWindow.lblESN.setText(escaped(session.gESN)); });
+    dispatcher.updateStatus.connect(
+        [this](std::string_view text) { mainWindow.lblUpdateStatus.setText(escaped(text)); });
+    objSpool.openFailed().connect([this](const std::string& reason) { tell(reason); });
+    writes.refused().connect([this](const std::string& reason) { tell(reason); });
+    mainWindow.tie(bringUp, systemPage, board);
+    if (!untold_.empty()) mainWindow.notice(untold_);
+    windowBuilt_ = true;
+}
+
+void Console::tell(const std::string& text) {
+    if (windowBuilt_)
+        mainWindow.notice(text);
+    else
+        untold_ += (untold_.empty() ? "" : " ") + text;
+}
+
+}  // namespace trunvex

@@ -1,0 +1,30 @@
+#include "widgets/fields.h"
+
+#include <algorithm>
+
+namespace trunvex {
+
+void ChoiceField::setItems(std::vector<std::string> items) {
+    if (items == items_) return;
+    items_ = std::move(items);
+    if (index_ >= static_cast<int>(items_.size())) index_ = none;
+    changed().emit();
+}
+
+void ChoiceField::setIndex(int index) {
+    const bool known = index >= 0 && index < static_cast<int>(items_.size());
+    assign(index_, known ? index : none);
+}
+
+std::string ChoiceField::text() const {
+    return index_ == none ? std::string() : items_[static_cast<std::size_t>(index_)];
+}
+
+void ChoiceField::setText(const std::string& text) {
+    const auto found = std::find(items_.begin(), items_.end(), text);
+    setIndex(found == items_.end() ? none : static_cast<int>(found - items_.begin()));
+}
+
+std::string arrayName(const std::string& control, int index) { return control + "_" + std::to_string(index); }
+
+}  // namespace trunvex

@@ -1,0 +1,173 @@
+#pragma once
+
+#include <sigc++/sigc++.h>
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+// The fields of the view models: what a control of a screen holds, without the control. A screen binds a widget to
+// each; the rules of the system and the tests only know these. A field tells its listeners when it changes and says
+// nothing when it is set to what it holds.
+namespace trunvex {
+
+class Field {
+public:
+    // The name is the control's; the bound widget carries it as its objectName.
+    explicit Field(std::string name) : name_(std::move(name)) {}
+    Field(const Field&) = delete;
+    Field& operator=(const Field&) = delete;
+
+    const std::string& name() const { return name_; }
+    bool enabled() const { return enabled_; }
+    void setEnabled(bool enabled) { assign(enabled_, enabled); }
+    bool visible() const { return visible_; }
+    void setVisible(bool visible) { assign(visible_, visible); }
+    const std::string& tip() const { return tip_; }
+    void setTip(std::string tip) { assign(tip_, std::move(tip)); }
+
+    sigc::signal<void()>& changed() { return changed_; }
+
+protected:
+    ~Field() = default;
+
+    template <class Value>
+    void assign(Value& held, Value value) {
+        if (held == value) return;
+        held = std::move(value);
+        changed_.emit();
+    }
+
+private:
+    std::string name_;
+    std::string tip_;
+    bool enabled_ = true;
+    bool visible_ = true;
+    sigc::signal<void()> changed_;
+};
+
+// A line of text that the operator may edit.
+class TextField : public Field {
+public:
+    explicit TextField(std::string name, std::string text = {}) : Field(std::move(name)), text_(std::move(text)) {}
+    const std::string& text() const { return text_; }
+    void setText(std::string text) { assign(text_, std::move(text)); }
+
+private:
+    std::string text_;
+};
+
+// A check box, also one mark of a group of which one is set.
+class CheckField : public Field {
+public:
+    explicit CheckField(std::string name, std::string caption = {})
+        : Field(std::move(name)), caption_(std::move(caption)) {}
+    bool checked() const { return checked_; }
+    void setChecked(bool checked) { assign(checked_, checked); }
+    const std::string& caption() const { return caption_; }
+
+private:
+    std::string caption_;
+    bool checked_ = false;
+};
+
+// A list of which one entry is chosen.
+class ChoiceField : public Field {
+public:
+    static constexpr int none = -1;
+
+    explicit ChoiceField(std::string name, std::vector<std::string> items = {})
+        : Field(std::move(name)), items_(std::move(items)) {}
+    const std::vector<std::string>& items() const { return items_; }
+    // Keeps the chosen index when the new list still has it.
+    void setItems(std::vector<std::string> items);
+    // What stands beside each entry for the eye only, in the order of the items; may be shorter.
+    const std::vector<std::string>& details() const { return details_; }
+    void setDetails(std::vector<std::string> details) { assign(details_, std::move(details)); }
+    int index() const { return index_; }
+    // An index outside the list chooses nothing.
+    void setIndex(int index);
+    std::string text() const;
+    // Chooses the entry with this text, or nothing.
+    void setText(const std::string& text);
+
+private:
+    std::vector<std::string> items_;
+    std::vector<std::string> details_;
+    int index_ = none;
+};
+
+// A line of text that remembers what was entered before.
+class HistoryField : public TextField {
+public:
+    using TextField::TextField;
+    const std::vector<std::string>& entries() const { return entries_; }
+    void setEntries(std::vector<std::string> entries) { assign(entries_, std::move(entries)); }
+
+private:
+    std::vector<std::string> entries_;
+};
+
+// Colours travel as one number, blue the highest byte, red the lowest.
+using Colour = std::uint32_t;
+inline constexpr Colour colourBlack = 0;
+
+// A text that only the program writes. The tag is a marker that is not shown.
+class LabelField : public Field {
+public:
+    explicit LabelField(std::string name, std::string text = {}) : Field(std::move(name)), text_(std::move(text)) {}
+    const std::string& text() const { return text_; }
+    void setText(std::string text) { assign(text_, std::move(text)); }
+    Colour colour() const { return colour_; }
+    void setColour(Colour colour) { assign(colour_, colour); }
+    bool bold() const { return bold_; }
+    void setBold(bool bold) { assign(bold_, bold); }
+    const std::string& tag() const { return tag_; }
+    void setTag(std::string tag) { tag_ = std::move(tag); }
+
+private:
+    std::string text_;
+    std::string tag_;
+    Colour colour_ = colourBlack;
+    bool bold_ = false;
+};
+
+// A picture, by its name; empty shows none.
+class PictureField : public Field {
+public:
+    using Field::Field;
+    const std::string& picture() const { return picture_; }
+    void setPicture(std::string picture) { assign(picture_, std::move(picture)); }
+
+private:
+    std::string picture_;
+};
+
+// A button.
+class ActionField : public Field {
+public:
+    explicit ActionField(std::string name, std::string caption = {})
+        : Field(std::move(name)), caption_(std::move(caption)) {}
+    const std::string& caption() const { return caption_; }
+    void setCaption(std::string caption) { assign(caption_, std::move(caption)); }
+    // True while it stands for the page of the moment.
+    bool marked() const { return marked_; }
+    void setMarked(bool marked) { assign(marked_, marked); }
+
+    // The operator's press; a disabled button ignores it.
+    void press() {
+        if (enabled()) pressed_.emit();
+    }
+    sigc::signal<void()>& pressed() { return pressed_; }
+
+private:
+    std::string caption_;
+    bool marked_ = false;
+    sigc::signal<void()> pressed_;
+};
+
+// The names of a control array: "chkTSLPort" and 4 give "chkTSLPort_4".
+std::string arrayName(const std::string& control, int index);
+
+}  // namespace trunvex

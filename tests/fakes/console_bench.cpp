@@ -1,0 +1,82 @@
+#include "fakes/console_bench.h"
+
+#include <unistd.h>
+
+#include <cstdlib>
+
+namespace trunvex::fakes {
+
+TemporaryFolder::TemporaryFolder() {
+    auto name = (std::filesystem::temp_directory_path() / "trunvex-XXXXXX").string();
+    if (!::mkdtemp(name.data())) throw std::runtime_error("no temporary folder");
+    path_ = name;
+}
+
+TemporaryFolder::~TemporaryFolder() {
+    std::error_code error;
+    std::filesystem::remove_all(path_, error);
+}
+
+ConsoleBench::ConsoleBench() {
+    console.bringUp.showConnectionDialog = [this](frmConnectionSelect& shown) {
+        if (dialog)
+            dialog(shown);
+        else
+            shown.cmbConSelect.setText("NET");
+        if (shown.kind() != "ERR" && !shown.accept()) shown.cancel();
+    };
+}
+
+void ConsoleBench::connect() {
+    console.mainWindow.openPage("connect");
+    platform.socket->peerAccepts();
+}
+
+void ConsoleBench::attach(simulator::Station& station) {
+    station_ = &station;
+    station.linkDown();
+    platform.socket->onOpened = [this] {
+        station_->linkUp();
+        runStation();
+    };
+    platform.socket->onClosed = [this] { station_->linkDown(); };
+    // What the console sends crosses the wire too: it may do so from within a line that the station is delivering.
+    platform.socket->onBytes = [this](std::string_view bytes) {
+        platform.loop.at(platform.loop.now(), [this, sent = std::string(bytes)] {
+            station_->advanceTo(platform.loop.now());
+            station_->receive(sent);
+            runStation();
+        });
+    };
+    station.onOutput = [this](std::string_view bytes) {
+        if (platform.socket->state() == TcpSocket::State::Connected) platform.socket->deliver(bytes);
+    };
+    station.onHangUp = [this] {
+        platform.loop.at(platform.loop.now(), [this] {
+            if (platform.socket->state() != TcpSocket::State::Connected) return;
+            station_->linkDown();
+            platform.socket->peerCloses();
+        });
+    };
+}
+
+void ConsoleBench::runStation() {
+    const auto due = station_->nextDue();
+    if (!due || (stationDue_ && *stationDue_ <= *due)) return;
+    stationDue_ = due;
+    // An answer crosses the wire: it never arrives within the call that sent the command.
+    platform.loop.at(std::max(*due, platform.loop.now()), [this, due = *due] {
+        if (stationDue_ != due) return;  // something earlier came up
+        stationDue_.reset();
+        station_->advanceTo(platform.loop.now());
+        runStation();
+    });
+}
+
+void ConsoleBench::logIn(simulator::Station& station) {
+    attach(station);
+    connect();
+    advance(3000);
+}
+
+}  // namespace trunvex::fakes

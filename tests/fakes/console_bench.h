@@ -1,0 +1,63 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+
+#include "fakes/manual_platform.h"
+#include "shell/console.h"
+#include "simulator/gateway.h"
+#include "simulator/station.h"
+
+namespace trunvex::fakes {
+
+inline simulator::GatewayOptions seeded(std::uint64_t seed, std::string esn = "4711") {
+    simulator::GatewayOptions options;
+    options.seed = seed;
+    options.esn = std::move(esn);
+    return options;
+}
+
+// An empty folder for one test, gone with it.
+class TemporaryFolder {
+public:
+    TemporaryFolder();
+    ~TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+    const std::filesystem::path& path() const { return path_; }
+
+private:
+    std::filesystem::path path_;
+};
+
+// A whole console on the manual clock. Its connection dialog is answered by `dialog`: TCP and OK when that is unset.
+class ConsoleBench {
+public:
+    ConsoleBench();
+
+    // Presses Connect and lets the peer take the call.
+    void connect();
+    // Ties the console's socket to a station of the simulator, in memory and on the same clock.
+    void attach(simulator::Station& station);
+    // Carries away what the station has to say; needed after it was made to speak from outside.
+    void runStation();
+    // connect() to the station and enough time for its log-in.
+    void logIn(simulator::Station& station);
+    void advance(int milliseconds) { platform.loop.advance(std::chrono::milliseconds(milliseconds)); }
+    // A line of the gateway's arrives.
+    void receive(const std::string& line) { platform.socket->deliver(line + '\r'); }
+    const std::string& panelText() const { return console.panel.getPanelText(); }
+    std::vector<std::string> sent() const { return platform.socket->sentLines(); }
+
+    TemporaryFolder folder;
+    ManualPlatform platform;
+    std::function<void(frmConnectionSelect&)> dialog;
+    Console console{platform, folder.path()};
+
+private:
+    simulator::Station* station_ = nullptr;
+    std::optional<ManualLoop::Ms> stationDue_;
+};
+
+}  // namespace trunvex::fakes

@@ -1,0 +1,155 @@
+#include "fakes/manual_platform.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace trunvex::fakes {
+
+void ManualLoop::advance(Ms span) { advanceTo(now_ + span); }
+
+// A box open in a tick may advance the time itself, so what is due is looked up anew after each.
+void ManualLoop::advanceTo(Ms end) {
+    for (;;) {
+        ManualTimer* next = nullptr;
+        for (auto* timer : timers_)
+            if (timer->active_ && (!next || timer->due_ < next->due_)) next = timer;
+        const bool actionFirst = !actions_.empty() && (!next || actions_.begin()->first <= next->due_);
+        if (actionFirst && actions_.begin()->first <= end) {
+            now_ = std::max(now_, actions_.begin()->first);
+            auto action = std::move(actions_.begin()->second);
+            actions_.erase(actions_.begin());
+            action();
+        } else if (!actionFirst && next && next->due_ <= end) {
+            now_ = std::max(now_, next->due_);
+            next->due_ = now_ + next->interval_;
+            next->onTick_();
+        } else {
+            break;
+        }
+    }
+    now_ = std::max(now_, end);
+}
+
+int ManualLoop::runningTimers() const {
+    return static_cast<int>(
+        std::count_if(timers_.begin(), timers_.end(), [](const ManualTimer* timer) { return timer->active_; }));
+}
+
+ManualTimer::ManualTimer(ManualLoop& loop, std::function<void()> onTick) : loop_(loop), onTick_(std::move(onTick)) {
+    loop_.timers_.insert(this);
+}
+
+ManualTimer::~ManualTimer() { loop_.timers_.erase(this); }
+
+void ManualTimer::start(int intervalMs) {
+    active_ = true;
+    interval_ = ManualLoop::Ms(intervalMs);
+    due_ = loop_.now() + interval_;
+}
+
+Button ScriptedDialogs::message(const MessageBox& box) {
+    shown.push_back(box);
+    if (behind) {
+        auto run = std::exchange(behind, nullptr);
+        run(box);
+    }
+    if (!answers.empty()) {
+        const auto answer = answers.front();
+        answers.pop_front();
+        return answer;
+    }
+    switch (box.buttons) {
+        case ButtonSet::YesNo:
+            return Button::No;
+        case ButtonSet::AbortRetryIgnore:
+            return Button::Abort;
+        case ButtonSet::Ok:
+            return Button::Ok;
+        default:
+            return Button::Cancel;
+    }
+}
+
+std::vector<std::string> ScriptedDialogs::texts() const {
+    std::vector<std::string> all;
+    for (const auto& box : shown) all.push_back(box.text);
+    return all;
+}
+
+void FakeSocket::connect(const std::string& host, int port) {
+    state_ = State::Connecting;
+    target = host + ":" + std::to_string(port);
+}
+
+void FakeSocket::listen() {
+    if (listenFails) throw LinkError("Can't listen on port " + std::to_string(localPort) + ": in use");
+    state_ = State::Listening;
+}
+
+void FakeSocket::accept(int) {
+    state_ = State::Connected;
+    if (onOpened) onOpened();
+}
+
+void FakeSocket::close() {
+    const bool was = state_ == State::Connected;
+    state_ = State::Closed;
+    if (was && onClosed) onClosed();
+}
+
+void FakeSocket::sendData(std::string_view bytes) {
+    sent += bytes;
+    if (onBytes) onBytes(bytes);
+}
+
+void FakeSocket::peerAccepts() {
+    state_ = State::Connected;
+    if (onOpened) onOpened();
+    onConnect();
+}
+
+void FakeSocket::peerCalls() { onConnectionRequest(1); }
+
+void FakeSocket::peerCloses() {
+    state_ = State::Closed;
+    onClose();
+}
+
+void FakeSocket::fails(const std::string& reason) {
+    state_ = State::Closed;
+    onError(reason);
+}
+
+std::vector<std::string> FakeSocket::sentLines() const {
+    std::vector<std::string> lines;
+    std::size_t start = 0;
+    for (auto end = sent.find('\r'); end != std::string::npos; end = sent.find('\r', start)) {
+        lines.push_back(sent.substr(start, end - start));
+        start = end + 1;
+    }
+    return lines;
+}
+
+void FakeSerial::open() {
+    if (!refusal.empty()) throw LinkError(refusal);
+    open_ = true;
+}
+
+std::chrono::local_seconds ManualClock::localTime() const {
+    constexpr std::chrono::local_seconds start{std::chrono::local_days{std::chrono::year{2026} / 3 / 1}};
+    return start + std::chrono::duration_cast<std::chrono::seconds>(loop_.now());
+}
+
+std::unique_ptr<SerialPort> ManualPlatform::makeSerialPort(std::function<std::string(int)>) {
+    auto made = std::make_unique<FakeSerial>();
+    serial = made.get();
+    return made;
+}
+
+std::unique_ptr<TcpSocket> ManualPlatform::makeTcpSocket() {
+    auto made = std::make_unique<FakeSocket>();
+    socket = made.get();
+    return made;
+}
+
+}  // namespace trunvex::fakes

@@ -1,0 +1,161 @@
+#pragma once
+
+#include <deque>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "platform/platform.h"
+
+namespace trunvex::fakes {
+
+// A clock turned by hand, and the timers on it. Time passes only in advance(); ticks come in the order they are due.
+class ManualLoop {
+public:
+    using Ms = std::chrono::milliseconds;
+
+    Ms now() const { return now_; }
+    // Lets the time pass, tick by tick. Ticks may start further timers, also for this span.
+    void advance(Ms span);
+    // Runs at a time of its own, next to the timers.
+    void at(Ms due, std::function<void()> action) { actions_.emplace(due, std::move(action)); }
+    int runningTimers() const;
+
+private:
+    friend class ManualTimer;
+
+    void advanceTo(Ms end);
+
+    Ms now_{0};
+    std::set<class ManualTimer*> timers_;
+    std::multimap<Ms, std::function<void()>> actions_;
+};
+
+class ManualTimer : public Timer {
+public:
+    ManualTimer(ManualLoop& loop, std::function<void()> onTick);
+    ~ManualTimer() override;
+    void start(int intervalMs) override;
+    void stop() override { active_ = false; }
+    bool isActive() const override { return active_; }
+
+private:
+    friend class ManualLoop;
+
+    ManualLoop& loop_;
+    std::function<void()> onTick_;
+    ManualLoop::Ms due_{0};
+    ManualLoop::Ms interval_{0};
+    bool active_ = false;
+};
+
+// Answers each box with the next of `answers` (its refusal when there is none), after `behind` has run: what happens
+// while the box is open.
+class ScriptedDialogs : public Dialogs {
+public:
+    Button message(const MessageBox& box) override;
+
+    std::deque<Button> answers;
+    std::function<void(const MessageBox&)> behind;
+    std::vector<MessageBox> shown;
+    std::vector<std::string> texts() const;
+};
+
+class FakeSocket : public TcpSocket {
+public:
+    State state() const override { return state_; }
+    void setLocalPort(int port) override { localPort = port; }
+    void connect(const std::string& host, int port) override;
+    void listen() override;
+    void accept(int requestId) override;
+    void close() override;
+    void sendData(std::string_view bytes) override;
+
+    // The peer's side.
+    void peerAccepts();
+    void peerCalls();
+    void peerCloses();
+    void fails(const std::string& reason);
+    void deliver(std::string_view bytes) { onDataArrival(bytes); }
+
+    std::vector<std::string> sentLines() const;
+
+    State state_ = State::Closed;
+    int localPort = 0;
+    bool listenFails = false;
+    std::string target;  // "host:port" of the last connect
+    std::string sent;
+    std::function<void()> onOpened;                       // the link came up
+    std::function<void(std::string_view bytes)> onBytes;  // the console sent
+    std::function<void()> onClosed;                       // the console closed
+};
+
+class FakeSerial : public SerialPort {
+public:
+    void setSettings(const std::string& value) override { settings = value; }
+    void setCommPort(int value) override { number = value; }
+    void setRTSEnable(bool value) override { rts = value; }
+    void setBufferSizes(int in, int out) override { inBytes = in, outBytes = out; }
+    bool portOpen() const override { return open_; }
+    void open() override;
+    void close() override { open_ = false; }
+    void output(std::string_view bytes) override { sent += bytes; }
+
+    std::string settings;
+    int number = 0;
+    bool rts = false;
+    int inBytes = 0;
+    int outBytes = 0;
+    std::string refusal;  // what open() throws; empty opens
+    std::string sent;
+
+private:
+    bool open_ = false;
+};
+
+class FakeTray : public Tray {
+public:
+    bool available() const override { return present; }
+    void add(const std::string& value) override { tip = value; }
+    void remove() override { tip.clear(); }
+
+    bool present = true;
+    std::string tip;
+};
+
+class ManualClock : public Clock {
+public:
+    explicit ManualClock(ManualLoop& loop) : loop_(loop) {}
+    std::chrono::local_seconds localTime() const override;
+    std::chrono::milliseconds uptime() const override { return loop_.now(); }
+
+private:
+    ManualLoop& loop_;
+};
+
+class ManualPlatform : public Platform {
+public:
+    std::unique_ptr<Timer> makeTimer(std::function<void()> onTick) override {
+        return std::make_unique<ManualTimer>(loop, std::move(onTick));
+    }
+    Clock& clock() override { return clock_; }
+    std::unique_ptr<SerialPort> makeSerialPort(std::function<std::string(int)> deviceOf) override;
+    std::vector<SerialDevice> serialDevices() override { return devices; }
+    std::unique_ptr<TcpSocket> makeTcpSocket() override;
+    Dialogs& dialogs() override { return boxes; }
+    Tray& tray() override { return trayIcon; }
+
+    ManualLoop loop;
+    ScriptedDialogs boxes;
+    FakeTray trayIcon;
+    std::vector<SerialDevice> devices;
+    // The transports last made; they live as long as who asked for them.
+    FakeSocket* socket = nullptr;
+    FakeSerial* serial = nullptr;
+
+private:
+    ManualClock clock_{loop};
+};
+
+}  // namespace trunvex::fakes

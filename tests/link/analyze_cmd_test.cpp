@@ -1,0 +1,192 @@
+#include <gmock/gmock.h>
+
+#include "fakes/console_bench.h"
+
+namespace trunvex {
+namespace {
+
+using fakes::ConsoleBench;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class AnalyzeCmd : public testing::Test {
+protected:
+    void receive(const std::string& line) { bench.console.dispatcher.AnalyzeCmd(line, true); }
+    // A batch of the page's kind in flight on a link that is up.
+    void write(std::vector<QueueItem> items, std::string word = "write") {
+        bench.connect();
+        WriteBatch batch;
+        batch.items = std::move(items);
+        batch.word = std::move(word);
+        console.writes.begin(std::move(batch));
+    }
+
+    ConsoleBench bench;
+    Console& console = bench.console;
+    SessionState& session = bench.console.session;
+};
+
+TEST_F(AnalyzeCmd, TakesTheSessionRecords) {
+    receive("A_ESN00123,x");
+    receive("A_CPW00012");
+    receive("A_CLK1,2,26,3,4,5");
+    receive("A_SYS6.24,1,1,1");
+    receive("A_PPR" + std::string(31, '1') + "0");
+    EXPECT_EQ(session.gESN, "00123");
+    EXPECT_EQ(session.gAccessRights, "00012");
+    EXPECT_THAT(session.gClockField, ElementsAre("1", "2", "26", "3", "4", "5", "00"));
+    EXPECT_TRUE(session.gGotESN && session.gGotClock && session.gGotActivePorts);
+    EXPECT_EQ(session.gVersion, "6.24");
+    EXPECT_EQ(console.systemPage.TxtSystemVer.text(), "6.24");
+    EXPECT_EQ(console.systemPage.dtpDate.text(), "01/02/2026");
+    EXPECT_EQ(console.tables.port(8, 3).Kind, "GSM");
+    EXPECT_EQ(console.tables.port(8, 4).Kind, "ERR");
+}
+
+TEST_F(AnalyzeCmd, EndsABadRecordWithoutAWord) {
+    const std::string tooMany = "A_CLK" + std::string(60, ',');
+    for (const std::string& line :
+         {std::string(), std::string("A"), std::string("A_CLK"), std::string("A_CLK1,2"), tooMany,
+          std::string("I_ALR"), std::string("I_ALR1x0,3,,"), std::string("I_ALR110"), std::string("I_ALR,,,,"),
+          std::string("I_ALR000,90"), std::string("SRV:ID"), std::string("SRV1:IDD"), std::string("SRV:"),
+          std::string("\xFF\xFE\0\x80", 4), std::string(1 << 20, 'A'), std::string("A_PPR")})
+        receive(line);
+    EXPECT_EQ(session.gClockField[0], "") << "half a clock is no clock";
+    EXPECT_THAT(bench.platform.boxes.shown, IsEmpty());
+    receive("A_ESN7");
+    EXPECT_EQ(session.gESN, "7");
+}
+
+TEST_F(AnalyzeCmd, CutsTheBodyAt255Characters) {
+    receive("A_ESN" + std::string(300, '7'));
+    EXPECT_EQ(session.gESN.size(), 255u);
+}
+
+TEST_F(AnalyzeCmd, DoesNothingBeyondDisplayWhileAnalysingIsOff) {
+    std::vector<std::string> relayed;
+    std::vector<std::string> displayed;
+    console.dispatcher.relay.connect([&](std::string_view line) { relayed.emplace_back(line); });
+    console.dispatcher.debugDisplay.connect([&](std::string_view line) { displayed.emplace_back(line); });
+    console.dispatcher.analyzeEnabled = [] { return false; };
+    receive("A_ESN1");
+    receive("A_CPW7");
+    console.dispatcher.AnalyzeCmd("C_CPWsecret", false);
+    EXPECT_EQ(session.gESN, "");
+    EXPECT_THAT(relayed, ElementsAre("A_ESN1", "A_CPW7"));
+    EXPECT_THAT(displayed, ElementsAre("A_ESN1")) << "a line about a password is never displayed";
+}
+
+TEST_F(AnalyzeCmd, TellsTheRecordsOfAPortByIndexAndCode) {
+    std::vector<std::string> events;
+    console.realTimeUpdate.on("ALR", [&](const Fields& fields) {
+        std::string event;
+        for (std::size_t i = 0; i < fields.size(); ++i) event += std::string(fields.at(i)) + "|";
+        events.push_back(event);
+    });
+    int sims = 0;
+    console.sessionRecords.simAlarm.connect([&](const Fields&) { ++sims; });
+    receive("I_ALR843,25,40,,");
+    receive("I_ALR000,010");
+    receive("I_ALR000,90,,Loading flash,");
+    EXPECT_THAT(events, ElementsAre("8|4|3|25|40|||", "0|0|0|010|<end>|||"));
+    EXPECT_EQ(sims, 1);
+    EXPECT_EQ(console.mainWindow.lblUpdateStatus.text(), "Loading flash");
+}
+
+struct Word {
+    std::string key;
+    std::string tag;
+    std::string line;
+    bool ok;
+    bool failed;
+};
+
+TEST_F(AnalyzeCmd, CreditsAnAnswerOnlyToTheCommandItAnswers) {
+    const Word words[] = {
+        {"R_ESN", "", "A_ESN1", true, false},        {"R_CLK", "", "A_ESN1", false, false},
+        {"C_CLK1", "", "C_CLK1,2,3,4,5,6", true, false}, {"C_MOD11", "", "OK", true, false},
+        {"C_MOD11", "", "OKAY", false, false},       {"C_MOD11", "", "ERROR 5", false, true},
+        {"C_STP11", "", "I_ALR110,OK", true, false}, {"C_STP11", "", "I_ALR110,ERROR", false, true},
+        {"C_SMS", "SMS1", "OK#", true, false},       {"C_CDR11", "", "OK#11", false, false},
+        {"C_MOD11", "", "B_OK", false, false},       {"R_PPR", "", "A_PPR1", true, false},
+    };
+    for (const auto& word : words) {
+        auto item = command(word.key, "item");
+        item.Tag = word.tag;
+        write({item});
+        receive(word.line);
+        EXPECT_EQ(console.writes.gWriteOk, word.ok) << word.key << " " << word.line;
+        EXPECT_EQ(console.writes.gWriteFailed, word.failed) << word.key << " " << word.line;
+        console.bringUp.dropSession();
+    }
+}
+
+TEST_F(AnalyzeCmd, WakesNothingWhenAWordComesLate) {
+    receive("OK");
+    receive("ERROR");
+    receive("A_CLK1,2,3,4,5,6");
+    EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
+    EXPECT_FALSE(console.writes.gWriteOk || console.writes.gWriteFailed);
+}
+
+TEST_F(AnalyzeCmd, MatchesByExpectedTextInFileAndBackupState) {
+    write({command("R_MOD11", "Port 1")}, "backup");
+    std::string written;
+    console.dispatcher.backupAnswer.connect([&](std::string_view line) { written = line; });
+    receive("A_MOD12,x");
+    EXPECT_FALSE(console.writes.gWriteOk);
+    receive("A_MOD11,x");
+    EXPECT_TRUE(console.writes.gWriteOk);
+    EXPECT_EQ(written, "A_MOD11,x");
+    console.bringUp.dropSession();
+    write({command("C_HFL:00", "line")}, "file");
+    session.gExpectedReply = "OK";
+    receive("NOPE");
+    EXPECT_FALSE(console.writes.gWriteOk);
+    receive("H OK");
+    EXPECT_TRUE(console.writes.gWriteOk);
+}
+
+TEST_F(AnalyzeCmd, HearsTheModemOnlyOnAModemLink) {
+    std::vector<std::string> heard;
+    console.dispatcher.modemConnected.connect([&] { heard.emplace_back("up"); });
+    console.dispatcher.modemFailed.connect([&](std::string_view line) { heard.emplace_back(line); });
+    receive("A_ESN DISCONNECTED");
+    session.gConnType = "MDM";
+    receive("CONNECT 9600");
+    receive("NO CARRIER");
+    EXPECT_THAT(heard, ElementsAre("up", "NO CARRIER"));
+}
+
+TEST_F(AnalyzeCmd, MarksAReadAnsweredOnlyByAReceivedLine) {
+    bench.connect();
+    console.reads.start({command("R_ISD", "ISDN")});
+    console.dispatcher.AnalyzeCmd("C_ISD4", false);
+    EXPECT_FALSE(console.reads.gReadReplied);
+    receive("A_ISD1,2");
+    EXPECT_TRUE(console.reads.gReadReplied);
+}
+
+TEST_F(AnalyzeCmd, KeepsABadIdentityInsideItsFolder) {
+    receive("A_ESN../../../tmp/x");
+    EXPECT_EQ(std::filesystem::path(session.gCDRFile).parent_path(), bench.folder.path() / "data");
+}
+
+TEST_F(AnalyzeCmd, FollowsTheAllocationAndTheRouting) {
+    console.realTimeUpdate("SEL", splitString("6,x", ','));
+    EXPECT_TRUE(console.routingPage.chkTSLByPrefix.checked());
+    EXPECT_EQ(console.routingPage.optTSLMode.text(), "Random");
+    console.realTimeUpdate("SEL", splitString("3", ','));
+    EXPECT_EQ(console.routingPage.optTSLMode.text(), "Random");
+    console.realTimeUpdate("PRT", splitString("84,1,32,7", ','));
+    EXPECT_EQ(console.routingPage.lblTSLBch[31].text(), "RESERVED2");
+    EXPECT_EQ(console.routingPage.txtTSLPRF[31].text(), "7");
+    console.realTimeUpdate("BCH", splitString("30,3,555", ','));
+    EXPECT_TRUE(console.routingPage.chkTSLChannel[29].checked());
+    for (const auto* bad : {"0,1,1", "33,1,1", "x", ""}) console.realTimeUpdate("BCH", splitString(bad, ','));
+    for (const auto* bad : {"94,1,1,1", "00,1,1,1", "1,1,1,1"}) console.realTimeUpdate("PRT", splitString(bad, ','));
+    EXPECT_EQ(console.routingPage.txtTSLNumber[29].text(), "555");
+}
+
+}  // namespace
+}  // namespace trunvex

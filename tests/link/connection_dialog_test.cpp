@@ -1,0 +1,119 @@
+#include "link/connection_dialog.h"
+
+#include <gmock/gmock.h>
+
+#include <fstream>
+
+#include "fakes/console_bench.h"
+
+namespace trunvex {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+
+class ConnectionDialog : public testing::Test {
+protected:
+    ConnectionDialog() { bench.platform.devices = {{"/dev/ttyS0", "UART"}, {"/dev/ttyUSB0", "Adapter"}}; }
+    std::unique_ptr<frmConnectionSelect> open() {
+        return std::make_unique<frmConnectionSelect>(bench.platform.boxes, bench.console.setting, bench.console.data,
+                                                     ports);
+    }
+    std::string saved(const char* key) { return bench.console.setting.Read("IPConfig", key); }
+
+    fakes::ConsoleBench bench;
+    SerialPortMap ports{bench.platform, bench.console.setting};
+};
+
+TEST_F(ConnectionDialog, StartsFromDefaults) {
+    auto dialog = open();
+    EXPECT_EQ(dialog->kind(), "NET");
+    EXPECT_EQ(dialog->txtIP.text(), "192.168.1.100");
+    EXPECT_EQ(dialog->txtPort.text(), "4001");
+    EXPECT_EQ(dialog->txtPass.text(), "kestr");
+    EXPECT_EQ(dialog->cmbRate.text(), "115200");
+    EXPECT_THAT(dialog->cmbComNum.items(), ElementsAre("COM 1", "COM 2"));
+    EXPECT_THAT(dialog->cmbComNum.details(), ElementsAre("/dev/ttyS0 - UART", "/dev/ttyUSB0 - Adapter"));
+    EXPECT_FALSE(dialog->txtUnitID.enabled());
+}
+
+TEST_F(ConnectionDialog, SharesOneFrameBetweenSerialAndModem) {
+    auto dialog = open();
+    dialog->cmbConSelect.setText("COM");
+    EXPECT_TRUE(dialog->framCOM.visible() && dialog->cmbComNum.visible() && !dialog->txtPhone.visible());
+    EXPECT_FALSE(dialog->framNET.visible());
+    dialog->cmbComNum.setIndex(1);
+    dialog->cmbRate.setText("9600");
+    dialog->cmbConSelect.setText("MDM");
+    EXPECT_TRUE(dialog->txtPhone.visible() && dialog->txtOptionalMdn.visible() && !dialog->cmbRate.visible());
+    EXPECT_EQ(dialog->portNumber(), 2);
+    EXPECT_EQ(dialog->rate(), "9600");
+}
+
+TEST_F(ConnectionDialog, TiesServerMasterAndUnit) {
+    auto dialog = open();
+    dialog->chkSERVER.setChecked(true);
+    EXPECT_TRUE(dialog->chkMasterLog.checked() && !dialog->chkMasterLog.enabled() && !dialog->txtIP.enabled());
+    EXPECT_TRUE(dialog->txtUnitID.enabled());
+    dialog->chkSERVER.setChecked(false);
+    EXPECT_TRUE(dialog->txtIP.enabled() && dialog->chkMasterLog.enabled());
+    EXPECT_TRUE(dialog->txtUnitID.enabled()) << "the master log-in is still ticked";
+    dialog->chkMasterLog.setChecked(false);
+    EXPECT_FALSE(dialog->txtUnitID.enabled());
+}
+
+TEST_F(ConnectionDialog, StaysOpenOnABadAddress) {
+    const std::tuple<const char*, const char*, const char*> cases[] = {
+        {"  ", "4001", "Wrong host address, please enter a valid host address!!"},
+        {"gw", "", "Wrong port number, please enter a valid port number!!"},
+        {"gw", "0", "Wrong port number, please enter a valid port number!!"},
+        {"gw", "40x", "Wrong port number, please enter a valid port number!!"},
+        {"gw", "65536", "Wrong port number, please enter a valid port number!!"},
+        {"gw", "-1", "Wrong port number, please enter a valid port number!!"}};
+    for (const auto& [host, port, text] : cases) {
+        auto dialog = open();
+        dialog->txtIP.setText(host);
+        dialog->txtPort.setText(port);
+        EXPECT_FALSE(dialog->accept());
+        EXPECT_EQ(bench.platform.boxes.texts().back(), text);
+    }
+}
+
+TEST_F(ConnectionDialog, RemembersAllButThePassword) {
+    auto dialog = open();
+    for (const auto* host : {" gw1 ", "gw2", "gw1"}) {
+        dialog->txtIP.setText(host);
+        dialog->txtPass.setText("hunter2");
+        dialog->chkReceivingMode.setChecked(true);
+        dialog->chkMasterLog.setChecked(true);
+        dialog->txtUnitID.setText("unit9");
+        ASSERT_TRUE(dialog->accept());
+        dialog->saveReceivingMode();
+        dialog->saveLink();
+        dialog->saveHistory();
+    }
+    auto again = open();
+    EXPECT_EQ(again->txtIP.text(), "gw1");
+    EXPECT_THAT(again->txtIP.entries(), ElementsAre("gw1", "gw2"));
+    EXPECT_TRUE(again->chkMasterLog.checked() && again->chkReceivingMode.checked() && again->txtUnitID.enabled());
+    EXPECT_EQ(saved("unitID") + saved("login") + saved("server") + saved("LastCon"), "unit9101");
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(bench.folder.path())) {
+        if (!entry.is_regular_file()) continue;
+        std::ifstream file(entry.path());
+        EXPECT_THAT(std::string(std::istreambuf_iterator<char>(file), {}), Not(HasSubstr("hunter2")));
+    }
+}
+
+TEST_F(ConnectionDialog, KeepsTheNumberOfADeviceThatComesAndGoes) {
+    open();
+    bench.platform.devices = {{"/dev/ttyACM0", "New"}, {"/dev/ttyUSB0", "Adapter"}};
+    auto dialog = open();
+    EXPECT_THAT(dialog->cmbComNum.details(), ElementsAre("/dev/ttyS0 (not present)", "/dev/ttyUSB0 - Adapter",
+                                                         "/dev/ttyACM0 - New"));
+    EXPECT_EQ(ports.deviceOf(3), "/dev/ttyACM0");
+    EXPECT_EQ(ports.deviceOf(4), "");
+}
+
+}  // namespace
+}  // namespace trunvex

@@ -1,0 +1,164 @@
+#include "queues/read_queue.h"
+
+#include <gmock/gmock.h>
+
+#include "fakes/manual_platform.h"
+#include "queues/refresh_queue.h"
+
+namespace trunvex {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class FakeSender final : public CommandSender {
+public:
+    bool isConnected() const override { return connected; }
+    void SendCommand(std::string_view line, bool, bool) override { lines.emplace_back(line); }
+
+    bool connected = true;
+    std::vector<std::string> lines;
+};
+
+constexpr const char* noData = "Can't get data from the gateway, please check your connection!.";
+
+class ReadQueueTest : public testing::Test {
+protected:
+    void advance(int ms) { platform.loop.advance(std::chrono::milliseconds(ms)); }
+    void answer(const std::string& line) { queue.takeAnswer(line); }
+
+    fakes::ManualPlatform platform;
+    FakeSender sender;
+    ReadQueue queue{platform, sender};
+};
+
+TEST_F(ReadQueueTest, RunsAsFastAsTheGatewayAnswers) {
+    std::string shown;
+    queue.onComplete("SYS", [&](const std::string& key) { shown = key; });
+    ASSERT_TRUE(queue.start({command("R_CLK", "System time"), command("R_SYS", "System Version")}));
+    EXPECT_EQ(queue.prgLoading.text(), "Loading System time");
+    EXPECT_FALSE(queue.formEnabled());
+    answer("A_CLK1,2");
+    advance(100);  // 50 ticks of 2 ms
+    EXPECT_THAT(sender.lines, ElementsAre("R_CLK", "R_SYS"));
+    EXPECT_EQ(queue.prgLoading.text(), "Loading System Version");
+    answer("A_SYS6");
+    advance(100 + 20);
+    EXPECT_EQ(shown, "R_SYS");
+    EXPECT_TRUE(queue.formEnabled());
+    EXPECT_FALSE(queue.prgLoading.visible());
+    EXPECT_EQ(platform.loop.runningTimers(), 0);
+}
+
+TEST_F(ReadQueueTest, SendsALoneItemThreeTimesThenSaysSo) {
+    queue.start({command("R_ISD", "ISDN")}, 500);
+    advance(499);
+    EXPECT_EQ(sender.lines.size(), 1u);
+    advance(1);
+    EXPECT_EQ(sender.lines.size(), 2u);
+    EXPECT_EQ(queue.prgLoading.percent(), 0);
+    advance(1000);
+    EXPECT_EQ(sender.lines.size(), 3u);
+    EXPECT_THAT(platform.boxes.texts(), ElementsAre(noData));
+    EXPECT_EQ(platform.loop.runningTimers(), 0);
+    EXPECT_TRUE(queue.formEnabled());
+}
+
+TEST_F(ReadQueueTest, AsksAtADeadItemAndGoesOnOrStops) {
+    platform.boxes.answers = {Button::Yes, Button::No};
+    // The box stays open for a while: nothing may be sent or skipped behind it.
+    platform.boxes.behind = [this](const MessageBox&) {
+        const auto before = sender.lines.size();
+        advance(10000);
+        EXPECT_EQ(sender.lines.size(), before);
+    };
+    queue.start({command("R_1", "a"), command("R_2", "b"), command("R_3", "c")}, 500);
+    advance(1500 + 100);
+    EXPECT_THAT(sender.lines, ElementsAre("R_1", "R_1", "R_1", "R_2"));
+    advance(2100);
+    EXPECT_THAT(sender.lines, ElementsAre("R_1", "R_1", "R_1", "R_2", "R_2", "R_2", "R_2"));
+    EXPECT_EQ(queue.gReadIndex, 2);
+    EXPECT_FALSE(queue.running());
+    EXPECT_TRUE(queue.formEnabled());
+    ASSERT_TRUE(queue.start({command("R_4", "d")}));
+    EXPECT_EQ(queue.gReadIndex, 0);
+}
+
+TEST_F(ReadQueueTest, LeavesABatchAloneThatWasEndedBehindItsBox) {
+    platform.boxes.answers = {Button::Yes};
+    platform.boxes.behind = [this](const MessageBox&) { queue.abandon(); };
+    queue.start({command("R_1", "a"), command("R_2", "b")}, 500);
+    advance(5000);
+    EXPECT_THAT(sender.lines, ElementsAre("R_1", "R_1", "R_1"));
+    EXPECT_EQ(platform.loop.runningTimers(), 0);
+}
+
+TEST_F(ReadQueueTest, IgnoresALateAnswerToTheItemBefore) {
+    queue.start({command("R_ESN", "a"), command("R_CLK", "b")}, 500);
+    answer("A_ESN1");
+    advance(100);
+    answer("A_ESN1");
+    EXPECT_FALSE(queue.gReadReplied);
+    answer("x CLK y");
+    EXPECT_TRUE(queue.gReadReplied) << "any line that holds the letters answers";
+}
+
+TEST_F(ReadQueueTest, WalksBatchesOfEverySizeOnceThrough) {
+    for (const int count : {1, 2, 3, 7, 8, 30, 32, 66, 150, 250}) {
+        sender.lines.clear();
+        std::vector<QueueItem> items;
+        for (int i = 0; i < count; ++i) items.push_back(command("R_X" + std::to_string(1000 + i), "x"));
+        queue.start(items, 500);
+        for (int i = 0; i < count * 100 && queue.running(); ++i) {
+            if (!sender.lines.empty()) answer("A" + sender.lines.back().substr(1));
+            advance(2);
+            if (queue.prgLoading.percent() > 100) break;
+        }
+        advance(600);
+        EXPECT_EQ(sender.lines.size(), static_cast<std::size_t>(count));
+        EXPECT_FALSE(queue.running()) << count;
+    }
+    EXPECT_THAT(platform.boxes.shown, IsEmpty());
+}
+
+TEST_F(ReadQueueTest, RefusesWhenTheLinkIsDown) {
+    sender.connected = false;
+    EXPECT_FALSE(queue.start({command("R_ISD", "ISDN")}));
+    EXPECT_THAT(platform.boxes.texts(), ElementsAre(notConnectedText));
+    EXPECT_THAT(sender.lines, IsEmpty());
+}
+
+TEST_F(ReadQueueTest, TellsHowFarALongTableHasCome) {
+    queue.start({command("R_BCH1", "B-CH 1"), command("R_BCH2", "B-CH 2"), command("R_BCH3", "B-CH 3")});
+    answer("A_BCH1");
+    advance(66);
+    EXPECT_EQ(queue.prgLoading.text(), "Loading B-CH 2   33%");
+}
+
+class RefreshQueueTest : public testing::Test {
+protected:
+    fakes::ManualPlatform platform;
+    FakeSender sender;
+    RefreshQueue queue{platform, sender};
+};
+
+TEST_F(RefreshQueueTest, PassesOverWhatIsNotAnsweredWithoutAWord) {
+    queue.start({command("R_STS11", "Port 1"), command("R_STS12", "Port 2"), command("R_STS13", "Port 3")}, 300);
+    EXPECT_TRUE(queue.takeAnswer("A_STS11,1"));
+    platform.loop.advance(std::chrono::milliseconds(70));
+    EXPECT_THAT(sender.lines, ElementsAre("R_STS11", "R_STS12"));
+    platform.loop.advance(std::chrono::milliseconds(300));
+    EXPECT_THAT(sender.lines, ElementsAre("R_STS11", "R_STS12", "R_STS13"));
+    EXPECT_TRUE(queue.takeAnswer("OK"));
+    platform.loop.advance(std::chrono::milliseconds(300));
+    EXPECT_EQ(queue.ucCoolProgressBar.text(), "Refreshing data  complete seccessful!");
+    EXPECT_FALSE(queue.ucCoolProgressBar.visible());
+    EXPECT_EQ(platform.loop.runningTimers(), 0);
+    EXPECT_THAT(platform.boxes.shown, IsEmpty());
+    queue.start({command("R_STS11", "Port 1")}, 300);
+    platform.loop.advance(std::chrono::milliseconds(400));
+    EXPECT_EQ(queue.ucCoolProgressBar.text(), "Done");
+}
+
+}  // namespace
+}  // namespace trunvex

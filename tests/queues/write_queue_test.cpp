@@ -1,0 +1,230 @@
+#include "queues/write_queue.h"
+
+#include <gmock/gmock.h>
+
+#include "fakes/console_bench.h"
+
+namespace trunvex {
+namespace {
+
+using fakes::ConsoleBench;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+// On a link that is up, with the session flag set but no log-in under way.
+class WriteQueueTest : public testing::Test {
+protected:
+    WriteQueueTest() {
+        bench.connect();
+        bench.platform.socket->sent.clear();
+    }
+    bool start(std::vector<std::string> lines, WriteBatch batch = {}) {
+        for (const auto& line : lines) batch.items.push_back(command(line, "[" + line + "]"));
+        return console.writes.start(std::move(batch));
+    }
+    std::vector<std::string> boxTexts() { return bench.platform.boxes.texts(); }
+
+    ConsoleBench bench;
+    Console& console = bench.console;
+    std::deque<Button>& answers = bench.platform.boxes.answers;
+};
+
+TEST_F(WriteQueueTest, SendsTheNextWhenTheGatewayHasAccepted) {
+    ASSERT_TRUE(start({"C_A", "C_B"}));
+    EXPECT_EQ(bench.panelText(), "send data to: [C_A]");
+    bench.receive("OK");
+    EXPECT_THAT(bench.sent(), ElementsAre("C_A")) << "the decision is the tick's";
+    bench.advance(1);
+    EXPECT_THAT(bench.sent(), ElementsAre("C_A", "C_B"));
+    EXPECT_EQ(bench.panelText(), "send data : [C_B]");
+    bench.receive("OK");
+    bench.advance(1);
+    EXPECT_EQ(bench.panelText(), "Connected        ");
+    EXPECT_THAT(boxTexts(), IsEmpty());
+    bench.advance(5000);
+    EXPECT_THAT(bench.sent(), ElementsAre("C_A", "C_B"));
+}
+
+TEST_F(WriteQueueTest, WaitsOutItsTimeThenAsks) {
+    start({"C_A", "C_B"});
+    bench.advance(999);
+    EXPECT_THAT(boxTexts(), IsEmpty());
+    answers = {Button::Ignore, Button::Retry, Button::Cancel};
+    bench.advance(1);
+    ASSERT_THAT(boxTexts(), ElementsAre("Error: can't write : \r\n[C_A]\r\nplease check your data."));
+    const auto box = bench.platform.boxes.shown[0];
+    EXPECT_EQ(box.title, "[C_A]");
+    EXPECT_EQ(box.buttons, ButtonSet::AbortRetryIgnore);
+    EXPECT_EQ(box.defaultButton, 2);
+    bench.advance(1000);
+    EXPECT_EQ(bench.platform.boxes.shown[1].buttons, ButtonSet::RetryCancel);
+    bench.advance(1000);
+    EXPECT_THAT(bench.sent(), ElementsAre("C_A", "C_B", "C_B"));
+    EXPECT_EQ(boxTexts().back(), "Error: can't write data to : \r\n[C_A]\r\n[C_B]");
+    EXPECT_EQ(bench.panelText(), "failed write to gateway");
+    EXPECT_FALSE(console.writes.running());
+}
+
+TEST_F(WriteQueueTest, ReportsWhatWasIgnoredAtTheEnd) {
+    start({"C_A", "C_B", "C_C"});
+    answers = {Button::Ignore, Button::Ignore};
+    bench.receive("ERROR");
+    bench.advance(1);
+    bench.receive("ERROR");
+    bench.advance(1);
+    bench.receive("OK");
+    bench.advance(1);
+    EXPECT_EQ(boxTexts().back(), "Write data not complete seccesful : \r\n[C_A]\r\n[C_B]\r\n");
+    EXPECT_EQ(bench.panelText(), "Connected        ");
+}
+
+TEST_F(WriteQueueTest, RestsWhileItsBoxIsOpenAndCreditsNothingThatComesMeanwhile) {
+    start({"C_A", "C_B"});
+    answers = {Button::Retry};
+    bench.platform.boxes.behind = [this](const MessageBox&) {
+        bench.receive("OK");
+        bench.advance(20000);
+        EXPECT_THAT(bench.sent(), ElementsAre("C_A"));
+    };
+    bench.advance(1000);
+    EXPECT_THAT(bench.sent(), ElementsAre("C_A", "C_A"));
+    EXPECT_FALSE(console.writes.gWriteOk);
+    bench.receive("OK");
+    bench.advance(1);
+    EXPECT_THAT(bench.sent(), ElementsAre("C_A", "C_A", "C_B"));
+}
+
+TEST_F(WriteQueueTest, DropsTheBatchWhenTheLinkFallsBehindItsBox) {
+    for (const auto answer : {Button::Retry, Button::Ignore, Button::Abort}) {
+        start({"C_A", "C_B"});
+        answers = {answer};
+        bench.platform.boxes.behind = [this](const MessageBox&) { bench.platform.socket->peerCloses(); };
+        bench.advance(1000);
+        EXPECT_EQ(bench.panelText(), "Disconnected");
+        bench.advance(200000);
+        EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
+        EXPECT_THAT(bench.sent(), ElementsAre("C_A"));
+        EXPECT_EQ(bench.platform.boxes.shown.size(), 1u) << "no further box";
+        bench.platform.boxes.shown.clear();
+        bench.connect();
+        bench.platform.socket->sent.clear();
+    }
+}
+
+TEST_F(WriteQueueTest, FeedsBackWhatWasAcceptedAndNothingElse) {
+    start({"C_CLK01,02,26,1,10,30", "C_CLK01,02,26,1,11,30"});
+    bench.receive("OK");
+    bench.advance(1);
+    EXPECT_EQ(console.session.gClockField[4], "10");
+    EXPECT_FALSE(console.writes.gWriteOk) << "the line fed back must not answer the next command";
+    answers = {Button::Cancel};
+    bench.advance(1000);
+    EXPECT_EQ(console.session.gClockField[4], "10") << "a refused value is not stored";
+}
+
+TEST_F(WriteQueueTest, IsSilentAboutASilentBatchAndEndsIt) {
+    WriteBatch batch;
+    batch.silent = true;
+    start({"C_A", "C_B", "C_C"}, batch);
+    bench.advance(1000);
+    EXPECT_EQ(bench.panelText(), "[C_B]");
+    bench.receive("OK");
+    bench.advance(1);
+    bench.advance(3000);
+    EXPECT_THAT(bench.sent(), ElementsAre("C_A", "C_B", "C_C", "C_C"));
+    EXPECT_FALSE(console.writes.running());
+    EXPECT_FALSE(console.writes.gSilentWrite);
+    batch = {};
+    batch.silent = true;
+    start({"C_D"}, batch);
+    bench.receive("OK");
+    bench.advance(1);
+    EXPECT_EQ(bench.panelText(), "Refreshing data  complete seccessful!");
+    EXPECT_THAT(boxTexts(), IsEmpty());
+}
+
+TEST_F(WriteQueueTest, SaysRestoringWhileABackupIsReplayed) {
+    WriteBatch batch;
+    batch.restore = true;
+    answers = {Button::Retry};
+    start({"C_A", "C_B"}, batch);
+    bench.receive("OK");
+    bench.advance(1);
+    EXPECT_EQ(bench.panelText(), "Restoring Data");
+    bench.advance(1000);
+    EXPECT_THAT(boxTexts().back(), HasSubstr("error while restoring data."));
+    bench.receive("OK");
+    bench.advance(1);
+    EXPECT_EQ(boxTexts().back(), "Restore data complete successful.. ");
+    EXPECT_FALSE(console.writes.gRestoreMode);
+}
+
+TEST_F(WriteQueueTest, PushesLinesInTheWaitStateThenLogsIn) {
+    WriteBatch batch;
+    batch.word = "wait";
+    batch.timeToWriteMs = 2000;
+    batch.items = {command("", "empty"), command("AT1", "one"), command("", "empty"), command("CONNECT", "last")};
+    console.writes.start(batch);
+    bench.advance(2000);
+    EXPECT_THAT(bench.sent(), ElementsAre("AT1"));
+    bench.advance(4000);
+    EXPECT_THAT(bench.sent(), ElementsAre("AT1", "CONNECT"));
+    bench.advance(2000);
+    EXPECT_EQ(bench.sent().back(), "C_CPWkestr");
+}
+
+TEST_F(WriteQueueTest, GivesADialMoreThanAMinute) {
+    WriteBatch batch;
+    batch.word = "file";
+    start({"ATE0", "ATD123"}, batch);
+    console.session.gExpectedReply = "OK";
+    bench.receive("OK");
+    bench.advance(1);
+    bench.advance(64999);
+    EXPECT_THAT(boxTexts(), IsEmpty());
+    answers = {Button::Retry};
+    bench.advance(1);
+    EXPECT_EQ(boxTexts().size(), 1u);
+    bench.advance(64999);
+    EXPECT_EQ(boxTexts().size(), 1u) << "a second dial gets as long";
+}
+
+TEST_F(WriteQueueTest, RefusesASecondBatchWhileOneRuns) {
+    start({"C_A"});
+    EXPECT_FALSE(start({"C_B"}));
+    EXPECT_THAT(bench.sent(), ElementsAre("C_A"));
+    EXPECT_THAT(console.mainWindow.lblNotice.text(), HasSubstr("still being written"));
+    bench.receive("OK");
+    bench.advance(1);
+    EXPECT_TRUE(start({"C_B"}));
+    WriteBatch empty;
+    empty.groupWrite = true;
+    EXPECT_FALSE(console.writes.start(empty));
+    EXPECT_THAT(boxTexts(), ElementsAre("There is no ports in this group!!"));
+}
+
+// Of four targets the one next to the last is left out.
+TEST_F(WriteQueueTest, PumpsFirmwareFromTheEndOfItsList) {
+    auto& writes = console.writes;
+    writes.gBootList = {"C_SLU11", "C_SLU12", "C_SLU21", "C_SLU22"};
+    writes.gBootCount = "3";
+    writes.gBootRunning = true;
+    start({"C_SLU22"});
+    for (int i = 0; i < 3; ++i) bench.receive("I_ALR000,90,,'RESTART' Command is completed");
+    EXPECT_THAT(bench.sent(), ElementsAre("C_SLU22", "C_SLU12", "C_SLU11"));
+    EXPECT_FALSE(writes.gBootRunning);
+    bench.advance(1000);
+    start({"C_SLU11"});
+    writes.gBootRunning = true;
+    writes.gBootCount = "0";
+    answers = {Button::Retry, Button::Abort};
+    bench.advance(1000);
+    ASSERT_EQ(bench.platform.boxes.shown.size(), 1u);
+    EXPECT_EQ(bench.platform.boxes.shown[0].buttons, ButtonSet::AbortRetryIgnore);
+    EXPECT_EQ(writes.gBootCount, "1");
+    EXPECT_EQ(bench.sent().back(), "C_SLU11");
+}
+
+}  // namespace
+}  // namespace trunvex

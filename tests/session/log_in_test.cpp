@@ -1,0 +1,337 @@
+#include <gmock/gmock.h>
+
+#include "fakes/console_bench.h"
+#include "simulator/master_pc.h"
+
+namespace trunvex {
+namespace {
+
+using fakes::ConsoleBench;
+using fakes::seeded;
+using testing::Contains;
+using testing::Each;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+const std::vector<std::string> logInLines = {"C_CPWkestr", "R_ESN", "R_CLK", "R_PPR"};
+
+TEST(LogIn, AsksOneAtATimeAndEndsConnected) {
+    simulator::Gateway gateway(seeded(7));
+    ConsoleBench bench;
+    bench.logIn(gateway);
+    EXPECT_EQ(gateway.linesReceived(), logInLines);
+    EXPECT_EQ(bench.console.bringUp.phase(), SessionPhase::Connected);
+    EXPECT_EQ(bench.panelText(), "Connected        ");
+    EXPECT_EQ(bench.console.mainWindow.lblESN.text(), "4711");
+    EXPECT_EQ(bench.console.session.gCDRFile, bench.folder.path().string() + "/data/CDR4711.mdb");
+    EXPECT_EQ(bench.console.connectButton.caption(), "Disconnect");
+    EXPECT_EQ(bench.console.mainWindow.caption.text(), std::string(windowTitle) + " {192.168.1.100:4001}");
+    EXPECT_THAT(bench.platform.boxes.shown, IsEmpty());
+    bench.advance(10000);
+    EXPECT_THAT(bench.console.mainWindow.lblTimePanel.text(), Not(HasSubstr("end")));
+    bench.console.mainWindow.openPage("connect");
+    EXPECT_EQ(bench.panelText(), "Disconnected");
+    EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
+    EXPECT_EQ(bench.console.connectButton.caption(), "Connect");
+}
+
+TEST(LogIn, SurvivesEveryWayTheWireCanCutAndDoubleLines) {
+    for (const auto* wish : {"pieces=1", "pieces=3", "coalesce=400", "nul", "garbage=0.9", "flood=1048576",
+                             "doubled=1", "latency=100-900"}) {
+        auto options = seeded(3);
+        ASSERT_EQ(simulator::switchOn(options.faults, wish), "");
+        simulator::Gateway gateway(options);
+        ConsoleBench bench;
+        bench.logIn(gateway);
+        bench.advance(5000);
+        EXPECT_EQ(bench.console.bringUp.phase(), SessionPhase::Connected) << wish;
+        EXPECT_EQ(gateway.linesReceived(), logInLines) << wish;
+        EXPECT_TRUE(bench.console.session.gGotActivePorts) << wish;
+        EXPECT_THAT(bench.platform.boxes.shown, IsEmpty()) << wish;
+    }
+}
+
+TEST(LogIn, LetsTheOperatorDecideOnAnItemThatIsNotAnswered) {
+    auto options = seeded(3);
+    simulator::switchOn(options.faults, "R_ESN:silent");
+    simulator::Gateway gateway(options);
+    ConsoleBench bench;
+    bench.platform.boxes.answers = {Button::Retry, Button::Ignore};
+    bench.logIn(gateway);
+    bench.advance(5000);
+    EXPECT_THAT(gateway.linesReceived(), ElementsAre("C_CPWkestr", "R_ESN", "R_ESN", "R_CLK", "R_PPR"));
+    EXPECT_EQ(bench.platform.boxes.shown[0].title, "Request ESN ID");
+    EXPECT_EQ(bench.console.bringUp.phase(), SessionPhase::Connected);
+    EXPECT_EQ(bench.console.session.gESN, "");
+}
+
+TEST(LogIn, CreditsALateAnswerToNobodyElse) {
+    auto options = seeded(3);
+    simulator::switchOn(options.faults, "R_ESN:latency=1500");
+    simulator::Gateway gateway(options);
+    ConsoleBench bench;
+    bench.platform.boxes.answers = {Button::Ignore};
+    simulator::switchOn(gateway.faults(), "R_CLK:latency=900");
+    bench.logIn(gateway);
+    bench.advance(5000);
+    EXPECT_THAT(gateway.linesReceived(), ElementsAre("C_CPWkestr", "R_ESN", "R_CLK", "R_PPR"));
+    EXPECT_EQ(bench.platform.boxes.shown.size(), 2u) << "the ignored item, and the report of it";
+    EXPECT_EQ(bench.console.session.gESN, "4711") << "a late record is stored all the same";
+}
+
+TEST(LogIn, GoesOnWithAWrongPasswordAndSaysSo) {
+    simulator::Gateway gateway(seeded(3));
+    ConsoleBench bench;
+    bench.dialog = [](frmConnectionSelect& dialog) { dialog.txtPass.setText("wrong"); };
+    bench.logIn(gateway);
+    EXPECT_EQ(gateway.linesReceived().size(), 4u);
+    EXPECT_EQ(bench.console.bringUp.phase(), SessionPhase::Connected);
+    EXPECT_THAT(bench.console.mainWindow.lblNotice.text(), HasSubstr("password"));
+}
+
+// At every moment of connecting and logging in, also behind the boxes.
+TEST(LogIn, EndsCleanlyWhereverTheLinkFalls) {
+    for (int moment = 0; moment <= 3000; moment += 37) {
+        auto options = seeded(3);
+        simulator::switchOn(options.faults, "latency=50-120");
+        simulator::Gateway gateway(options);
+        ConsoleBench bench;
+        bench.attach(gateway);
+        bench.connect();
+        bench.advance(moment);
+        gateway.linkDown();
+        bench.platform.socket->peerCloses();
+        EXPECT_EQ(bench.console.bringUp.phase(), SessionPhase::Idle) << moment;
+        EXPECT_EQ(bench.platform.loop.runningTimers(), 0) << moment;
+        bench.advance(200000);
+        EXPECT_THAT(bench.platform.boxes.shown, IsEmpty()) << moment;
+        gateway.forgetLinesReceived();
+        bench.connect();
+        bench.advance(4000);
+        EXPECT_EQ(gateway.linesReceived(), logInLines) << moment;
+    }
+}
+
+TEST(Connecting, AsksAfterAHundredSecondsAndRetriesWithoutTheDialog) {
+    ConsoleBench bench;
+    int dialogs = 0;
+    bench.dialog = [&](frmConnectionSelect&) { ++dialogs; };
+    bench.platform.boxes.answers = {Button::Retry, Button::Cancel};
+    bench.console.mainWindow.openPage("connect");
+    bench.advance(99999);
+    EXPECT_THAT(bench.platform.boxes.shown, IsEmpty());
+    bench.advance(1);
+    EXPECT_THAT(bench.platform.boxes.texts(), ElementsAre("Error: Time out, unable to connect to the gateway!!"));
+    EXPECT_EQ(bench.panelText(), "Retrying Connecting...");
+    EXPECT_EQ(bench.platform.socket->state(), TcpSocket::State::Connecting);
+    bench.advance(100000);
+    EXPECT_EQ(bench.panelText(), "Connection failed");
+    EXPECT_EQ(bench.console.bringUp.phase(), SessionPhase::Idle);
+    EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
+    EXPECT_EQ(dialogs, 1);
+}
+
+TEST(Connecting, TellsWhyTheSocketFailedAndRetries) {
+    ConsoleBench bench;
+    bench.platform.boxes.answers = {Button::Retry};
+    // While the box is open the link can't fail a second time into a second box.
+    bench.console.mainWindow.openPage("connect");
+    bench.platform.socket->fails("gw port 4001: Connection refused");
+    EXPECT_THAT(bench.platform.boxes.texts(),
+                ElementsAre("Error: can't connect to the gateway ,please check your connection"));
+    EXPECT_EQ(bench.panelText(), "Retrying Connecting...");
+    bench.platform.socket->fails("gw port 4001: Connection refused");
+    EXPECT_EQ(bench.panelText(), "Connection failed");
+    EXPECT_THAT(bench.console.mainWindow.lblNotice.text(), HasSubstr("Connection refused"));
+    EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
+}
+
+TEST(Connecting, CancelOpensNothing) {
+    ConsoleBench bench;
+    bench.dialog = [](frmConnectionSelect& dialog) { dialog.cancel(); };
+    bench.console.mainWindow.openPage("connect");
+    EXPECT_FALSE(bench.console.session.sessionFlag);
+    EXPECT_EQ(bench.platform.socket->state(), TcpSocket::State::Closed);
+    EXPECT_EQ(bench.console.bringUp.phase(), SessionPhase::Idle);
+}
+
+TEST(Serial, BindsOpensAndLosesTheLine) {
+    ConsoleBench bench;
+    bench.platform.devices = {{"/dev/ttyS0", ""}};
+    bench.dialog = [](frmConnectionSelect& dialog) {
+        dialog.cmbConSelect.setText("COM");
+        dialog.cmbRate.setText("9600");
+    };
+    auto& serial = *bench.platform.serial;
+    bench.console.mainWindow.openPage("connect");
+    EXPECT_EQ(serial.settings, "9600,n,8,1");
+    EXPECT_EQ(serial.number, 1);
+    EXPECT_EQ(serial.inBytes, 1024);
+    EXPECT_TRUE(serial.portOpen() && serial.rts);
+    bench.advance(1100);
+    EXPECT_EQ(serial.sent, "C_CPWkestr\r");
+    serial.onReceive("A_CPW65535\r");
+    bench.advance(1);
+    EXPECT_EQ(serial.sent, "C_CPWkestr\rR_ESN\r");
+    serial.onDsrChange();
+    EXPECT_FALSE(serial.portOpen());
+    EXPECT_EQ(bench.console.bringUp.phase(), SessionPhase::Idle);
+    serial.onDsrChange();
+    EXPECT_EQ(bench.console.bringUp.phase(), SessionPhase::Idle);
+    EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
+}
+
+TEST(Serial, TellsWhyAPortDoesNotOpen) {
+    ConsoleBench bench;
+    bench.dialog = [](frmConnectionSelect& dialog) { dialog.cmbConSelect.setText("COM"); };
+    bench.platform.serial->refusal = "Can't open COM 1 (/dev/ttyS0): no permission.";
+    bench.console.mainWindow.openPage("connect");
+    EXPECT_EQ(bench.console.mainWindow.lblNotice.text(), "Can't open COM 1 (/dev/ttyS0): no permission.");
+    bench.advance(100000);
+    EXPECT_EQ(bench.platform.boxes.shown.size(), 1u);
+}
+
+class Master : public testing::Test {
+protected:
+    void chooseMaster(bool server) {
+        bench.dialog = [server](frmConnectionSelect& dialog) {
+            dialog.chkSERVER.setChecked(server);
+            dialog.chkMasterLog.setChecked(true);
+            dialog.txtUnitID.setText("unit9");
+        };
+    }
+    static simulator::MasterOptions options() {
+        simulator::MasterOptions made;
+        made.sessionId = "12";
+        made.password = "kestr";
+        made.unit = "unit9";
+        return made;
+    }
+
+    simulator::Gateway gateway{seeded(3)};
+    ConsoleBench bench;
+};
+
+TEST_F(Master, IsAnsweredThenTheOrdinaryLogInRuns) {
+    simulator::MasterPc master(gateway, options());
+    chooseMaster(false);
+    bench.logIn(master);
+    EXPECT_TRUE(master.accepted());
+    EXPECT_EQ(gateway.linesReceived(), logInLines);
+    EXPECT_EQ(bench.console.bringUp.phase(), SessionPhase::Connected);
+    master.ping();
+    master.announce();
+    master.tellUpdate("40 %");
+    bench.runStation();
+    bench.advance(100);
+    EXPECT_EQ(master.pongs(), 2);
+    EXPECT_EQ(bench.console.session.gESN, "4711");
+    EXPECT_THAT(bench.console.mainWindow.lblUpdateStatus.text(), HasSubstr("Master Updating"));
+    bench.console.mainWindow.openPage("connect");
+    EXPECT_EQ(bench.sent().back(), "SRV12:CLOSE");
+}
+
+TEST_F(Master, RefusesTheConsole) {
+    auto refusing = options();
+    refusing.refuses = true;
+    simulator::MasterPc master(gateway, refusing);
+    chooseMaster(false);
+    bench.platform.boxes.behind = [this](const MessageBox&) { bench.advance(60000); };
+    bench.logIn(master);
+    EXPECT_THAT(bench.platform.boxes.texts(), ElementsAre("Rejected by PC Master ."));
+    EXPECT_EQ(bench.console.bringUp.phase(), SessionPhase::Idle);
+    EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
+}
+
+TEST_F(Master, CallsAListeningConsoleAgainAndAgain) {
+    simulator::MasterPc master(gateway, options());
+    chooseMaster(true);
+    bench.attach(master);
+    bench.console.mainWindow.openPage("connect");
+    EXPECT_EQ(bench.panelText(), "Server status: Listening");
+    EXPECT_EQ(bench.console.connectButton.caption(), "Stop server");
+    for (int call = 0; call < 3; ++call) {
+        gateway.forgetLinesReceived();
+        bench.platform.socket->peerCalls();
+        bench.advance(call == 1 ? 1100 : 3000);  // the second call falls in the middle of its log-in
+        if (call != 1) {
+            EXPECT_EQ(gateway.linesReceived(), logInLines) << call;
+        }
+        master.linkDown();
+        bench.platform.socket->peerCloses();
+        EXPECT_EQ(bench.platform.socket->state(), TcpSocket::State::Listening);
+        EXPECT_EQ(bench.console.bringUp.phase(), SessionPhase::Listening);
+        bench.advance(20000);
+        EXPECT_THAT(bench.platform.boxes.shown, IsEmpty());
+    }
+    bench.console.mainWindow.openPage("connect");
+    EXPECT_EQ(bench.platform.socket->state(), TcpSocket::State::Closed);
+    bench.platform.socket->listenFails = true;
+    bench.console.mainWindow.openPage("connect");
+    EXPECT_EQ(bench.console.bringUp.phase(), SessionPhase::Idle);
+    EXPECT_THAT(bench.console.mainWindow.lblNotice.text(), HasSubstr("in use"));
+}
+
+TEST(ConSwitch, AsksFirstAndRefusesTheModeThatStands) {
+    ConsoleBench bench;
+    auto& system = bench.console.systemPage;
+    system.cmdConSwitch_0.press();
+    EXPECT_EQ(bench.platform.boxes.texts().back(), notConnectedText);
+    simulator::Gateway gateway(seeded(3));
+    bench.logIn(gateway);
+    gateway.forgetLinesReceived();
+    system.cmdConSwitch_1.press();
+    EXPECT_EQ(bench.platform.boxes.texts().back(), "no change in connection mode!!");
+    bench.platform.boxes.answers = {Button::No, Button::Yes, Button::Yes};
+    system.cmdConSwitch_2.press();
+    bench.advance(1);
+    EXPECT_THAT(gateway.linesReceived(), IsEmpty());
+    system.cmdConSwitch_2.press();
+    bench.advance(1);
+    EXPECT_THAT(gateway.linesReceived(), ElementsAre("C_MDM1", "C_RSM"));
+    bench.advance(5000);
+    EXPECT_EQ(bench.panelText(), "Disconnected");
+}
+
+// No flow starts the receive run today; a later one must find it working.
+TEST(ReceiveWatchdog, RepeatsTheRequestsUntilTheSessionIsKnown) {
+    ConsoleBench bench;
+    bench.connect();
+    auto& console = bench.console;
+    console.panel.StartProgress("receive");
+    bench.advance(500);
+    EXPECT_THAT(bench.sent(), ElementsAre("R_ESN"));
+    bench.receive("A_ESN1");
+    bench.receive("A_CPW7");
+    bench.receive("A_CLK1,2,26,4,5,6");
+    bench.advance(500);
+    EXPECT_EQ(bench.sent().back(), "R_PPR");
+    bench.receive("A_PPR1");
+    bench.advance(100 + 99 * 10);
+    EXPECT_EQ(console.bringUp.phase(), SessionPhase::Connected);
+
+    console.panel.StartProgress("receive");
+    bench.receive("A_CPW0");
+    bench.platform.boxes.behind = [&](const MessageBox&) { bench.advance(60000); };
+    bench.advance(100);
+    EXPECT_THAT(bench.platform.boxes.texts(), ElementsAre("Error Password !"));
+    EXPECT_EQ(console.bringUp.phase(), SessionPhase::Idle);
+}
+
+TEST(Passwords, AreNeverShown) {
+    ConsoleBench bench;
+    std::vector<std::string> shown;
+    bench.console.objSpool.sent().connect([&](std::string_view line, bool) { shown.emplace_back(line); });
+    bench.console.dispatcher.debugDisplay.connect([&](std::string_view line) { shown.emplace_back(line); });
+    simulator::Gateway gateway(seeded(3));
+    bench.logIn(gateway);
+    bench.console.objSpool.SendCommand("C_APWsecret");
+    bench.console.objSpool.SendCommand("C_UPW02044,secret");
+    EXPECT_THAT(shown, Contains("R_ESN"));
+    EXPECT_THAT(shown, Each(Not(testing::AnyOf(HasSubstr("kestr"), HasSubstr("secret"), HasSubstr("A_CPW")))));
+}
+
+}  // namespace
+}  // namespace trunvex

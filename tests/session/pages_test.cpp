@@ -1,0 +1,106 @@
+#include <gmock/gmock.h>
+
+#include "fakes/console_bench.h"
+
+namespace trunvex {
+namespace {
+
+using fakes::ConsoleBench;
+using fakes::seeded;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class Pages : public testing::Test {
+protected:
+    void logIn() {
+        bench.logIn(gateway);
+        gateway.forgetLinesReceived();
+    }
+    simulator::Gateway gateway{seeded(3)};
+    ConsoleBench bench;
+    FrmPRIGroups& window = bench.console.mainWindow;
+};
+
+TEST_F(Pages, ReadWhatTheyLackAndNotTwice) {
+    logIn();
+    window.tool("system").press();
+    bench.advance(1000);
+    EXPECT_THAT(gateway.linesReceived(), ElementsAre("R_CLK", "R_SYS"));
+    EXPECT_NE(bench.console.systemPage.TxtSystemVer.text(), "");
+    window.tool("sim").press();
+    bench.advance(2000);
+    EXPECT_TRUE(bench.console.board.holdsData);
+    gateway.forgetLinesReceived();
+    for (const auto* key : {"system", "sim", "main", "groups", "hst", "dbg", "stc", "call", "tsl"}) {
+        window.tool(key).press();
+        bench.advance(1000);
+        EXPECT_EQ(window.page(), key);
+    }
+    EXPECT_THAT(gateway.linesReceived(), IsEmpty());
+    EXPECT_THAT(bench.platform.boxes.shown, IsEmpty());
+}
+
+TEST_F(Pages, WaitForTheBatchThatRuns) {
+    logIn();
+    window.tool("sim").press();
+    window.tool("isdn").press();
+    bench.advance(3000);
+    EXPECT_THAT(gateway.linesReceived(), ElementsAre("R_SYS", "R_ILS", "R_MON", "R_ISD"));
+}
+
+TEST_F(Pages, AreShownWithoutALink) {
+    for (const auto& page : toolPages)
+        if (page.key != std::string_view("connect")) window.tool(page.key).press();
+    EXPECT_THAT(bench.platform.boxes.shown, IsEmpty());
+    EXPECT_EQ(window.page(), "dbg") << "exit is no page";
+}
+
+TEST_F(Pages, ReadNothingByThemselvesInASessionThatOnlyWatches) {
+    bench.dialog = [](frmConnectionSelect& dialog) { dialog.chkReceivingMode.setChecked(true); };
+    bench.logIn(gateway);
+    bench.advance(2000);
+    EXPECT_EQ(window.page(), "sim");
+    EXPECT_EQ(gateway.linesReceived().size(), 7u);
+    window.tool("isdn").press();
+    bench.advance(1000);
+    EXPECT_EQ(gateway.linesReceived().size(), 7u);
+}
+
+TEST_F(Pages, EndTheirReadsWithTheLink) {
+    logIn();
+    simulator::switchOn(gateway.faults(), "silent");
+    window.tool("sim").press();
+    bench.advance(100);
+    bench.platform.socket->peerCloses();
+    EXPECT_TRUE(bench.console.reads.formEnabled());
+    EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
+}
+
+TEST_F(Pages, TimersAndTrayOfTheWindow) {
+    logIn();
+    window.tmrEnableCmd(0, true);
+    bench.advance(5000);
+    EXPECT_THAT(gateway.linesReceived(), ElementsAre("R_CLK"));
+    window.startDelayedClockUpdate();
+    bench.advance(1999);
+    EXPECT_EQ(gateway.linesReceived().size(), 1u);
+    bench.advance(3000);
+    EXPECT_EQ(gateway.linesReceived().size(), 2u);
+    EXPECT_EQ(window.getTextPort("MOD84"), "Port 32");
+    EXPECT_EQ(window.getNumPort(2, 1, ""), 5);
+
+    std::vector<bool> shown;
+    window.windowShown().connect([&](bool visible) { shown.push_back(visible); });
+    window.cmbTrayIcon.press();
+    EXPECT_EQ(bench.platform.trayIcon.tip, "Trunvex");
+    bench.platform.trayIcon.onRestore();
+    EXPECT_THAT(shown, ElementsAre(false, true));
+    bench.platform.trayIcon.present = false;
+    window.cmbTrayIcon.press();
+    EXPECT_EQ(shown.size(), 2u);
+    EXPECT_THAT(window.lblNotice.text(), HasSubstr("notification area"));
+}
+
+}  // namespace
+}  // namespace trunvex

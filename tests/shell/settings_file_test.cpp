@@ -1,0 +1,129 @@
+#include "shell/settings_file.h"
+
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <fstream>
+
+#include "fakes/console_bench.h"
+#include "shell/application_folder.h"
+
+namespace trunvex {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class SettingsFileTest : public testing::Test {
+protected:
+    void put(const std::string& content) { std::ofstream(path, std::ios::binary) << content; }
+    std::string content(const std::filesystem::path& of) {
+        std::ifstream file(of, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+    fakes::TemporaryFolder folder;
+    std::filesystem::path path = folder.path() / "Setting.xml";
+    std::vector<std::string> told;
+    SettingsFile settings{path, [this](const std::string& text) { told.push_back(text); }};
+};
+
+TEST_F(SettingsFileTest, KeepsTextsAsTheyAreForAnotherReader) {
+    const std::string odd = " <a href=\"x\">&amp;</a>\n\t\xC3\xA9 ";
+    settings.Write("IPConfig", "NetPort", "4001");
+    settings.Write("IP \"Config\"", "a<b", odd);
+    settings.Write("IPConfig", "NetPort", "4002");
+    SettingsFile other(path, [](const std::string&) {});
+    EXPECT_EQ(other.Read("IPConfig", "NetPort"), "4002");
+    EXPECT_EQ(other.Read("IP \"Config\"", "a<b"), odd);
+    EXPECT_EQ(other.Read("IPConfig", "none"), "");
+    EXPECT_EQ(other.Read("none", "NetPort"), "");
+    other.Write("IPConfig", "NetPort", "");
+    EXPECT_EQ(settings.Read("IPConfig", "NetPort"), "");
+    other.Remove("IP \"Config\"");
+    EXPECT_EQ(settings.Read("IP \"Config\"", "a<b"), "");
+    EXPECT_FALSE(std::filesystem::exists(path.string() + ".new"));
+}
+
+TEST_F(SettingsFileTest, KeepsADamagedFileAsideAndSaysSoOnce) {
+    const std::string damaged[] = {"not xml", "<settings><section", "<other/>", std::string("\0\xFF\x01", 3),
+                                   std::string((16u << 20) + 1, ' ')};
+    int aside = 0;
+    for (const auto& bytes : damaged) {
+        told.clear();
+        put(bytes);
+        EXPECT_EQ(settings.Read("IPConfig", "NetPort"), "");
+        EXPECT_EQ(settings.Read("IPConfig", "NetPort"), "");
+        settings.Write("IPConfig", "NetPort", "4001");
+        EXPECT_EQ(told.size(), 1u);
+        const auto kept = path.string() + ".damaged" + (aside ? "-" + std::to_string(aside + 1) : "");
+        EXPECT_EQ(content(kept), bytes);
+        EXPECT_EQ(settings.Read("IPConfig", "NetPort"), "4001");
+        ++aside;
+    }
+    told.clear();
+    put("");
+    EXPECT_EQ(settings.Read("IPConfig", "NetPort"), "");
+    EXPECT_THAT(told, IsEmpty()) << "an empty file is no damage";
+}
+
+// Root may write anywhere, so what a read-only folder does is tried with a path that no one can write.
+TEST_F(SettingsFileTest, SaysOnceThatItCantSave) {
+    put("<settings><section name=\"S\"><key name=\"k\">old</key></section></settings>");
+    std::filesystem::create_directory(path.string() + ".new");
+    settings.Write("S", "k", "new");
+    settings.Write("S", "k", "newer");
+    EXPECT_EQ(settings.Read("S", "k"), "old");
+    ASSERT_EQ(told.size(), 1u);
+    EXPECT_THAT(told[0], HasSubstr("can't be saved"));
+    SettingsFile nowhere("/proc/none/Setting.xml", [this](const std::string& text) { told.push_back(text); });
+    nowhere.Write("S", "k", "v");
+    EXPECT_EQ(nowhere.Read("S", "k"), "");
+    EXPECT_EQ(told.size(), 2u);
+}
+
+TEST_F(SettingsFileTest, LeavesAReadOnlyFileAlone) {
+    if (::geteuid() == 0) GTEST_SKIP() << "root is not held by a file's mode";
+    settings.Write("S", "k", "old");
+    ::chmod(path.c_str(), 0444);
+    settings.Write("S", "k", "new");
+    EXPECT_EQ(settings.Read("S", "k"), "old");
+    EXPECT_EQ(told.size(), 1u);
+}
+
+TEST(FirstStart, CompletesTheCallRecordSettingsAndMakesTheDataFolder) {
+    fakes::ConsoleBench bench;
+    auto& settings = bench.console.setting;
+    const auto read = [&](const char* key) { return settings.Read("CDRConfig", key); };
+    EXPECT_EQ(read("DateFormat") + read("DownLimit") + read("Mode") + read("Format"), "0000");
+    EXPECT_EQ(read("Max"), "1000");
+    EXPECT_EQ(read("Path"), (bench.folder.path() / "data").string());
+    EXPECT_EQ(read("Header"), "");
+    EXPECT_TRUE(std::filesystem::is_directory(bench.folder.path() / "data"));
+    settings.Write("CDRConfig", "Max", "0");
+    settings.Write("CDRConfig", "Mode", "2");
+    settings.Write("CDRConfig", "Header", "0");
+    Console second(bench.platform, bench.folder.path());
+    EXPECT_EQ(read("Max"), "1000");
+    EXPECT_EQ(read("Mode"), "2");
+    EXPECT_EQ(read("Header"), "0");
+}
+
+TEST(FirstStart, TellsADamagedFileInTheNoticeLine) {
+    fakes::ConsoleBench bench;
+    std::ofstream(bench.folder.path() / "Setting.xml") << "<broken";
+    Console second(bench.platform, bench.folder.path());
+    EXPECT_THAT(second.mainWindow.lblNotice.text(), HasSubstr("Setting.xml was damaged"));
+}
+
+TEST(ApplicationFolder, IsTheProgramsOwnWhenItCanBeWritten) {
+    fakes::TemporaryFolder folder;
+    EXPECT_EQ(applicationFolder(folder.path(), folder.path() / "user"), folder.path());
+    EXPECT_EQ(applicationFolder("/proc", folder.path() / "user" / "trunvex"), folder.path() / "user" / "trunvex");
+    EXPECT_TRUE(std::filesystem::is_directory(folder.path() / "user" / "trunvex"));
+}
+
+}  // namespace
+}  // namespace trunvex

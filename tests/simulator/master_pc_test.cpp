@@ -1,0 +1,118 @@
+#include "simulator/master_pc.h"
+
+#include "console_double.h"
+
+#include <gtest/gtest.h>
+
+namespace simulator {
+
+namespace {
+
+struct Bench {
+    explicit Bench(MasterOptions options = {}) : master(gateway, named(std::move(options))), console(master) {
+        master.linkUp();
+        console.advance(0);
+    }
+
+    static MasterOptions named(MasterOptions options) {
+        options.sessionId = "42";
+        return options;
+    }
+
+    Gateway gateway;
+    MasterPc master;
+    ConsoleDouble console;
+};
+
+}  // namespace
+
+TEST(MasterPc, handsNothingOnBeforeItHasAccepted) {
+    Bench bench;
+    EXPECT_EQ(bench.console.taken(), "SRV42:PSW\r");
+    EXPECT_EQ(bench.console.ask("C_CPWkestr"), "");
+    EXPECT_TRUE(bench.gateway.linesReceived().empty());
+    EXPECT_EQ(bench.console.ask("SRV41:PSWkestr,7"), "");  // another session's
+    EXPECT_FALSE(bench.master.accepted());
+    EXPECT_EQ(bench.console.ask("SRV42:PSWkestr,7"), "SRV42:STAT1\r");
+    EXPECT_EQ(bench.console.ask("C_CPWkestr"), "A_CPW65535\r");
+    EXPECT_EQ(bench.console.ask("SRV42:PONG"), "");
+    EXPECT_EQ(bench.gateway.linesReceived(),
+              std::vector<std::string>{"C_CPWkestr"});  // no word between the two
+    EXPECT_EQ(bench.master.ignored(), 2);
+}
+
+TEST(MasterPc, judgesPasswordAndUnit) {
+    struct Case {
+        const char* password;
+        const char* unit;
+        bool refuses;
+        const char* credentials;
+        const char* reply;
+    };
+    for (const Case& c :
+         {Case{"", "", false, ",", "SRV42:STAT1\r"}, Case{"", "", true, "pw,7", "SRV42:STAT0\r"},
+          Case{"pw", "7", false, "pw,7", "SRV42:STAT1\r"}, Case{"pw", "7", false, "pw,8", "SRV42:STAT0\r"},
+          Case{"pw", "7", false, "pW,7", "SRV42:STAT0\r"}, Case{"p,w", "7", false, "p,w,7", "SRV42:STAT1\r"},
+          Case{"pw", "", false, "pw", ""}}) {
+        MasterOptions options;
+        options.password = c.password;
+        options.unit = c.unit;
+        options.refuses = c.refuses;
+        Bench bench(options);
+        bench.console.taken();
+        const std::string reply = bench.console.ask(std::string("SRV42:PSW") + c.credentials);
+        EXPECT_EQ(reply, c.reply) << c.credentials;
+        EXPECT_EQ(bench.console.ask("R_SYS").empty(), reply != "SRV42:STAT1\r") << c.credentials;
+    }
+}
+
+TEST(MasterPc, pingsWhileTheConsoleIsThere) {
+    MasterOptions options;
+    options.pingInterval = std::chrono::milliseconds(1000);
+    Bench bench(options);
+    ConsoleDouble& console = bench.console;
+    console.advance(5000);
+    EXPECT_EQ(bench.master.pings(), 0);  // nobody is logged in
+    console.ask("SRV42:PSW,");
+    EXPECT_EQ(bench.master.nextDue(), std::chrono::milliseconds(6000));
+    console.advance(999);
+    EXPECT_EQ(console.taken(), "");
+    console.advance(2001);
+    EXPECT_EQ(console.taken(), "SRV42:PING\rSRV42:PING\rSRV42:PING\r");
+    console.ask("SRV42:PONG");
+    console.ask("SRV9:PONG");
+    EXPECT_EQ(bench.master.pongs(), 1);
+    console.ask("SRV:CLOSE");  // a console that has not kept the id
+    EXPECT_EQ(console.hangUps, 1);
+    console.advance(10000);
+    EXPECT_EQ(bench.master.pings(), 3);
+    EXPECT_EQ(bench.master.nextDue(), std::nullopt);
+}
+
+TEST(MasterPc, announcesIdentityWhereTheConsoleLooksForIt) {
+    MasterOptions options;
+    options.announces = true;
+    Bench bench(options);
+    bench.console.taken();
+    std::string line = bench.console.ask("SRV42:PSW,");
+    line.erase(0, line.find('\r') + 1);
+    const std::string identity = line.substr(line.find('D', 3) + 1);
+    EXPECT_EQ(identity, bench.gateway.state().esn + "," + bench.gateway.clockText() + "\r");
+    bench.master.tellUpdate(" 40%");
+    bench.console.advance(0);
+    EXPECT_EQ(bench.console.taken(), "Master Updating 40%\r");
+}
+
+TEST(MasterPc, aRestartOfTheGatewayEndsTheSession) {
+    Bench bench;
+    bench.console.ask("SRV42:PSW,");
+    bench.console.ask("C_RSM");
+    bench.console.advance(1000);
+    EXPECT_EQ(bench.console.hangUps, 1);
+    EXPECT_FALSE(bench.master.accepted());
+    bench.master.linkUp();
+    bench.console.advance(0);
+    EXPECT_EQ(bench.console.taken(), "SRV42:PSW\r");
+}
+
+}  // namespace simulator
