@@ -42,7 +42,9 @@ RoutingPage::RoutingPage(RealTimeUpdate& realTimeUpdate) {
 
 // Channel number, flag, number.
 void RoutingPage::takeChannel(const Fields& fields) {
-    const auto line = static_cast<std::size_t>(val(fields.at(0)) - 1);
+    const auto channel = val(fields.at(0));
+    if (channel < 1 || channel > lineCount) return;
+    const auto line = static_cast<std::size_t>(channel - 1);
     chkTSLChannel.at(line).setChecked(lowBit(fields.at(1)));
     txtTSLNumber.at(line).setText(escaped(fields.at(2)));
 }
@@ -50,6 +52,7 @@ void RoutingPage::takeChannel(const Fields& fields) {
 // Address XY, flag, B-channel (31 and 32 are the reserved lines), prefix number.
 void RoutingPage::takePort(const Fields& fields) {
     const auto address = getIndexs(fields.at(0));
+    if (address.at(0) < 1 || address.at(0) > mcuCount || address.at(1) < 1 || address.at(1) > modulesPerMcu) return;
     const auto port = static_cast<std::size_t>(portNumber(address.at(0), address.at(1)) - 1);
     chkTSLPort.at(port).setChecked(lowBit(fields.at(1)));
     const auto channel = fields.at(2);

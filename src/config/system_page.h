@@ -30,8 +30,10 @@ public:
 private:
     void takeClock(const Fields& fields);
     void blank();
+    void readDateFormat();
 
     Settings& settings_;
+    bool yearFirst_ = true;
 };
 
 }  // namespace trunvex

@@ -1,7 +1,6 @@
 #include "link/analyze_cmd.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "link/session_bring_up.h"
 #include "platform/quietly.h"
@@ -15,10 +14,10 @@ constexpr std::size_t mnemonicLength = 5;
 constexpr std::size_t longestBody = 255;
 constexpr std::string_view smsMark = "SMS1";
 
-// A mnemonic as one number, so that finding its row compares whole words.
+// A mnemonic and its length as one number, so that finding its row compares whole words.
 std::uint64_t packed(std::string_view mnemonic) {
-    std::uint64_t word = 0;
-    std::memcpy(&word, mnemonic.data(), std::min(mnemonic.size(), sizeof word));
+    std::uint64_t word = mnemonic.size();
+    for (const char c : mnemonic) word = word << 8 | static_cast<unsigned char>(c);
     return word;
 }
 
@@ -33,10 +32,10 @@ bool startsWithDigit(std::string_view text) {
 
 }  // namespace
 
-Dispatcher::Dispatcher(Platform& platform, SessionState& session, CommandSender& sender, ucProgress& panel,
+Dispatcher::Dispatcher(SessionState& session, CommandSender& sender, ucProgress& panel,
                        ReadQueue& reads, RefreshQueue& refreshes, WriteQueue& writes, SessionBringUp& bringUp,
                        RealTimeUpdate& realTimeUpdate)
-    : platform_(platform), session_(session), sender_(sender), panel_(panel), reads_(reads), refreshes_(refreshes),
+    : session_(session), sender_(sender), panel_(panel), reads_(reads), refreshes_(refreshes),
       writes_(writes), bringUp_(bringUp), realTimeUpdate_(realTimeUpdate) {}
 
 void Dispatcher::AnalyzeCmd(std::string_view line, bool show) {
@@ -45,11 +44,15 @@ void Dispatcher::AnalyzeCmd(std::string_view line, bool show) {
         if (show) relay.emit(line);                    //  2
         showInDebugConsole(line, show);                //  3
         if (analyzeEnabled && !analyzeEnabled()) return;  //  4
+        if (writes_.feeding()) {  // the console's own words are a record and nothing else
+            takeRecord(cut(line));
+            return;
+        }
         noteToneDone(line);                            //  5
         if (takeMasterUpdate(line)) return;            //  6
         const auto record = takeHashFamily(line) ? Record{line, {}, {}} : cut(line);  //  7
         if (takeMasterSession(line)) return;           //  8
-        matchRead(line, show);                         //  9
+        matchRead(line);                               //  9
         matchWrite(line);                              // 10
         if (takeModemResult(line)) return;             // 11
         takeRecord(record);                            // 12
@@ -74,7 +77,7 @@ void Dispatcher::noteFirstData(std::string_view line) {
 }
 
 void Dispatcher::showInDebugConsole(std::string_view line, bool show) {
-    if (show && !contains(line, "A_CPW")) debugDisplay.emit(line);
+    if (show && !contains(line, "A_CPW") && !carriesPassword(line)) debugDisplay.emit(line);
 }
 
 void Dispatcher::noteToneDone(std::string_view line) {
@@ -148,17 +151,16 @@ void Dispatcher::masterIdentifies(std::string_view line) {
     takeESN(session_, fields.at(0));
     esnReceived.emit();
     session_.gGotESN = true;
-    session_.gGotClock = true;
     Fields clock;
     for (std::size_t i = 1; i < fields.size(); ++i) clock.add(fields.at(i));
     takeClock(session_, clock);
+    session_.gGotClock = true;
     realTimeUpdate_("CLK", clock);
     // A batch that is under way ends by itself; the panel stays with it until then.
     if (!writes_.running()) bringUp_.sessionStands();
 }
 
-void Dispatcher::matchRead(std::string_view line, bool show) {
-    if (!show) return;
+void Dispatcher::matchRead(std::string_view line) {
     reads_.takeAnswer(line);
     refreshes_.takeAnswer(line);
 }

@@ -35,14 +35,14 @@ class Dispatcher {
 public:
     using Handler = std::function<void(const Record& record)>;
 
-    Dispatcher(Platform& platform, SessionState& session, CommandSender& sender, ucProgress& panel, ReadQueue& reads,
-               RefreshQueue& refreshes, WriteQueue& writes, SessionBringUp& bringUp, RealTimeUpdate& realTimeUpdate);
+    Dispatcher(SessionState& session, CommandSender& sender, ucProgress& panel, ReadQueue& reads, RefreshQueue& refreshes,
+               WriteQueue& writes, SessionBringUp& bringUp, RealTimeUpdate& realTimeUpdate);
 
     // `line` comes without its terminator. `show` is true for a line that the gateway sent: only such a line is relayed
-    // and shown, and only such a line can answer a read.
+    // and shown. A line that the write queue feeds back is taken as a record and as nothing else.
     void AnalyzeCmd(std::string_view line, bool show);
 
-    // The routine that takes the records of one mnemonic of at most eight characters; a later one replaces it.
+    // The routine that takes the records of one mnemonic of at most five characters; a later one replaces it.
     void on(std::string_view mnemonic, Handler handler);
 
     // Steps that belong to upper floors.
@@ -72,12 +72,11 @@ private:
     void masterAsksPassword(std::string_view line);
     void masterDecided(std::string_view line);
     void masterIdentifies(std::string_view line);
-    void matchRead(std::string_view line, bool show);
+    void matchRead(std::string_view line);
     void matchWrite(std::string_view line);
     bool takeModemResult(std::string_view line);
     void takeRecord(const Record& record);
 
-    Platform& platform_;
     SessionState& session_;
     CommandSender& sender_;
     ucProgress& panel_;

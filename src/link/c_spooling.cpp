@@ -6,7 +6,7 @@
 namespace trunvex {
 
 bool carriesPassword(std::string_view line) {
-    return contains(line, "C_UPW") || contains(line, "C_CPW") || contains(line, "C_APW");
+    return contains(line, "C_UPW") || contains(line, "C_CPW") || contains(line, "C_APW") || like(line, "*SRV*:PSW*");
 }
 
 CSpooling::CSpooling(SessionState& session, ucProgress& panel, ActionField& connectButton)
@@ -50,6 +50,7 @@ void CSpooling::FillBuffer() {
             if (kind_ == Kind::Serial) openSerial();
         } catch (const LinkError& error) {
             openFailed_.emit(error.what());
+            if (kind_ == Kind::Net) listenFailed_.emit();
             throw;
         }
     });
@@ -119,6 +120,7 @@ void CSpooling::ConnectionRequest(int requestId) {
     if (objWskNET_->state() != TcpSocket::State::Closed) objWskNET_->close();
     ClearBuffer();
     objWskNET_->accept(requestId);
+    peerCalled_.emit();
     panel_.StartProgress("connecting", 100, 5, 1);
 }
 

@@ -55,6 +55,10 @@ public:
     sigc::signal<void(int action)>& onSplAction() { return onSplAction_; }
     // Server mode: the gateway hung up; the line listens again.
     sigc::signal<void()>& peerLeft() { return peerLeft_; }
+    // Server mode: a gateway calls.
+    sigc::signal<void()>& peerCalled() { return peerCalled_; }
+    // Server mode: the port can't be listened on.
+    sigc::signal<void()>& listenFailed() { return listenFailed_; }
     sigc::signal<void(const std::string& line)>& onNumLineFill() { return onNumLineFill_; }
     // Why a transport did not open or broke, as a sentence for the operator.
     sigc::signal<void(const std::string& reason)>& openFailed() { return openFailed_; }
@@ -84,12 +88,14 @@ private:
     bool firstPolledLine_ = true;
     sigc::signal<void(int)> onSplAction_;
     sigc::signal<void()> peerLeft_;
+    sigc::signal<void()> peerCalled_;
+    sigc::signal<void()> listenFailed_;
     sigc::signal<void(const std::string&)> onNumLineFill_;
     sigc::signal<void(const std::string&)> openFailed_;
     sigc::signal<void(std::string_view, bool)> sent_;
 };
 
-// True for the commands that carry a password in clear: they are never shown.
+// True for the lines that carry a password in clear, to the gateway or to a master PC: they are never shown.
 bool carriesPassword(std::string_view line);
 
 }  // namespace trunvex

@@ -21,7 +21,10 @@ std::string clockText(SessionState& session) {
 
 void advanceClock(SessionState& session) {
     auto& clock = session.gClockField;
-    if (!isNumeric(clock[Hour]) || !isNumeric(clock[Minute]) || !isNumeric(clock[Second])) return;
+    const auto below = [&](ClockPart part, int bound) {
+        return isNumeric(clock[part]) && val(clock[part]) >= 0 && val(clock[part]) < bound;
+    };
+    if (!below(Hour, 24) || !below(Minute, 60) || !below(Second, 60)) return;
     const auto seconds = (val(clock[Hour]) * 3600 + val(clock[Minute]) * 60 + val(clock[Second]) + 1) % 86400;
     const auto twoDigits = [](std::int64_t number) { return pad(std::to_string(number), 2, '0', PadSide::Left); };
     clock[Hour] = twoDigits(seconds / 3600);

@@ -31,6 +31,8 @@ frmConnectionSelect::frmConnectionSelect(Dialogs& dialogs, Settings& settings, S
     cmbConSelect.changed().connect([this] { showKind(); });
     chkSERVER.changed().connect([this] { followServer(); });
     chkMasterLog.changed().connect([this] { followMaster(); });
+    txtIP.changed().connect([this] { lblHostError.setText(""); });
+    txtPort.changed().connect([this] { lblPortError.setText(""); });
     showKind();
     if (chkSERVER.checked()) followServer();
     followMaster();
@@ -109,6 +111,8 @@ void frmConnectionSelect::followServer() {
     const bool server = chkSERVER.checked();
     txtIP.setEnabled(!server);
     if (server) chkMasterLog.setChecked(true);
+    // The field can't be reached now, and an empty one would keep the dialog from closing.
+    if (server && trim(txtIP.text()).empty()) txtIP.setText(defaultRemoteHost);
     chkMasterLog.setEnabled(!server);
     followMaster();
 }

@@ -9,8 +9,8 @@ void RealTimeUpdate::on(std::string key, Handler handler) {
 }
 
 void RealTimeUpdate::operator()(std::string_view key, const Fields& fields) const {
-    for (const auto& [handledKey, handler] : handlers_)
-        if (handledKey == key) quietly("RealTimeUpdate", [&] { handler(fields); });
+    for (const auto& entry : handlers_)
+        if (entry.first == key) quietly("RealTimeUpdate", [&] { entry.second(fields); });
 }
 
 }  // namespace trunvex

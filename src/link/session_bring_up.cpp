@@ -39,7 +39,9 @@ SessionBringUp::SessionBringUp(Platform& platform, Settings& settings, Settings&
     panel_.ended().connect([this](int mode) { panelEnd(mode); });
     panel_.pauseBars().connect([this](bool pause) { refreshes_.ucCoolProgressBar.PauseProgress(pause); });
     spool_.onSplAction().connect([this](int action) { spoolAction(action); });
+    spool_.peerCalled().connect([this] { setPhase(SessionPhase::Connecting); });
     spool_.peerLeft().connect([this] { peerLeft(); });
+    spool_.listenFailed().connect([this] { listenLost(); });
     spool_.onNumLineFill().connect([this](const std::string& line) { noteFirstPolledLine(line); });
     writes_.RecievingChange = [this] { RecievingChange(); };
     writes_.ended().connect([this] { batchEnded(); });
@@ -70,30 +72,32 @@ void SessionBringUp::ConnectChange(std::string_view command, bool forced) {
     session_.sessionFlag = true;
     setPhase(session_.server ? SessionPhase::Listening : SessionPhase::Connecting);
     spool_.FillBuffer();
-    if (session_.server && wskNET_->state() == TcpSocket::State::Closed) {
-        tearDown();  // the port can't be listened on, and nobody will call
-        panel_.setPanelText("Connection failed");
-    }
 }
 
 void SessionBringUp::tearDown() {
+    session_.sessionFlag = false;  // first, so that the end of a log-in batch is not taken for its success
+    if (panel_.ProgressState == ucProgress::Backup) panel_.backupEnded().emit();
     endBatches();
     panel_.ProgressState = ucProgress::Write;
-    session_.gESN.clear();
     panel_.EndProgress(ucProgress::Writing);
     panel_.StartProgress("disconnect");
     stopCallRecords.emit();
     session_.gGotClock = false;
     session_.gGotActivePorts = false;
     session_.gGotESN = false;
-    session_.sessionFlag = false;
     session_.firstDataFlag = false;
     tornDown.emit();
     connectButton_.setCaption("Connect");
     spool_.Disconnect();
+    forgetGateway();
+    setPhase(SessionPhase::Idle);
+}
+
+void SessionBringUp::forgetGateway() {
     session_.gMasterSessionId.clear();
     session_.gAccessRights.clear();
-    setPhase(SessionPhase::Idle);
+    session_.gVersion.clear();
+    forgetESN(session_);
 }
 
 void SessionBringUp::endBatches() {
@@ -145,6 +149,7 @@ void SessionBringUp::dropSession() {
 void SessionBringUp::RecievingChange() {
     if (!session_.sessionFlag) return;
     session_.gGotESN = false;
+    connectButton_.setCaption("Disconnect");
     WriteBatch batch;
     batch.items = {command("C_CPW" + session_.password, "Login"), command("R_ESN", "Request ESN ID"),
                    command("R_CLK", "Request Time"), command("R_PPR", "Request Active ports")};
@@ -161,6 +166,7 @@ void SessionBringUp::StartLogin(std::string line, std::string expect, std::strin
     batch.items.front().Tag = std::move(expect);
     batch.timeToWriteMs = timeoutMs;
     batch.firstText = "Connect : ";
+    connectButton_.setCaption("Disconnect");
     setPhase(SessionPhase::LogIn);
     writes_.begin(std::move(batch));
 }
@@ -211,17 +217,23 @@ void SessionBringUp::connectionError() {
 
 // The gateway hung up on a listening console: its session is over, the next call begins anew.
 void SessionBringUp::peerLeft() {
+    setPhase(SessionPhase::Listening);
     endBatches();
-    panel_.EndProgress(ucProgress::Writing);
+    panel_.EndProgress(panel_.ProgressMode);
     panel_.ProgressState = ucProgress::Write;
-    session_.gESN.clear();
     session_.gGotESN = false;
     session_.gGotClock = false;
     session_.gGotActivePorts = false;
     session_.firstDataFlag = false;
-    session_.gMasterSessionId.clear();
     tornDown.emit();
-    setPhase(SessionPhase::Listening);
+    forgetGateway();
+}
+
+// The port can't be listened on any more, and nobody will call.
+void SessionBringUp::listenLost() {
+    if (!session_.sessionFlag) return;
+    tearDown();
+    panel_.setPanelText("Connection failed");
 }
 
 void SessionBringUp::panelStep(int mode, int value) {
@@ -287,6 +299,8 @@ void SessionBringUp::connectingTimedOut() {
                                                      ButtonSet::RetryCancel, BoxIcon::Critical});
     linkDialogOpen_ = false;
     if (answer == Button::Retry) {
+        setPhase(SessionPhase::Connecting);
+        endBatches();  // a link that came up behind the box may have begun its log-in
         spool_.Disconnect();
         ConnectChange("connect", false);
         panel_.setPanelText("Retrying Connecting...");
@@ -297,6 +311,7 @@ void SessionBringUp::connectingTimedOut() {
 }
 
 void SessionBringUp::rejectedByMaster() {
+    setPhase(SessionPhase::Connecting);
     writes_.abandon();
     panel_.EndProgress(ucProgress::Writing);
     platform_.dialogs().message({"Rejected by PC Master .", "rejected", ButtonSet::Ok, BoxIcon::Critical});

@@ -75,6 +75,8 @@ private:
     void spoolAction(int action);
     void connectionError();
     void peerLeft();
+    void listenLost();
+    void forgetGateway();
     void panelStep(int mode, int value);
     void panelEnd(int mode);
     void connectingEnded();

@@ -82,7 +82,7 @@ void SessionRecords::addRows() {
 
 bool SessionRecords::takeUpdateReport(const Fields& fields) {
     if (!isUpdateCode(fields.at(1))) return false;
-    const auto text = fields.at(3);
+    const auto text = fields.at(3) == endMark ? std::string_view() : fields.at(3);
     dispatcher_.updateStatus.emit(text);
     if (contains(text, "'RESTART' Command is completed")) writes_.NextCoommand();
     panel_.setPanelText(escaped(text));

@@ -5,10 +5,19 @@
 namespace trunvex {
 
 void takeESN(SessionState& session, std::string_view esn) {
+    constexpr std::size_t longestName = 64;
+    forgetESN(session);
     session.gESN = esn;
-    const auto name = fileNamePart(esn);
+    const auto name = fileNamePart(esn.substr(0, longestName));
+    if (name.empty()) return;  // the database of no name is the template
     session.gCDRFile = session.applicationFolder + "/data/CDR" + name + ".mdb";
     session.gGroupsFile = session.applicationFolder + "/data/groups" + name + ".dat";
+}
+
+void forgetESN(SessionState& session) {
+    session.gESN.clear();
+    session.gCDRFile = session.applicationFolder + "/CDR_NO_ESN.mdb";
+    session.gGroupsFile = session.applicationFolder + "/data/groups.grp";
 }
 
 void takeClock(SessionState& session, const Fields& fields) {

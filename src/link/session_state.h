@@ -49,6 +49,9 @@ struct SessionState {
 // Takes the gateway's identity and chooses its files. Only a name that is safe in a file name reaches a path.
 void takeESN(SessionState& session, std::string_view esn);
 
+// Back to the files of a gateway that has not told its name.
+void forgetESN(SessionState& session);
+
 // Takes a clock record: day, month, two-digit year, weekday, hour, minute and perhaps seconds, which count from 00 when
 // the gateway does not tell them. Throws std::out_of_range for a record that is too short.
 void takeClock(SessionState& session, const Fields& fields);

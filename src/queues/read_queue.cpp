@@ -56,9 +56,13 @@ bool ReadQueue::start(std::vector<QueueItem> batch, int budgetMs) {
 
 void ReadQueue::abandon() {
     if (!prgLoading.running()) return;
+    end();
+}
+
+void ReadQueue::end() {
     ++batch_;
-    FormEnableProgress(true);
     prgLoading.EndProgress(CoolProgressBar::Read);
+    FormEnableProgress(true);
 }
 
 // The flag goes down before the line goes out, so that an answer to an earlier try or item is never taken for this one.
@@ -95,9 +99,9 @@ void ReadQueue::itemUnanswered() {
         ++inFlight().Tries;
         send(inFlight());
     } else if (gReadIndex == gReadCount - 1) {
-        FormEnableProgress(true);
-        prgLoading.EndProgress(CoolProgressBar::Read);
+        end();
         platform_.dialogs().info(noDataText);
+        tellIdle();
     } else {
         skipDeadItem();
     }
@@ -111,8 +115,8 @@ void ReadQueue::skipDeadItem() {
     const auto answer = platform_.dialogs().message({continueText, "info", ButtonSet::YesNo, BoxIcon::Information});
     if (thisBatch != batch_ || !prgLoading.running()) return;
     if (answer != Button::Yes) {
-        FormEnableProgress(true);
-        prgLoading.EndProgress(CoolProgressBar::Read);
+        end();
+        tellIdle();
         return;
     }
     inFlight().Tries = laterItemTries;
@@ -122,10 +126,14 @@ void ReadQueue::skipDeadItem() {
 
 void ReadQueue::complete() {
     const auto key = inFlight().Key;
-    FormEnableProgress(true);
-    prgLoading.EndProgress(CoolProgressBar::Read);
+    end();
     for (const auto& [keyPart, show] : completions_)
         if (contains(key, keyPart)) show(key);
+    tellIdle();
+}
+
+void ReadQueue::tellIdle() {
+    if (!running()) idle_.emit();
 }
 
 bool ReadQueue::takeAnswer(std::string_view line) {

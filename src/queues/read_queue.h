@@ -40,6 +40,8 @@ public:
     void FormEnableProgress(bool enabled);
     bool formEnabled() const { return formEnabled_; }
     sigc::signal<void(bool)>& formEnabledChanged() { return formEnabledChanged_; }
+    // A batch came to its end, good or bad, and what it brought is shown: the next may begin. Not after abandon().
+    sigc::signal<void()>& idle() { return idle_; }
 
     CoolProgressBar prgLoading;
 
@@ -56,6 +58,8 @@ private:
     void itemUnanswered();
     void skipDeadItem();
     void complete();
+    void end();
+    void tellIdle();
     std::string loadingText() const;
 
     Platform& platform_;
@@ -63,6 +67,7 @@ private:
     bool formEnabled_ = true;
     unsigned batch_ = 0;  // counts the batches, so that a dialog sees whether its own still runs
     sigc::signal<void(bool)> formEnabledChanged_;
+    sigc::signal<void()> idle_;
     std::vector<std::pair<std::string, std::function<void(const std::string&)>>> completions_;
 };
 

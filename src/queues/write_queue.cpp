@@ -1,5 +1,7 @@
 #include "queues/write_queue.h"
 
+#include <utility>
+
 #include "platform/quietly.h"
 #include "text/text_rules.h"
 
@@ -40,10 +42,14 @@ bool WriteQueue::start(WriteBatch batch) {
         return false;
     }
     begin(std::move(batch));
+    operators_ = true;
     return true;
 }
 
 void WriteQueue::begin(WriteBatch batch) {
+    tellCutShort();
+    ++batch_;
+    operators_ = false;
     gWriteQueue = std::move(batch.items);
     gWriteCount = static_cast<std::int16_t>(gWriteQueue.size());
     gWriteIndex = 0;
@@ -55,18 +61,31 @@ void WriteQueue::begin(WriteBatch batch) {
     sendCurrent();
     panel_.StartProgress(batch.word, gWriteCount, ucProgress::Writing, batch.timeToWriteMs);
     panel_.setPanelText(batch.firstText + gWriteQueue.front().Caption);
+    giveDialItsTime();
+}
+
+// A batch of the operator's that something stronger ends is not lost without a word.
+void WriteQueue::tellCutShort() {
+    if (!running() || !operators_) return;
+    std::string text = "The write was cut short. Not written: " + item().Caption;
+    const auto more = gWriteCount - 1 - gWriteIndex;
+    if (more > 0) text += " and " + std::to_string(more) + " more";
+    refused_.emit(text + ".");
 }
 
 void WriteQueue::abandon() {
+    tellCutShort();
+    ++batch_;
     gRestoreMode = false;
     gSilentWrite = false;
-    gBootRunning = false;
+    endFirmware();
     endBatch();
 }
 
 void WriteQueue::endBatch() {
     if (!active_) return;
     active_ = false;
+    panel_.pauseBars().emit(false);
     ended_.emit();
 }
 
@@ -78,7 +97,12 @@ const QueueItem* WriteQueue::inFlight() const {
 void WriteQueue::sendCurrent() {
     gWriteOk = false;
     gWriteFailed = false;
+    giveDialItsTime();
     if (!item().Key.empty()) sender_.SendCommand(item().Key);
+}
+
+void WriteQueue::giveDialItsTime() {
+    if (startsWith(item().Key, "ATD")) panel_.setProgressSpeed(ucProgress::Writing, dialTimeMs);
 }
 
 void WriteQueue::WriteResult(bool ok) {
@@ -111,7 +135,6 @@ void WriteQueue::step(Routine routine, std::string_view extra) {
 
 void WriteQueue::plainSendStep() {
     if (lastItem()) {
-        panel_.pauseBars().emit(false);
         endBatch();
         if (RecievingChange) RecievingChange();
         return;
@@ -122,17 +145,20 @@ void WriteQueue::plainSendStep() {
 
 void WriteQueue::accepted() {
     if (!gSilentWrite && !startsWith(item().Key, "SRV") && feedBack) {
-        feeding_ = true;
+        const auto thisBatch = batch_;
         const auto line = item().Key;
+        feeding_ = true;
         feedBack(line);
         feeding_ = false;
-        if (!active_) return;  // what was fed back ended the session
+        if (!active_ || thisBatch != batch_) return;  // what was fed back ended or replaced the batch
     }
     if (lastItem()) {
-        panel_.pauseBars().emit(false);
+        const bool silent = std::exchange(gSilentWrite, false);
+        const bool restore = std::exchange(gRestoreMode, false);
+        const auto errors = gWriteErrors;
         panel_.EndProgress(ucProgress::Writing);
         endBatch();
-        reportEnd();
+        reportEnd(silent, restore, errors);
         return;
     }
     ++gWriteIndex;
@@ -140,18 +166,16 @@ void WriteQueue::accepted() {
         panel_.setPanelText("Restoring Data");
     else
         panel_.setPanelText(gSilentWrite ? item().Caption : sendingText + item().Caption);
-    if (startsWith(item().Key, "ATD")) panel_.setProgressSpeed(ucProgress::Writing, dialTimeMs);
     sendCurrent();
 }
 
-void WriteQueue::reportEnd() {
-    const bool silent = std::exchange(gSilentWrite, false);
-    const bool restore = std::exchange(gRestoreMode, false);
-    if (!gWriteErrors.empty()) {
+void WriteQueue::reportEnd(bool silent, bool restore, const std::string& errors) {
+    if (active_) return;  // the end of this batch has begun another, and the panel is that one's
+    if (!errors.empty()) {
         if (silent) return;
         panel_.setPanelText("Write data not complete seccessful!");
-        platform_.dialogs().info("Write data not complete seccesful : " + std::string(lineEnd) + gWriteErrors);
-        if (!active_ && sender_.isConnected()) panel_.StartProgress("connected");
+        platform_.dialogs().info("Write data not complete seccesful : " + std::string(lineEnd) + errors);
+        if (!active_ && !panel_.running() && sender_.isConnected()) panel_.StartProgress("connected");
     } else if (restore) {
         panel_.setPanelText("Restore data complete successful..");
         platform_.dialogs().info("Restore data complete successful.. ");
@@ -210,13 +234,16 @@ void WriteQueue::failedFirmware() {
         return;
     }
     panel_.EndProgress(ucProgress::Writing);
+    panel_.setPanelText("failed write to gateway");
     endBatch();
-    if (answer == Button::Ignore) NextCoommand();
+    if (answer == Button::Ignore)
+        NextCoommand();
+    else
+        endFirmware();
 }
 
 void WriteQueue::retry() {
     panel_.setWritePosition(-1);
-    if (startsWith(item().Key, "ATD")) panel_.setProgressSpeed(ucProgress::Writing, dialTimeMs);
     sendCurrent();
 }
 
@@ -230,7 +257,7 @@ void WriteQueue::ignore() {
 void WriteQueue::abort() {
     gRestoreMode = false;
     gWriteErrors += item().Caption;
-    panel_.pauseBars().emit(false);
+    endFirmware();
     panel_.EndProgress(ucProgress::Writing);
     panel_.setPanelText("failed write to gateway");
     endBatch();
@@ -250,14 +277,20 @@ void WriteQueue::passOver() {
     sendCurrent();
 }
 
+// A late "completed" of a target must not send the next one after the operator has stopped the update.
+void WriteQueue::endFirmware() {
+    gBootRunning = false;
+    gBootCount.clear();
+}
+
 void WriteQueue::NextCoommand() {
     if (!sender_.isConnected()) {
         platform_.dialogs().info(notConnectedText);
         return;
     }
     if (gBootRunning) gWriteOk = true;
-    if (gBootCount == "1" || gBootCount.empty()) {
-        gBootRunning = false;
+    if (val(gBootCount) <= 1) {
+        endFirmware();
         panel_.setPanelText("Connect");
         return;
     }

@@ -38,6 +38,8 @@ public:
     // Forgets a running batch without a word, as the loss of the link does.
     void abandon();
     bool running() const { return active_ && panel_.running(); }
+    // True while an acknowledged line is fed back.
+    bool feeding() const { return feeding_; }
     // The command in flight, or null.
     const QueueItem* inFlight() const;
 
@@ -61,7 +63,8 @@ public:
     // Starts the log-in: what a plain-send batch ends with.
     std::function<void()> RecievingChange;
     sigc::signal<void()>& ended() { return ended_; }                        // a batch is over, however
-    sigc::signal<void(const std::string&)>& refused() { return refused_; }  // why start() did not
+    // Why start() did not begin, or what of the operator's batch was cut short.
+    sigc::signal<void(const std::string&)>& refused() { return refused_; }
 
     std::vector<QueueItem> gWriteQueue;
     std::int16_t gWriteCount = 0;
@@ -84,7 +87,10 @@ private:
     void sendCurrent();
     void plainSendStep();
     void accepted();
-    void reportEnd();
+    void reportEnd(bool silent, bool restore, const std::string& errors);
+    void giveDialItsTime();
+    void tellCutShort();
+    void endFirmware();
     void failed(Routine routine, std::string_view extra);
     void failedFirmware();
     void passOver();
@@ -100,6 +106,8 @@ private:
     ucProgress& panel_;
     bool active_ = false;
     bool feeding_ = false;
+    bool operators_ = false;  // begun by start(), not by the session
+    unsigned batch_ = 0;      // counts the batches
     sigc::signal<void()> ended_;
     sigc::signal<void(const std::string&)> refused_;
 };

@@ -16,7 +16,7 @@ Console::Console(Platform& platform_, const std::filesystem::path& folder)
       refreshes(platform, objSpool),
       writes(platform, objSpool, panel),
       bringUp(platform, setting, data, session, objSpool, panel, connectButton, reads, refreshes, writes),
-      dispatcher(platform, session, objSpool, panel, reads, refreshes, writes, bringUp, realTimeUpdate),
+      dispatcher(session, objSpool, panel, reads, refreshes, writes, bringUp, realTimeUpdate),
       sessionRecords(dispatcher, session, panel, refreshes, writes, bringUp, realTimeUpdate),
       portDetection(dispatcher, session, tables, writes),
       systemPage(realTimeUpdate, bringUp, setting),
@@ -24,7 +24,7 @@ Console::Console(Platform& platform_, const std::filesystem::path& folder)
       board(dispatcher, session, bringUp, realTimeUpdate, reads),
       mainWindow(platform, session, objSpool, panel, reads, connectButton) {
     session.applicationFolder = folder.string();
-    session.gGroupsFile = session.applicationFolder + "/data/groups.grp";
+    forgetESN(session);
     std::error_code error;
     std::filesystem::create_directories(folder / "data", error);
     completeSettings(setting, folder);
@@ -39,7 +39,7 @@ Console::Console(Platform& platform_, const std::filesystem::path& folder)
         [this](std::string_view text) { mainWindow.lblUpdateStatus.setText(escaped(text)); });
     objSpool.openFailed().connect([this](const std::string& reason) { tell(reason); });
     writes.refused().connect([this](const std::string& reason) { tell(reason); });
-    mainWindow.tie(bringUp, systemPage, board);
+    mainWindow.tie(bringUp, systemPage, board, realTimeUpdate);
     if (!untold_.empty()) mainWindow.notice(untold_);
     windowBuilt_ = true;
 }

@@ -69,10 +69,12 @@ FrmPRIGroups::FrmPRIGroups(Platform& platform, SessionState& session, CSpooling&
     cmbTrayIcon.pressed().connect([this] { hideToTray(); });
 }
 
-void FrmPRIGroups::tie(SessionBringUp& bringUp, SystemPage& system, frmSimStatus& board) {
+void FrmPRIGroups::tie(SessionBringUp& bringUp, SystemPage& system, frmSimStatus& board,
+                       RealTimeUpdate& realTimeUpdate) {
     bringUp_ = &bringUp;
     system_ = &system;
     board_ = &board;
+    realTimeUpdate.on("CLK", [this](const Fields&) { showClock(); });
     bringUp.phaseChanged().connect([this] { showPhase(); });
     bringUp.sessionStarted.connect([this] { tmrEnableCmd(SessionClock, true); });
     bringUp.tornDown.connect([this] {
@@ -92,8 +94,9 @@ void FrmPRIGroups::tie(SessionBringUp& bringUp, SystemPage& system, frmSimStatus
         if (session_.workOnlyWithMonitor) openPage("sim");
     });
     bringUp.openShownPage.connect([this] { readPage(); });
-    reads_.formEnabledChanged().connect([this](bool enabled) {
-        if (enabled && std::exchange(readWaits_, false)) readPage();
+    bringUp.openPasswords.connect([this] { notice("Passwords can't be set from this version of the console yet."); });
+    reads_.idle().connect([this] {
+        if (std::exchange(readWaits_, false)) readPage();
     });
     showPhase();
 }
@@ -124,9 +127,10 @@ void FrmPRIGroups::openPage(std::string_view key) {
         unload_.emit();
         return;
     }
+    auto& opened = tool(key);
     tool(page_).setMarked(false);
     page_ = key;
-    tool(page_).setMarked(true);
+    opened.setMarked(true);
     pageChanged_.emit();
     // In a session that only watches the board, nothing else asks the gateway by itself.
     if (!session_.workOnlyWithMonitor || page_ == "sim") readPage();
@@ -134,7 +138,7 @@ void FrmPRIGroups::openPage(std::string_view key) {
 
 bool FrmPRIGroups::connectedAndFree() {
     if (!spool_.isConnected()) return false;
-    readWaits_ = !reads_.formEnabled();
+    readWaits_ = reads_.running();
     return !readWaits_;
 }
 
@@ -194,6 +198,10 @@ void FrmPRIGroups::commandTimerTick(int index) {
 void FrmPRIGroups::ClockUpdate() {
     if (!session_.gGotClock) return;
     advanceClock(session_);
+    showClock();
+}
+
+void FrmPRIGroups::showClock() {
     const auto text = escaped(clockText(session_));
     lblTimePanel.setText(text);
     panel_.setPanelText(text, "time");

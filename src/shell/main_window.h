@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "link/real_time_update.h"
 #include "link/session_bring_up.h"
 #include "platform/platform.h"
 #include "queues/read_queue.h"
@@ -51,9 +52,9 @@ public:
                  ActionField& connectButton);
 
     // The session and the pages come into being after the window; they are tied to it here.
-    void tie(SessionBringUp& bringUp, SystemPage& system, frmSimStatus& board);
+    void tie(SessionBringUp& bringUp, SystemPage& system, frmSimStatus& board, RealTimeUpdate& realTimeUpdate);
 
-    // The tool bar's button, by key; throws std::out_of_range for an unknown one.
+    // The tool bar's button, by key; throws std::out_of_range for an unknown one, as openPage does.
     ActionField& tool(std::string_view key);
 
     // What a press of the tool bar's button does: opens the page and queues the reads it lacks.
@@ -95,6 +96,7 @@ private:
 
     void commandTimerTick(int index);
     void ClockUpdate();
+    void showClock();
     void showPhase();
     void readPage();
     bool connectedAndFree();

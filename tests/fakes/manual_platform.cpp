@@ -47,27 +47,39 @@ void ManualTimer::start(int intervalMs) {
     due_ = loop_.now() + interval_;
 }
 
+namespace {
+
+// In the order of the set's name, the refusal that closing the box means first.
+std::vector<Button> offered(ButtonSet set) {
+    switch (set) {
+        case ButtonSet::OkCancel:
+            return {Button::Cancel, Button::Ok};
+        case ButtonSet::YesNo:
+            return {Button::No, Button::Yes};
+        case ButtonSet::RetryCancel:
+            return {Button::Cancel, Button::Retry};
+        case ButtonSet::AbortRetryIgnore:
+            return {Button::Abort, Button::Retry, Button::Ignore};
+        case ButtonSet::Ok:
+            break;
+    }
+    return {Button::Ok};
+}
+
+}  // namespace
+
 Button ScriptedDialogs::message(const MessageBox& box) {
     shown.push_back(box);
     if (behind) {
         auto run = std::exchange(behind, nullptr);
         run(box);
     }
-    if (!answers.empty()) {
-        const auto answer = answers.front();
-        answers.pop_front();
-        return answer;
-    }
-    switch (box.buttons) {
-        case ButtonSet::YesNo:
-            return Button::No;
-        case ButtonSet::AbortRetryIgnore:
-            return Button::Abort;
-        case ButtonSet::Ok:
-            return Button::Ok;
-        default:
-            return Button::Cancel;
-    }
+    const auto buttons = offered(box.buttons);
+    if (answers.empty()) return buttons.front();
+    const auto answer = answers.front();
+    answers.pop_front();
+    const bool possible = std::find(buttons.begin(), buttons.end(), answer) != buttons.end();
+    return possible ? answer : buttons.front();
 }
 
 std::vector<std::string> ScriptedDialogs::texts() const {

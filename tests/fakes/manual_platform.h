@@ -50,7 +50,7 @@ private:
     bool active_ = false;
 };
 
-// Answers each box with the next of `answers` (its refusal when there is none), after `behind` has run: what happens
+// Answers each box with the next of `answers` (its refusal when there is none or it has no such button), after `behind` has run: what happens
 // while the box is open.
 class ScriptedDialogs : public Dialogs {
 public:

@@ -190,6 +190,22 @@ TEST_F(WriteQueueTest, GivesADialMoreThanAMinute) {
     EXPECT_EQ(boxTexts().size(), 1u) << "a second dial gets as long";
 }
 
+TEST_F(WriteQueueTest, LetsTheBoardsBarGoOnHoweverABatchEnds) {
+    auto& bar = console.refreshes.ucCoolProgressBar;
+    for (const bool silent : {true, false}) {
+        console.refreshes.start({command("R_STS11", "Port 1"), command("R_STS12", "Port 2")}, 60000);
+        WriteBatch batch;
+        batch.silent = silent;
+        start({"C_A"}, batch);
+        const int before = bar.percent();
+        bench.advance(5000);
+        EXPECT_FALSE(console.writes.running());
+        bench.advance(5000);
+        EXPECT_GT(bar.percent(), before);
+        console.refreshes.abandon();
+    }
+}
+
 TEST_F(WriteQueueTest, RefusesASecondBatchWhileOneRuns) {
     start({"C_A"});
     EXPECT_FALSE(start({"C_B"}));
@@ -224,6 +240,10 @@ TEST_F(WriteQueueTest, PumpsFirmwareFromTheEndOfItsList) {
     EXPECT_EQ(bench.platform.boxes.shown[0].buttons, ButtonSet::AbortRetryIgnore);
     EXPECT_EQ(writes.gBootCount, "1");
     EXPECT_EQ(bench.sent().back(), "C_SLU11");
+    bench.advance(1000);  // given up
+    bench.platform.socket->sent.clear();
+    bench.receive("I_ALR000,90,,'RESTART' Command is completed");
+    EXPECT_THAT(bench.sent(), IsEmpty()) << "a late word must not go on with what the operator stopped";
 }
 
 }  // namespace

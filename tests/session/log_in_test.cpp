@@ -193,6 +193,78 @@ TEST(Serial, TellsWhyAPortDoesNotOpen) {
     EXPECT_EQ(bench.platform.boxes.shown.size(), 1u);
 }
 
+// The end of a log-in that is cut off is not the end of a log-in.
+TEST(LogIn, IsNotAnnouncedWhenItIsCutOff) {
+    auto options = seeded(3);
+    simulator::switchOn(options.faults, "latency=300");
+    simulator::Gateway gateway(options);
+    ConsoleBench bench;
+    bench.dialog = [](frmConnectionSelect& dialog) { dialog.chkReceivingMode.setChecked(true); };
+    int announced = 0;
+    bench.console.bringUp.loggedIn.connect([&] { ++announced; });
+    bench.attach(gateway);
+    bench.connect();
+    bench.advance(1500);
+    ASSERT_EQ(bench.console.bringUp.phase(), SessionPhase::LogIn);
+    bench.console.mainWindow.openPage("connect");
+    EXPECT_EQ(announced, 0);
+    EXPECT_EQ(bench.console.mainWindow.page(), "main");
+    EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
+}
+
+// A box is open while the session behind it goes its own way; the answer then finds another one.
+TEST(LogIn, IsNotDisturbedByABoxOfTheSessionBefore) {
+    simulator::Gateway gateway(seeded(3));
+    ConsoleBench bench;
+    bench.logIn(gateway);
+    WriteBatch batch;
+    batch.items = {command("C_A", "a"), command("C_B", "b")};
+    simulator::switchOn(gateway.faults(), "silent");
+    bench.console.writes.start(batch);
+    bench.platform.boxes.answers = {Button::Ignore, Button::Ok};
+    bench.advance(1000);
+    bench.receive("OK");
+    gateway.faults() = {};
+    bench.platform.boxes.behind = [&](const MessageBox& box) {
+        EXPECT_THAT(box.text, HasSubstr("not complete"));
+        bench.platform.socket->peerCloses();
+        bench.connect();
+    };
+    bench.advance(1);
+    bench.advance(3000);
+    EXPECT_EQ(bench.console.bringUp.phase(), SessionPhase::Connected);
+    EXPECT_EQ(bench.console.session.gESN, "4711");
+}
+
+TEST(LogIn, TellsWhatALostLinkLeftUnwritten) {
+    simulator::Gateway gateway(seeded(3));
+    ConsoleBench bench;
+    bench.logIn(gateway);
+    WriteBatch batch;
+    batch.items = {command("C_A", "Port 1"), command("C_B", "Port 2"), command("C_C", "Port 3")};
+    bench.console.writes.start(batch);
+    bench.platform.socket->peerCloses();
+    EXPECT_THAT(bench.console.mainWindow.lblNotice.text(), HasSubstr("Not written: Port 1 and 2 more"));
+}
+
+TEST(Connecting, ABoxThatOutlivesItsAttemptStartsAnew) {
+    simulator::Gateway gateway(seeded(3));
+    ConsoleBench bench;
+    bench.attach(gateway);
+    bench.platform.boxes.answers = {Button::Retry};
+    bench.platform.boxes.behind = [&](const MessageBox&) {
+        bench.platform.socket->peerAccepts();
+        bench.console.bringUp.RecievingChange();
+    };
+    bench.console.mainWindow.openPage("connect");
+    bench.advance(100000);
+    gateway.forgetLinesReceived();
+    bench.platform.socket->peerAccepts();
+    bench.advance(3000);
+    EXPECT_EQ(gateway.linesReceived(), logInLines);
+    EXPECT_EQ(bench.platform.boxes.shown.size(), 1u);
+}
+
 class Master : public testing::Test {
 protected:
     void chooseMaster(bool server) {
@@ -266,9 +338,18 @@ TEST_F(Master, CallsAListeningConsoleAgainAndAgain) {
         bench.advance(20000);
         EXPECT_THAT(bench.platform.boxes.shown, IsEmpty());
     }
+    // A probe of the port that leaves before anything was said.
+    bench.platform.socket->peerCalls();
+    bench.platform.socket->peerCloses();
+    bench.advance(200000);
+    EXPECT_THAT(bench.platform.boxes.shown, IsEmpty());
     bench.console.mainWindow.openPage("connect");
     EXPECT_EQ(bench.platform.socket->state(), TcpSocket::State::Closed);
+    bench.console.mainWindow.openPage("connect");
     bench.platform.socket->listenFails = true;
+    bench.platform.socket->peerCalls();
+    bench.platform.socket->peerCloses();
+    EXPECT_EQ(bench.console.bringUp.phase(), SessionPhase::Idle) << "the port is gone";
     bench.console.mainWindow.openPage("connect");
     EXPECT_EQ(bench.console.bringUp.phase(), SessionPhase::Idle);
     EXPECT_THAT(bench.console.mainWindow.lblNotice.text(), HasSubstr("in use"));
@@ -329,6 +410,8 @@ TEST(Passwords, AreNeverShown) {
     bench.logIn(gateway);
     bench.console.objSpool.SendCommand("C_APWsecret");
     bench.console.objSpool.SendCommand("C_UPW02044,secret");
+    bench.console.objSpool.SendCommand("SRV9:PSWsecret,unit");
+    bench.receive("C_CPWkestr echoed");
     EXPECT_THAT(shown, Contains("R_ESN"));
     EXPECT_THAT(shown, Each(Not(testing::AnyOf(HasSubstr("kestr"), HasSubstr("secret"), HasSubstr("A_CPW")))));
 }

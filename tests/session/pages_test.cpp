@@ -47,6 +47,29 @@ TEST_F(Pages, WaitForTheBatchThatRuns) {
     window.tool("isdn").press();
     bench.advance(3000);
     EXPECT_THAT(gateway.linesReceived(), ElementsAre("R_SYS", "R_ILS", "R_MON", "R_ISD"));
+    EXPECT_TRUE(bench.console.board.holdsData) << "the first batch was shown before the second began";
+}
+
+TEST_F(Pages, WaitBehindABatchThatFailsOrIsCutOff) {
+    logIn();
+    simulator::switchOn(gateway.faults(), "R_ISD:silent");
+    window.tool("isdn").press();
+    window.tool("system").press();
+    bench.advance(5000);
+    EXPECT_THAT(gateway.linesReceived(), ElementsAre("R_ISD", "R_ISD", "R_ISD", "R_CLK", "R_SYS"));
+    EXPECT_TRUE(bench.console.reads.formEnabled());
+    window.tool("sim").press();
+    window.tool("isdn").press();
+    window.tool("connect").press();
+    EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
+    bench.advance(1);
+    gateway.forgetLinesReceived();
+    bench.connect();
+    bench.advance(3000);
+    EXPECT_EQ(gateway.linesReceived().size(), 4u) << "nothing of the old session is read in the new one";
+    window.tool("system").press();
+    bench.advance(2000);
+    EXPECT_THAT(gateway.linesReceived(), testing::Contains("R_SYS")) << "another gateway, another version";
 }
 
 TEST_F(Pages, AreShownWithoutALink) {

@@ -1,5 +1,6 @@
 #include "platform/qt/qt_serial_port.h"
 
+#include <poll.h>
 #include <unistd.h>
 
 #include <QStringList>
@@ -15,10 +16,14 @@ constexpr int dsrWatchMs = 250;  // the system tells of no change of the modem l
 QtSerialPort::QtSerialPort(std::function<std::string(int)> deviceOf) : deviceOf_(std::move(deviceOf)) {
     dsrWatch_.setInterval(dsrWatchMs);
     connect(&dsrWatch_, &QTimer::timeout, this, [this] { watchDsr(); });
-    connect(&port_, &QSerialPort::readyRead, this, [this] {
-        const auto bytes = port_.readAll();
-        if (onReceive && !bytes.isEmpty()) onReceive({bytes.constData(), static_cast<std::size_t>(bytes.size())});
-    });
+    // Taken up from the loop, not within the port's own signal, which is not raised again while a box is open in it.
+    connect(
+        &port_, &QSerialPort::readyRead, this,
+        [this] {
+            const auto bytes = port_.readAll();
+            if (onReceive && !bytes.isEmpty()) onReceive({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+        },
+        Qt::QueuedConnection);
     connect(
         &port_, &QSerialPort::errorOccurred, this,
         [this](QSerialPort::SerialPortError error) {
@@ -72,9 +77,10 @@ void QtSerialPort::open() {
     port_.setRequestToSend(rtsEnable_);
     port_.clearError();
     dsr_ = port_.pinoutSignals().testFlag(QSerialPort::DataSetReadySignal);
-    // A line without modem lines, such as a pseudo-terminal, answers with an error and is not watched.
-    if (port_.error() == QSerialPort::NoError) dsrWatch_.start();
+    // A line without modem lines, such as a pseudo-terminal, answers with an error; only its hang-up is watched.
+    hasModemLines_ = port_.error() == QSerialPort::NoError;
     port_.clearError();
+    dsrWatch_.start();
 }
 
 void QtSerialPort::close() {
@@ -87,6 +93,14 @@ void QtSerialPort::close() {
 void QtSerialPort::output(std::string_view bytes) { port_.write(bytes.data(), static_cast<qint64>(bytes.size())); }
 
 void QtSerialPort::watchDsr() {
+    pollfd line{port_.handle(), 0, 0};
+    const bool gone = ::poll(&line, 1, 0) > 0 && (line.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0;
+    if (gone) {
+        dsrWatch_.stop();
+        if (onDsrChange) onDsrChange();
+        return;
+    }
+    if (!hasModemLines_) return;
     const bool dsr = port_.pinoutSignals().testFlag(QSerialPort::DataSetReadySignal);
     if (dsr == dsr_) return;
     dsr_ = dsr;

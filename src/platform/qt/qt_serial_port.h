@@ -33,6 +33,7 @@ private:
     int number_ = 1;
     bool rtsEnable_ = true;
     bool dsr_ = false;
+    bool hasModemLines_ = false;
     QSerialPort port_;
     QTimer dsrWatch_;
 };

@@ -55,10 +55,13 @@ void QtTcpSocket::accept(int requestId) {
     requests_.erase(request);
     peer_ = caller->peerAddress().toString();
     adopt(caller.release());
-    if (socket_->bytesAvailable() > 0)
-        QMetaObject::invokeMethod(socket_.get(), &QTcpSocket::readyRead, Qt::QueuedConnection);
+    // What the caller sent before it was accepted raises no signal any more.
+    QMetaObject::invokeMethod(this, [this, socket = socket_.get()] { read(socket); }, Qt::QueuedConnection);
 }
 
+// What arrives and what fails is taken up from the loop, never within the socket's own signal: the console may open a
+// box there, whose nested loop can see this socket closed and destroyed. The socket may be gone by then, so it is only
+// compared, not asked.
 void QtTcpSocket::adopt(QTcpSocket* socket) {
     socket_.reset(socket);
     socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
@@ -66,27 +69,27 @@ void QtTcpSocket::adopt(QTcpSocket* socket) {
         socket_->setSocketOption(QAbstractSocket::LowDelayOption, 1);
         if (onConnect) onConnect();
     });
-    QObject::connect(socket, &QTcpSocket::readyRead, this, [this, socket] {
-        if (socket != socket_.get()) return;
-        const auto bytes = socket->readAll();
-        if (onDataArrival && !bytes.isEmpty())
-            onDataArrival({bytes.constData(), static_cast<std::size_t>(bytes.size())});
-    });
+    QObject::connect(socket, &QTcpSocket::readyRead, this, [this, socket] { read(socket); }, Qt::QueuedConnection);
     QObject::connect(socket, &QTcpSocket::bytesWritten, this, [this] {
         if (socket_ && socket_->bytesToWrite() == 0 && onSendComplete) onSendComplete();
     });
-    QObject::connect(socket, &QTcpSocket::errorOccurred, this,
-                     [this](QAbstractSocket::SocketError error) { fail(error); });
+    QObject::connect(
+        socket, &QTcpSocket::errorOccurred, this,
+        [this, socket](QAbstractSocket::SocketError error) { fail(socket, error); }, Qt::QueuedConnection);
+}
+
+void QtTcpSocket::read(const QTcpSocket* socket) {
+    if (!socket_ || socket != socket_.get()) return;
+    const auto bytes = socket_->readAll();
+    if (onDataArrival && !bytes.isEmpty()) onDataArrival({bytes.constData(), static_cast<std::size_t>(bytes.size())});
 }
 
 // A peer that hangs up is no error of the link, however abruptly it does.
-void QtTcpSocket::fail(QAbstractSocket::SocketError error) {
-    if (!socket_) return;
+void QtTcpSocket::fail(const QTcpSocket* socket, QAbstractSocket::SocketError error) {
+    if (!socket_ || socket != socket_.get()) return;
     const auto reason = socket_->errorString();
-    const auto remaining = socket_->readAll();
-    if (onDataArrival && !remaining.isEmpty())
-        onDataArrival({remaining.constData(), static_cast<std::size_t>(remaining.size())});
-    if (!socket_) return;  // what arrived last ended the session
+    read(socket);
+    if (!socket_ || socket != socket_.get()) return;  // what arrived last ended the session
     if (error == QAbstractSocket::RemoteHostClosedError) {
         if (onClose) onClose();
         return;

@@ -26,7 +26,8 @@ private:
     void adopt(QTcpSocket* socket);
     void drop(std::unique_ptr<QTcpSocket> socket);
     void announceRequest();
-    void fail(QAbstractSocket::SocketError error);
+    void read(const QTcpSocket* socket);
+    void fail(const QTcpSocket* socket, QAbstractSocket::SocketError error);
 
     int localPort_ = 0;
     int nextRequest_ = 1;

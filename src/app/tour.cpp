@@ -1,0 +1,117 @@
+// Drives the window through a log-in as an operator would, by the names of its widgets, and saves a picture of every
+// page: trunvex-tour HOST PORT FOLDER [--dark].
+#include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <cstdio>
+
+#include "platform/qt/qt_platform.h"
+#include "screens/main_window_screen.h"
+#include "screens/screens.h"
+#include "screens/theme.h"
+#include "shell/console.h"
+
+namespace {
+
+constexpr int patienceMs = 30000;
+
+class Tour {
+public:
+    Tour(trunvex::Console& console, trunvex::Screens& screens, QString folder)
+        : console_(console), screens_(screens), folder_(std::move(folder)) {}
+
+    // False, with a word on stderr, when the gateway can't be reached or a picture can't be saved.
+    bool go(const QString& host, const QString& port) {
+        auto& window = screens_.mainWindow();
+        window.resize(1280, 720);
+        screens_.startWithoutSplash();
+        settle();
+        save(&window, "00-start");
+        QTimer::singleShot(0, [&] { fillDialog(host, port); });
+        window.findChild<QAction*>("tool_connect")->trigger();
+        if (!waitFor([&] { return console_.bringUp.phase() == trunvex::SessionPhase::Connected; })) {
+            std::fprintf(stderr, "The log-in did not come to its end: %s\n", console_.panel.getPanelText().c_str());
+            return false;
+        }
+        int number = 2;
+        for (const auto& page : trunvex::toolPages) {
+            const QString key = page.key;
+            if (key == "connect" || key == "exit") continue;
+            window.findChild<QAction*>("tool_" + key)->trigger();
+            waitFor([&] { return console_.reads.formEnabled(); });
+            settle();
+            save(&window, QString("%1-%2").arg(number++, 2, 10, QChar('0')).arg(key));
+        }
+        return saved_;
+    }
+
+private:
+    void fillDialog(const QString& host, const QString& port) {
+        auto* dialog = QApplication::activeModalWidget();
+        dialog->findChild<QComboBox*>("cmbConSelect")->setCurrentIndex(1);
+        dialog->findChild<QComboBox*>("txtIP")->setEditText(host);
+        dialog->findChild<QLineEdit*>("txtPort")->setText(port);
+        QTimer::singleShot(300, dialog, [this, dialog] {
+            save(dialog, "01-connect");
+            dialog->findChild<QPushButton*>("cmdOk")->click();
+        });
+    }
+
+    void save(QWidget* window, const QString& name) {
+        const auto path = folder_ + "/" + name + ".png";
+        if (window->grab().save(path)) {
+            std::printf("%s\n", qPrintable(path));
+        } else {
+            std::fprintf(stderr, "Can't save %s\n", qPrintable(path));
+            saved_ = false;
+        }
+    }
+
+    static bool waitFor(const std::function<bool()>& condition) {
+        QElapsedTimer since;
+        since.start();
+        while (!condition()) {
+            if (since.elapsed() > patienceMs) return false;
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+        }
+        return true;
+    }
+
+    // Lets what has changed be laid out and painted.
+    static void settle() {
+        QElapsedTimer since;
+        since.start();
+        waitFor([&] { return since.elapsed() > 300; });
+    }
+
+    trunvex::Console& console_;
+    trunvex::Screens& screens_;
+    QString folder_;
+    bool saved_ = true;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    const auto arguments = QCoreApplication::arguments();
+    if (arguments.size() < 4) {
+        std::fprintf(stderr, "usage: trunvex-tour HOST PORT FOLDER [--dark]\n");
+        return 2;
+    }
+    if (!QDir().mkpath(arguments[3])) {
+        std::fprintf(stderr, "Can't make the folder %s\n", qPrintable(arguments[3]));
+        return 1;
+    }
+    const QTemporaryDir settings;  // a console of its own: the operator's settings stay as they are
+    trunvex::QtPlatform platform;
+    trunvex::Console console(platform, settings.path().toStdString());
+    trunvex::Screens screens(console);
+    if (arguments.contains("--dark")) trunvex::applyTheme(application, trunvex::Theme::Dark);
+    return Tour(console, screens, arguments[3]).go(arguments[1], arguments[2]) ? 0 : 1;
+}

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QWidget>
+
+class QVBoxLayout;
+
+namespace trunvex {
+
+// What every page has: a title line, then its content.
+class PageFrame : public QWidget {
+    Q_OBJECT
+
+public:
+    PageFrame(const QString& name, const QString& title, QWidget* parent = nullptr);
+    QVBoxLayout* content() const { return content_; }
+
+private:
+    QVBoxLayout* content_;
+};
+
+// A page that holds nothing yet and says what it is for.
+class PlaceholderPage : public PageFrame {
+    Q_OBJECT
+
+public:
+    PlaceholderPage(const QString& name, const QString& title, const QString& icon, const QString& purpose,
+                    QWidget* parent = nullptr);
+    // A row of what is known already, under the explanation.
+    void addFact(const QString& caption, QWidget* value);
+
+private:
+    QVBoxLayout* words_;
+};
+
+}  // namespace trunvex

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <memory>
+
+namespace trunvex {
+
+class Console;
+class MainWindowScreen;
+class SplashScreen;
+
+// All windows of one console. Make it after the QApplication; it gives the application its look, and the
+// console the way to show its connection dialog. The console must outlive it.
+class Screens {
+public:
+    explicit Screens(Console& console);
+    ~Screens();
+    Screens(const Screens&) = delete;
+    Screens& operator=(const Screens&) = delete;
+
+    // Shows the splash window, and when its time is over the main window.
+    void start();
+    void startWithoutSplash();
+
+    MainWindowScreen& mainWindow() { return *mainWindow_; }
+
+private:
+    Console& console_;
+    std::unique_ptr<SplashScreen> splash_;
+    std::unique_ptr<MainWindowScreen> mainWindow_;
+};
+
+}  // namespace trunvex

@@ -1,0 +1,212 @@
+// The real platform: a console on Qt's loop and sockets against the program of the simulated gateway.
+#include <gmock/gmock.h>
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QTcpServer>
+#include <QTcpSocket>
+
+#include "fakes/console_bench.h"
+#include "platform/qt/qt_platform.h"
+#include "platform/qt/qt_serial_port.h"
+
+namespace trunvex {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+constexpr int patienceMs = 20000;
+
+// Runs the loop until the condition holds; false when it never does.
+bool waitFor(const std::function<bool()>& condition) {
+    QElapsedTimer since;
+    since.start();
+    while (!condition()) {
+        if (since.elapsed() > patienceMs) return false;
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    }
+    return true;
+}
+
+// The program trunvex-gateway, as far as the first line that it prints.
+class GatewayProgram {
+public:
+    explicit GatewayProgram(const QStringList& arguments) {
+        program_.setProcessChannelMode(QProcess::MergedChannels);
+        program_.start(QCoreApplication::applicationDirPath() + "/trunvex-gateway", arguments);
+        waitFor([this] { return program_.canReadLine() || program_.state() == QProcess::NotRunning; });
+        firstLine = program_.readLine();
+    }
+    ~GatewayProgram() { stop(); }
+    void stop() {
+        program_.terminate();
+        program_.waitForFinished(patienceMs);
+    }
+    QString port() const { return firstLine.section(':', -1).trimmed(); }
+
+    QString firstLine;
+
+private:
+    QProcess program_;
+};
+
+// The real platform, but for the boxes, which a script answers, and the list of serial devices.
+class RealPlatform : public QtPlatform {
+public:
+    Dialogs& dialogs() override { return boxes; }
+    std::vector<SerialDevice> serialDevices() override { return devices; }
+
+    fakes::ScriptedDialogs boxes;
+    std::vector<SerialDevice> devices;
+};
+
+class RealSession : public testing::Test {
+protected:
+    RealSession() {
+        console.bringUp.showConnectionDialog = [this](frmConnectionSelect& shown) {
+            dialog(shown);
+            if (!shown.accept()) shown.cancel();
+        };
+    }
+    void press() { console.connectButton.press(); }
+    bool reaches(SessionPhase phase) {
+        return waitFor([&] { return console.bringUp.phase() == phase; });
+    }
+    void chooseNet(const QString& port, bool server = false) {
+        dialog = [port, server](frmConnectionSelect& shown) {
+            shown.cmbConSelect.setText("NET");
+            shown.txtIP.setText("127.0.0.1");
+            shown.txtPort.setText(port.toStdString());
+            shown.chkSERVER.setChecked(server);
+        };
+    }
+    static QString freePort() {
+        QTcpServer server;
+        server.listen(QHostAddress::LocalHost);
+        return QString::number(server.serverPort());
+    }
+
+    fakes::TemporaryFolder folder;
+    RealPlatform platform;
+    Console console{platform, folder.path()};
+    std::function<void(frmConnectionSelect&)> dialog;
+};
+
+TEST_F(RealSession, LogsInOverTcpReadsAPageAndSeesTheGatewayLeave) {
+    GatewayProgram gateway({"--listen", "127.0.0.1:0", "--esn", "4711", "--fault", "pieces=3"});
+    chooseNet(gateway.port());
+    press();
+    ASSERT_TRUE(reaches(SessionPhase::Connected));
+    EXPECT_EQ(console.session.gESN, "4711");
+    console.mainWindow.openPage("system");
+    EXPECT_TRUE(waitFor([&] { return console.reads.formEnabled(); }));
+    EXPECT_NE(console.systemPage.TxtSystemVer.text(), "");
+    gateway.stop();
+    EXPECT_TRUE(reaches(SessionPhase::Idle));
+    EXPECT_THAT(platform.boxes.shown, IsEmpty());
+}
+
+TEST_F(RealSession, IsCalledByAGatewayAgainAndAgain) {
+    const auto port = freePort();
+    chooseNet(port, true);
+    press();
+    ASSERT_EQ(console.bringUp.phase(), SessionPhase::Listening);
+    for (int call = 0; call < 2; ++call) {
+        GatewayProgram gateway({"--dial", "127.0.0.1:" + port, "--master"});
+        ASSERT_TRUE(reaches(SessionPhase::Connected)) << call;
+        EXPECT_NE(console.session.gMasterSessionId, "");
+        gateway.stop();
+        ASSERT_TRUE(reaches(SessionPhase::Listening)) << call;
+    }
+    press();
+    EXPECT_EQ(console.bringUp.phase(), SessionPhase::Idle);
+    EXPECT_THAT(platform.boxes.shown, IsEmpty());
+}
+
+TEST_F(RealSession, TellsAPortThatIsTaken) {
+    QTcpServer other;
+    other.listen(QHostAddress::Any);
+    chooseNet(QString::number(other.serverPort()), true);
+    press();
+    EXPECT_EQ(console.bringUp.phase(), SessionPhase::Idle);
+    EXPECT_THAT(console.mainWindow.lblNotice.text(), HasSubstr("Can't listen on port"));
+}
+
+TEST_F(RealSession, TellsAPeerThatRefuses) {
+    chooseNet(freePort());
+    press();
+    ASSERT_TRUE(waitFor([&] { return !platform.boxes.shown.empty(); }));
+    EXPECT_TRUE(reaches(SessionPhase::Idle));
+    EXPECT_THAT(console.mainWindow.lblNotice.text(), HasSubstr("refused"));
+}
+
+TEST_F(RealSession, LogsInOverASerialLineAndSeesItGo) {
+    const auto link = folder.path().string() + "/line";
+    GatewayProgram gateway({"--pty", QString::fromStdString(link)});
+    platform.devices = {{link, "pseudo-terminal"}};
+    dialog = [](frmConnectionSelect& shown) { shown.cmbConSelect.setText("COM"); };
+    press();
+    ASSERT_TRUE(reaches(SessionPhase::Connected)) << console.mainWindow.lblNotice.text();
+    EXPECT_TRUE(console.session.gGotActivePorts);
+    gateway.stop();
+    EXPECT_TRUE(reaches(SessionPhase::Idle));
+}
+
+TEST(RealSerialPort, TellsWhyItDoesNotOpen) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"", "has no device"}, {"/dev/none", "no such device"}, {"/dev/null", "/dev/null"}};
+    for (const auto& [device, reason] : cases) {
+        QtSerialPort port([device = std::string(device)](int) { return device; });
+        try {
+            port.open();
+            ADD_FAILURE() << device << " opened";
+        } catch (const LinkError& error) {
+            EXPECT_THAT(error.what(), HasSubstr(reason));
+        }
+    }
+}
+
+TEST(RealTimer, TicksAtOnceOneTickAnEventAndStopsWhenTold) {
+    QtPlatform platform;
+    int ticks = 0;
+    std::unique_ptr<Timer> timer;
+    timer = platform.makeTimer([&] {
+        if (++ticks == 5) timer->stop();
+    });
+    timer->start(2);
+    timer->start(1);
+    EXPECT_EQ(ticks, 0) << "never from within the call";
+    for (int i = 0; i < 20; ++i) QCoreApplication::sendPostedEvents();
+    EXPECT_EQ(ticks, 5);
+    timer->start(1);
+    timer->start(60000);
+    QCoreApplication::sendPostedEvents();
+    EXPECT_EQ(ticks, 5) << "slowed down before the posted tick came";
+}
+
+TEST(RealSocket, DeliversWhatCameBeforeThePeerLeft) {
+    QtPlatform platform;
+    QTcpServer server;
+    server.listen(QHostAddress::LocalHost);
+    auto socket = platform.makeTcpSocket();
+    std::vector<std::string> events;
+    socket->onDataArrival = [&](std::string_view bytes) { events.emplace_back(bytes); };
+    socket->onClose = [&] {
+        events.emplace_back("closed");
+        socket->close();
+    };
+    socket->connect("127.0.0.1", server.serverPort());
+    ASSERT_TRUE(waitFor([&] { return server.hasPendingConnections(); }));
+    auto* peer = server.nextPendingConnection();
+    peer->write("last");
+    peer->disconnectFromHost();
+    ASSERT_TRUE(waitFor([&] { return !events.empty() && events.back() == "closed"; }));
+    EXPECT_THAT(events, ElementsAre("last", "closed"));
+    EXPECT_EQ(socket->state(), TcpSocket::State::Closed);
+}
+
+}  // namespace
+}  // namespace trunvex
