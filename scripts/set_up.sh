@@ -3,7 +3,7 @@
 
 build_packages=(
     g++ cmake ninja-build ccache pkg-config git
-    qt6-base-dev libqt6serialport6-dev qt6-serialport-dev libqt6svg6-dev
+    qt6-base-dev qt6-serialport-dev qt6-svg-dev
     libsigc++-3.0-dev libpugixml-dev
     libgtest-dev libgmock-dev
 )

@@ -37,6 +37,11 @@ Console::Console(Platform& platform_, const std::filesystem::path& folder)
     dispatcher.esnReceived.connect([this] { mainWindow.lblESN.setText(escaped(session.gESN)); });
     dispatcher.updateStatus.connect(
         [this](std::string_view text) { mainWindow.lblUpdateStatus.setText(escaped(text)); });
+    objSpool.onNumLineFill().connect([this](const std::string& line) { dispatcher.AnalyzeCmd(line, true); });
+    bringUp.dialModem.connect([this] {
+        bringUp.dropSession();
+        tell("This version of the console can't dial by modem yet.");
+    });
     objSpool.openFailed().connect([this](const std::string& reason) { tell(reason); });
     writes.refused().connect([this](const std::string& reason) { tell(reason); });
     mainWindow.tie(bringUp, systemPage, board, realTimeUpdate);
