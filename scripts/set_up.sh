@@ -9,7 +9,7 @@ build_packages=(
 )
 # What a window needs on a machine that never had one: fonts, a virtual display, the platform plugin's libraries.
 screen_packages=(
-    fonts-dejavu-core fontconfig xvfb libgl1 libegl1 libxkbcommon-x11-0 libxcb-cursor0
+    fonts-dejavu-core fontconfig xvfb xauth libgl1 libegl1 libxkbcommon-x11-0 libxcb-cursor0
     libxcb-icccm4 libxcb-keysyms1 libxcb-shape0 qt6-qpa-plugins
 )
 bench_packages=(libbenchmark-dev)
