@@ -47,9 +47,11 @@ install_packages() {
     fi
 }
 
-# configure PRESET: only when the tree is new; later the build itself notices what has changed.
+# configure PRESET: only when the tree is new or the presets are newer; the build itself notices any other change.
 configure() {
     local tree=$1
     [ "$tree" = release ] && tree=build || tree=build-$tree
-    [ -f "$tree/build.ninja" ] || cmake --preset "$1"
+    if [ ! -f "$tree/build.ninja" ] || [ CMakePresets.json -nt "$tree/build.ninja" ]; then
+        cmake --preset "$1"
+    fi
 }
