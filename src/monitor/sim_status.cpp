@@ -1,19 +1,192 @@
 #include "monitor/sim_status.h"
 
+#include "config/model/shared_tables.h"
+#include "platform/quietly.h"
 #include "text/text_rules.h"
 
 namespace trunvex {
 
-frmSimStatus::frmSimStatus(Dispatcher& dispatcher, SessionState& session, SessionBringUp& bringUp,
-                           RealTimeUpdate& realTimeUpdate, ReadQueue& reads) {
-    dispatcher.esnReceived.connect([this, &session] { lblESN.setText(escaped(session.gESN)); });
-    realTimeUpdate.on("CLK", [this](const Fields& fields) { takeClock(fields); });
+namespace {
+
+constexpr Colour headingBlue = 16711680;
+constexpr Colour headingRed = 255;
+constexpr int animationMs = 200;
+constexpr int totalCounterMs = 1000;
+constexpr int refreshBudgetMs = 300;
+constexpr const char* lampPictures[] = {"imgLedRed", "imgLedYellow", "imgLedGreen"};
+
+bool lowBit(std::string_view flag) { return (val(flag) & 1) != 0; }
+
+int boardIndex(std::string_view address) {
+    const auto digits = getIndexs(address);
+    return portNumber(digits.at(0), digits.at(1));
+}
+
+std::string portHeading(int index, std::string_view channel) {
+    return "Port #" + std::to_string(index) + ",  B-Ch #" + escaped(channel);
+}
+
+}  // namespace
+
+frmSimStatus::frmSimStatus(Platform& platform, Settings& settings, Dispatcher& dispatcher, SessionState& session,
+                           SessionBringUp& bringUp, RealTimeUpdate& realTimeUpdate, CommandSender& sender,
+                           ReadQueue& reads, RefreshQueue& refreshes)
+    : platform_(platform), settings_(settings), session_(session), sender_(sender), refreshes_(refreshes) {
+    InitFormData();
+    takeRecords(dispatcher, realTimeUpdate);
+    dispatcher.esnReceived.connect([this] { lblESN.setText(escaped(session_.gESN)); });
     reads.onComplete("R_MON", [this](const std::string&) { holdsData = true; });
-    bringUp.tornDown.connect([this] {
-        for (auto* label : {&lblHoure, &lblMinute, &lblSecond, &lblDate}) label->setText("");
-        lblESN.setText("");
-        holdsData = false;
+    bringUp.tornDown.connect([this] { blank(); });
+    bringUp.sessionStarted.connect([this] { tmrTotalCounter_->start(totalCounterMs); });
+    cmdSTSRefresh.pressed().connect([this] { refresh(); });
+}
+
+void frmSimStatus::InitFormData() {
+    colours_.load(settings_);
+    for (int i = 0; i < 3; ++i) imgSystemStatus.emplace_back(arrayName("imgSystemStatus", i));
+    for (int channel = 1; channel <= channelCount; ++channel) rows_.emplace_back(channel);
+    for (int index = 1; index <= portCount; ++index) {
+        auto& port = cells_.emplace_back(index);
+        port.tmrAnimation = platform_.makeTimer([this, &port] { animate(port); });
+        port.lblBCH.setText("Port #" + std::to_string(index));
+        resetPortCell(index);
+    }
+    tmrTotalCounter_ = platform_.makeTimer([this] { countTotal(); });
+}
+
+void frmSimStatus::takeRecords(Dispatcher& dispatcher, RealTimeUpdate& realTimeUpdate) {
+    for (const char* kind : {"SYS", "PRT", "BCH", "ALR"})
+        realTimeUpdate.on(kind, [this, kind](const Fields& fields) { UpdateSimStatus(kind, fields); });
+    realTimeUpdate.on("CLK", [this](const Fields& fields) { takeClock(fields); });
+    // One digit a port, then one a B-channel. The ports' channels are not among them, so the headings lose theirs
+    // until the routing is read.
+    dispatcher.on("A_MON", [this](const Record& record) {
+        for (int position = 1; position <= portCount + channelCount; ++position) {
+            const auto flag = mid(record.body, static_cast<std::size_t>(position), 1);
+            const bool isPort = position <= portCount;
+            const auto [mcu, module] = portAtPosition(position);
+            const auto address = isPort ? std::to_string(mcu * 10 + module) : std::to_string(position - portCount);
+            Fields event;
+            event.add(address);
+            event.add(flag);
+            event.add({});
+            UpdateSimStatus(isPort ? "PRT" : "BCH", event);
+        }
     });
+}
+
+void frmSimStatus::UpdateSimStatus(std::string_view kind, const Fields& fields) {
+    quietly("UpdateSimStatus", [&] {
+        if (kind == "SYS") systemLamps(fields);
+        if (kind == "PRT") portEnabled(fields);
+        if (kind == "BCH") channelEnabled(fields);
+        if (kind != "ALR") return;
+        const bool aboutSystem = fields.at(0) == "0" && fields.at(1) == "0" && fields.at(2) == "0";
+        if (aboutSystem)
+            systemAlarm(fields);
+        else
+            portAlarm(fields);
+    });
+}
+
+void frmSimStatus::systemLamps(const Fields& fields) {
+    for (std::size_t i = 1; i <= 3; ++i) {
+        const auto state = fields.at(i);
+        if (state == "0" || state == "1" || state == "2")
+            imgSystemStatus[i - 1].setPicture(lampPictures[val(state)]);
+    }
+}
+
+// Address XY, enable flag, bound B-channel.
+void frmSimStatus::portEnabled(const Fields& fields) {
+    const int index = boardIndex(fields.at(0));
+    auto& port = cell(index);
+    port.chkSTPEnable.setChecked(lowBit(fields.at(1)));
+    const auto channel = fields.at(2);
+    port.portBch = static_cast<int>(val(channel));
+    port.lblBCH.setBold(false);
+    const bool reserved = port.portBch == 31 || port.portBch == 32;
+    if (reserved) {
+        port.lblBCH.setText("Port #" + std::to_string(index) +
+                            (port.portBch == 31 ? " (RESERVED1)" : " (RESERVED2)"));
+    } else {
+        port.lblBCH.setText(portHeading(index, channel));
+    }
+    port.lblBCH.setColour(!port.chkSTPEnable.checked() ? headingRed : reserved ? headingBlue : colourBlack);
+}
+
+// Channel, enable flag.
+void frmSimStatus::channelEnabled(const Fields& fields) {
+    const auto channel = val(fields.at(0));
+    if (channel < 1 || channel > channelCount) return;
+    auto& line = row(static_cast<int>(channel));
+    line.chkSTBEnable.setChecked(lowBit(fields.at(1)));
+    line.lblSTBBch.setColour(line.chkSTBEnable.checked() ? bchIdle : bchDisabled);
+}
+
+void frmSimStatus::resetPortCell(int index) {
+    auto& port = cell(index);
+    port.imgStatusSim.setPicture("");
+    port.imgStatusSim.setTip("Sim status: no info");
+    port.imgStatusNet.setPicture("");
+    port.imgStatusNet.setTip("Network status: no info");
+    port.tmrAnimation->stop();
+    port.shpSim.setColour(colours_[BoardColours::PORT_NOT_ACTIVE]);
+    port.imgStatus.setPicture("");
+    port.lblNetworkID.setBold(false);
+    port.lblNetworkID.setText("");
+    port.lblMsg.setText("");
+    port.lblMsgNumber.setText("");
+    port.lblLimit.setText("Count:");
+    port.LblSIM_num.setText("");
+}
+
+// While a module registers, its network identity is a row of dots that grows and starts over.
+void frmSimStatus::animate(PortCell& port) {
+    constexpr std::size_t longestRow = 8;
+    const auto length = port.lblNetworkID.text().size();
+    port.lblNetworkID.setText(length == longestRow ? std::string() : std::string(length + 1, '.'));
+}
+
+void frmSimStatus::countTotal() {
+    std::int64_t minutes = 0;
+    std::int64_t seconds = 0;
+    for (const auto& port : cells_) {
+        const std::string_view text = port.lblLimit.text();
+        const auto colon = text.rfind(':');
+        seconds += val(right(text, 2));
+        if (colon != std::string_view::npos && colon >= 5) minutes += val(text.substr(colon - 5, 5));
+    }
+    minutes += seconds / 60;
+    seconds %= 60;
+    lblTotalCounter.setText(std::to_string(minutes) + " :" + (seconds < 10 ? "0" : "") + std::to_string(seconds));
+}
+
+void frmSimStatus::refresh() {
+    if (!sender_.isConnected()) {
+        platform_.dialogs().info(notConnectedText);
+        return;
+    }
+    std::vector<QueueItem> batch;
+    for (int index = 1; index <= portCount; ++index) {
+        if (val(mid(session_.gActivePorts, static_cast<std::size_t>(index), 1)) < 1) continue;
+        const auto [mcu, module] = portAtPosition(index);
+        batch.push_back(command("R_STS" + std::to_string(mcu * 10 + module),
+                                "Get data from port " + std::to_string(index)));
+    }
+    refreshes_.start(std::move(batch), refreshBudgetMs);
+}
+
+void frmSimStatus::takeColours(const BoardColours& colours) {
+    const auto before = colours_;
+    colours_ = colours;
+    colours_.save(settings_);
+    for (auto& port : cells_)
+        for (std::size_t i = 0; i < BoardColours::count; ++i) {
+            if (port.shpSim.colour() != before.values[i]) continue;
+            port.shpSim.setColour(colours_.values[i]);
+            break;
+        }
 }
 
 // The board shows the clock as it came: the seconds stay empty when the gateway does not tell them.
@@ -24,6 +197,41 @@ void frmSimStatus::takeClock(const Fields& fields) {
     lblSecond.setText(second == endMark ? std::string() : escaped(second));
     lblDate.setText(escaped(std::string(fields.at(0)) + "/" + std::string(fields.at(1)) + "/" +
                             std::string(fields.at(2))));
+}
+
+// The session is over: what is shown is no longer the state of anything.
+void frmSimStatus::blank() {
+    for (auto* label : {&lblHoure, &lblMinute, &lblSecond, &lblDate, &lblESN, &lblTotalCounter, &lblSlaveVer})
+        label->setText("");
+    tmrTotalCounter_->stop();
+    for (auto& lamp : imgSystemStatus) lamp.setPicture("");
+    for (int index = 1; index <= portCount; ++index) {
+        auto& port = cell(index);
+        resetPortCell(index);
+        port.simAbsent = false;
+        port.portBch = 0;
+        port.lblMsg.setTag("");
+        port.lblBCH.setText("Port #" + std::to_string(index));
+        port.lblBCH.setColour(colourBlack);
+        port.chkSTPEnable.setChecked(false);
+        port.lblNetBCCH.setText("");
+        port.lblNetBCCH.setBold(false);
+        port.lblRM_HM.setText("");
+        port.lblStrengthDB.setText("");
+        port.imgAntenna.setPicture("");
+        port.imgSMS.setPicture("");
+        for (Field* hidden : {static_cast<Field*>(&port.LblSIM_num), static_cast<Field*>(&port.lblSimLed),
+                              static_cast<Field*>(&port.imgStatusSim), static_cast<Field*>(&port.lblLimit),
+                              static_cast<Field*>(&port.lblSimClick)})
+            hidden->setVisible(true);
+    }
+    for (auto& line : rows_) {
+        line.lblSTBCause.setText("");
+        line.chkSTBEnable.setChecked(false);
+        line.lblSTBBch.setColour(bchDisabled);
+    }
+    lblLoading.setText("0");
+    holdsData = false;
 }
 
 }  // namespace trunvex

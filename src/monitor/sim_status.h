@@ -1,28 +1,98 @@
 #pragma once
 
+#include <array>
+#include <deque>
+#include <memory>
+#include <string_view>
+
 #include "link/analyze_cmd.h"
 #include "link/session_bring_up.h"
+#include "monitor/board_colours.h"
+#include "monitor/port_cell.h"
+#include "monitor/status_items.h"
+#include "platform/settings.h"
 #include "widgets/fields.h"
 
 namespace trunvex {
 
-// The status board: the gateway's identity and clock, and whether it has been read in this session.
+// The status board: a cell for each of the 32 modules, a row for each of the 30 B-channels, three system lamps, the
+// calls in progress and the talk time. Nothing is polled; every change comes as a status event.
 class frmSimStatus {
 public:
-    frmSimStatus(Dispatcher& dispatcher, SessionState& session, SessionBringUp& bringUp,
-                 RealTimeUpdate& realTimeUpdate, ReadQueue& reads);
+    static constexpr int portCount = 32;
+    static constexpr int channelCount = 30;
+
+    frmSimStatus(Platform& platform, Settings& settings, Dispatcher& dispatcher, SessionState& session,
+                 SessionBringUp& bringUp, RealTimeUpdate& realTimeUpdate, CommandSender& sender, ReadQueue& reads,
+                 RefreshQueue& refreshes);
+
+    // A status event. "SYS": version and the three lamps. "PRT": address XY, flag, B-channel. "BCH": channel, flag.
+    // "ALR": X, Y, SIM, code, three arguments. A fault in an event ends it where it stands; what was written stays.
+    void UpdateSimStatus(std::string_view kind, const Fields& fields);
+    // Back to the empty state of a cell, board index 1 to 32.
+    void resetPortCell(int index);
+
+    // The cell of a board index, 1 to 32; throws std::out_of_range beyond.
+    PortCell& cell(int index) { return cells_.at(static_cast<std::size_t>(index - 1)); }
+    BchRow& row(int channel) { return rows_.at(static_cast<std::size_t>(channel - 1)); }
+
+    const BoardColours& colours() const { return colours_; }
+    // Keeps and uses these from now on; cells that stand follow at their next event.
+    void takeColours(const BoardColours& colours);
 
     // The board holds what a first read has brought; opening it asks the gateway no more.
     bool holdsData = false;
+    // The board's window is asked for.
+    sigc::signal<void()>& shown() { return shown_; }
+    void show() { shown_.emit(); }
+    // What a double dial is remembered by: board index and text.
+    sigc::signal<void(int index, const std::string& text)>& dialled() { return dialled_; }
 
     LabelField lblESN{"lblESN"};
     LabelField lblHoure{"lblHoure"};
     LabelField lblMinute{"lblMinute"};
     LabelField lblSecond{"lblSecond"};
     LabelField lblDate{"lblDate"};
+    std::deque<PictureField> imgSystemStatus;          // 0 "Com Port :", 1 "Network  :", 2 "ISDN Line :"
+    LabelField lblLoading{"lblLoading", "0"};          // ports in a call
+    LabelField lblTotalCounter{"lblTotalCounter"};     // "minutes :seconds" of all talk counters
+    LabelField lblSlaveVer{"lblSlaveVer"};
+    ActionField cmdSTSRefresh{"cmdSTSRefresh", "Refresh"};
+    ActionField cmdColors{"cmdColors", "Colours..."};
 
 private:
+    void InitFormData();
+    void takeRecords(Dispatcher& dispatcher, RealTimeUpdate& realTimeUpdate);
     void takeClock(const Fields& fields);
+    void systemLamps(const Fields& fields);
+    void portEnabled(const Fields& fields);
+    void channelEnabled(const Fields& fields);
+    void systemAlarm(const Fields& fields);
+    void bindChannel(std::string_view port, std::string_view channel);
+    void portAlarm(const Fields& fields);
+    bool simAbsence(PortCell& cell, std::string_view sim, std::string_view code);
+    bool lamps(PortCell& cell, std::string_view code);
+    void effect(PortCell& cell, const Fields& fields);
+    void registered(PortCell& cell, const char* where);
+    void signalLevel(PortCell& cell, std::int64_t level);
+    void countCall(PortCell& cell);
+    void animate(PortCell& cell);
+    void countTotal();
+    void refresh();
+    void blank();
+
+    Platform& platform_;
+    Settings& settings_;
+    SessionState& session_;
+    CommandSender& sender_;
+    RefreshQueue& refreshes_;
+    StatusItems statusItems_;
+    BoardColours colours_;
+    std::deque<PortCell> cells_;
+    std::deque<BchRow> rows_;
+    std::unique_ptr<Timer> tmrTotalCounter_;
+    sigc::signal<void()> shown_;
+    sigc::signal<void(int, const std::string&)> dialled_;
 };
 
 }  // namespace trunvex

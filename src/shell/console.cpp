@@ -1,5 +1,6 @@
 #include "shell/console.h"
 
+#include "shell/atomic_file.h"
 #include "shell/default_settings.h"
 #include "text/text_rules.h"
 
@@ -19,9 +20,12 @@ Console::Console(Platform& platform_, const std::filesystem::path& folder)
       dispatcher(session, objSpool, panel, reads, refreshes, writes, bringUp, realTimeUpdate),
       sessionRecords(dispatcher, session, panel, refreshes, writes, bringUp, realTimeUpdate),
       portDetection(dispatcher, session, tables, writes),
+      portTree(platform.dialogs(), tables, session, objSpool, replaceFile, [this](const std::string& text) { tell(text); }),
       systemPage(realTimeUpdate, bringUp, setting),
       routingPage(realTimeUpdate),
-      board(dispatcher, session, bringUp, realTimeUpdate, reads),
+      board(platform, setting, dispatcher, session, bringUp, realTimeUpdate, objSpool, reads, refreshes),
+      portState(board, tables, dispatcher, session, refreshes),
+      lastCalls(history, session),
       mainWindow(platform, session, objSpool, panel, reads, connectButton) {
     session.applicationFolder = folder.string();
     forgetESN(session);
@@ -32,7 +36,10 @@ Console::Console(Platform& platform_, const std::filesystem::path& folder)
     objSpool.AnalyzeCmd = [this](std::string_view line, bool show) { dispatcher.AnalyzeCmd(line, show); };
     writes.feedBack = [this](std::string_view line) { dispatcher.AnalyzeCmd(line, false); };
     connectButton.setTip(toolPages[0].tip);
-    bringUp.resetTables.connect([this] { tables.reset(); });
+    bringUp.resetTables.connect([this] {
+        tables.reset();
+        tables.gTreeItems.clear();
+    });
     bringUp.tornDown.connect([this] { tables.reset(); });
     dispatcher.esnReceived.connect([this] { mainWindow.lblESN.setText(escaped(session.gESN)); });
     dispatcher.updateStatus.connect(
@@ -41,6 +48,14 @@ Console::Console(Platform& platform_, const std::filesystem::path& folder)
     bringUp.dialModem.connect([this] {
         bringUp.dropSession();
         tell("This version of the console can't dial by modem yet.");
+    });
+    portDetection.portsDetected.connect([this] {
+        portTree.takePorts();
+        portState.UpdateCDMA();
+    });
+    dispatcher.esnReceived.connect([this] { portTree.takeIdentity(); });
+    board.dialled().connect([this](int index, const std::string& number) {
+        lastCalls.SAVE_LastCalls(index, number + " (" + panel.getPanelText("time") + ")");
     });
     objSpool.openFailed().connect([this](const std::string& reason) { tell(reason); });
     writes.refused().connect([this](const std::string& reason) { tell(reason); });

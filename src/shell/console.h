@@ -4,10 +4,13 @@
 
 #include "config/model/shared_tables.h"
 #include "config/port_detection.h"
+#include "config/port_tree.h"
 #include "config/routing_page.h"
 #include "config/system_page.h"
 #include "link/analyze_cmd.h"
 #include "link/session_records.h"
+#include "monitor/last_calls.h"
+#include "monitor/port_state.h"
 #include "monitor/sim_status.h"
 #include "platform/platform.h"
 #include "shell/main_window.h"
@@ -48,9 +51,12 @@ public:
     Dispatcher dispatcher;
     SessionRecords sessionRecords;
     PortDetection portDetection;
+    PortTree portTree;
     SystemPage systemPage;
     RoutingPage routingPage;
     frmSimStatus board;
+    PortState portState;
+    LastCalls lastCalls;
     FrmPRIGroups mainWindow;
 };
 

@@ -84,6 +84,7 @@ void FrmPRIGroups::tie(SessionBringUp& bringUp, SystemPage& system, frmSimStatus
         lblESN.setText("");
         session_.gClockField = {};
         readWaits_ = false;
+        boardWaits_ = false;
     });
     bringUp.addressChosen.connect([this](const std::string& host, const std::string& port) {
         caption.setText(std::string(windowTitle) + " {" + host + ":" + port + "}");
@@ -96,7 +97,11 @@ void FrmPRIGroups::tie(SessionBringUp& bringUp, SystemPage& system, frmSimStatus
     bringUp.openShownPage.connect([this] { readPage(); });
     bringUp.openPasswords.connect([this] { notice("Passwords can't be set from this version of the console yet."); });
     reads_.idle().connect([this] {
-        if (std::exchange(readWaits_, false)) readPage();
+        if (std::exchange(boardWaits_, false)) {
+            readBoard();
+        } else if (std::exchange(readWaits_, false)) {
+            readPage();
+        }
     });
     showPhase();
 }
@@ -127,13 +132,18 @@ void FrmPRIGroups::openPage(std::string_view key) {
         unload_.emit();
         return;
     }
+    if (key == "sim") {
+        board_->show();  // a window of its own, beside whatever page is open
+        readBoard();
+        return;
+    }
     auto& opened = tool(key);
     tool(page_).setMarked(false);
     page_ = key;
     opened.setMarked(true);
     pageChanged_.emit();
     // In a session that only watches the board, nothing else asks the gateway by itself.
-    if (!session_.workOnlyWithMonitor || page_ == "sim") readPage();
+    if (!session_.workOnlyWithMonitor) readPage();
 }
 
 bool FrmPRIGroups::connectedAndFree() {
@@ -148,10 +158,15 @@ void FrmPRIGroups::readPage() {
         reads_.start({command("R_ISD", "ISDN")});
     } else if (page_ == "system" && system_->TxtSystemVer.text().empty() && connectedAndFree()) {
         reads_.start({command("R_CLK", "System time"), command("R_SYS", "System Version")});
-    } else if (page_ == "sim" && !board_->holdsData && connectedAndFree()) {
-        reads_.start({command("R_SYS", "System status"), command("R_ILS", "ISDN Statistic"),
-                      command("R_MON", "Gateway status")});
     }
+}
+
+void FrmPRIGroups::readBoard() {
+    if (board_->holdsData || !spool_.isConnected()) return;
+    boardWaits_ = reads_.running();
+    if (boardWaits_) return;
+    reads_.start({command("R_SYS", "System status"), command("R_ILS", "ISDN Statistic"),
+                  command("R_MON", "Gateway status")});
 }
 
 bool FrmPRIGroups::queryUnload() {

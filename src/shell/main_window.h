@@ -99,6 +99,7 @@ private:
     void showClock();
     void showPhase();
     void readPage();
+    void readBoard();
     bool connectedAndFree();
     void delayedClockTick();
 
@@ -113,7 +114,8 @@ private:
     frmSimStatus* board_ = nullptr;
     std::deque<ActionField> tools_;
     std::string page_ = "main";
-    bool readWaits_ = false;  // the open page's reads wait for the batch that runs
+    bool readWaits_ = false;   // the open page's reads wait for the batch that runs
+    bool boardWaits_ = false;  // and the board's
     std::array<std::unique_ptr<Timer>, commandTimers> tmrEnableCmd_;
     std::array<int, commandTimers> commandIntervalMs_{};
     std::unique_ptr<Timer> TmrDelayClkUpdate_;

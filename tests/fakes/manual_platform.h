@@ -55,10 +55,13 @@ private:
 class ScriptedDialogs : public Dialogs {
 public:
     Button message(const MessageBox& box) override;
+    std::string openFile(const std::string&, const std::string&) override { return file; }
+    std::string saveFile(const std::string&, const std::string&, const std::string&) override { return file; }
 
     std::deque<Button> answers;
     std::function<void(const MessageBox&)> behind;
     std::vector<MessageBox> shown;
+    std::string file;  // what the file dialogs answer
     std::vector<std::string> texts() const;
 };
 

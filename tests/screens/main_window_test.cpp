@@ -92,6 +92,7 @@ TEST_F(Windows, EveryPageOpensByItsToolAndItsShortcut) {
         EXPECT_THAT(action->toolTip().toStdString(),
                     HasSubstr(action->shortcut().toString(QKeySequence::NativeText).toStdString()));
         if (key == "connect" || key == "exit") continue;
+        if (key == "sim") continue;  // a window of its own
         action->trigger();
         bench.advance(2000);
         EXPECT_EQ(console.mainWindow.page(), key);

@@ -1,6 +1,7 @@
 #include "platform/qt/qt_dialogs.h"
 
 #include <QApplication>
+#include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
 #include <vector>
@@ -63,6 +64,9 @@ QMessageBox::Icon icon(BoxIcon icon) {
     return QMessageBox::NoIcon;
 }
 
+// "Groups Data (*.grp)|*.grp" holds the name and the pattern; Qt takes the pattern from the name.
+QString qtFilter(const std::string& filter) { return QString::fromStdString(filter).section('|', 0, 0); }
+
 }  // namespace
 
 Button QtDialogs::message(const MessageBox& box) {
@@ -83,6 +87,17 @@ Button QtDialogs::message(const MessageBox& box) {
     for (const auto& choice : offered)
         if (choice.button == pressed) return choice.answer;
     return refusal(box.buttons);
+}
+
+std::string QtDialogs::openFile(const std::string& title, const std::string& filter) {
+    return QFileDialog::getOpenFileName(QApplication::activeWindow(), QString::fromStdString(title), {}, qtFilter(filter))
+        .toStdString();
+}
+
+std::string QtDialogs::saveFile(const std::string& title, const std::string& filter, const std::string& name) {
+    return QFileDialog::getSaveFileName(QApplication::activeWindow(), QString::fromStdString(title),
+                                        QString::fromStdString(name), qtFilter(filter))
+        .toStdString();
 }
 
 }  // namespace trunvex

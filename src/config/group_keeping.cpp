@@ -1,0 +1,94 @@
+// Where the groups are kept: the file of each gateway, export and import.
+#include "config/group_file.h"
+#include "config/port_tree.h"
+#include "text/text_rules.h"
+
+namespace trunvex {
+
+namespace {
+
+constexpr const char* groupFilter = "Groups Data (*.grp)|*.grp";
+constexpr const char* groupExtension = ".grp";
+
+}  // namespace
+
+bool PortTree::save(const std::filesystem::path& path) {
+    const auto target = path.empty() ? std::filesystem::path(session_.gGroupsFile) : path;
+    try {
+        replaceFile_(target, group_file::encode(tables_.gTreeItems));
+        return true;
+    } catch (const std::exception& error) {
+        tell_("The groups can't be saved: " + std::string(error.what()));
+        return false;
+    }
+}
+
+bool PortTree::load(const std::filesystem::path& path) {
+    const auto source = path.empty() ? std::filesystem::path(session_.gGroupsFile) : path;
+    std::error_code error;
+    if (!std::filesystem::exists(source, error)) {
+        tables_.gTreeItems.clear();
+        return true;
+    }
+    auto items = group_file::read(source);
+    if (!items) {
+        tell_(source.filename().string() + " is no group file that can be read; the groups stay as they are.");
+        return false;
+    }
+    tables_.gTreeItems = std::move(*items);
+    return true;
+}
+
+void PortTree::takeIdentity() {
+    std::error_code error;
+    const bool isNew = loadedFor_ != session_.gESN || tables_.gTreeItems.empty();
+    const bool anotherGateway = !loadedFor_.empty() && loadedFor_ != session_.gESN;
+    if (isNew && std::filesystem::exists(session_.gGroupsFile, error))
+        load({});
+    else if (anotherGateway)
+        tables_.gTreeItems.clear();
+    loadedFor_ = session_.gESN;
+    if (session_.gGotActivePorts) build(Both, false);
+}
+
+void PortTree::takePorts() { build(Both, tables_.gTreeItems.empty()); }
+
+void PortTree::saveGroups() {
+    if (!sender_.isConnected()) {
+        if (dialogs_.message({"You must connecting to the gateway to save the groups!\r\n"
+                              "Do you want to export the groups to external file?",
+                              "Save", ButtonSet::YesNo, BoxIcon::Question}) == Button::Yes)
+            exportGroups();
+    } else if (session_.gESN.empty()) {
+        if (dialogs_.message({"Error gateway ESN number\r\n"
+                              "Do you want to get the right ESN numbet from the gateway now?",
+                              "Save", ButtonSet::YesNo, BoxIcon::Question}) == Button::Yes)
+            sender_.SendCommand("R_ESN");
+    } else if (save({})) {
+        load({});
+        build(Both, false);
+        tell_("The groups are saved.");
+    }
+}
+
+void PortTree::exportGroups() {
+    std::filesystem::path path = dialogs_.saveFile("Export groups", groupFilter, std::string("groups") + groupExtension);
+    if (path.empty()) return;
+    if (path.extension() != groupExtension) path += groupExtension;
+    save(path);
+}
+
+void PortTree::importGroups() {
+    const auto path = dialogs_.openFile("Import groups", groupFilter);
+    if (!path.empty() && load(path)) build(Both, false);
+}
+
+void PortTree::resetTree() {
+    if (dialogs_.message({"this action will remove all the groups that you was created!!, are you want to continue?",
+                          "Reset", ButtonSet::OkCancel, BoxIcon::Warning, 2}) != Button::Ok)
+        return;
+    tables_.gTreeItems.clear();
+    build(Both, false);
+}
+
+}  // namespace trunvex

@@ -1,0 +1,313 @@
+#include "config/port_tree.h"
+
+#include <algorithm>
+
+#include "config/group_file.h"
+#include "config/node_key.h"
+#include "platform/quietly.h"
+#include "text/text_rules.h"
+
+namespace trunvex {
+
+namespace {
+
+constexpr std::size_t mostChildren = 201;
+constexpr const char* emptyPortList = "Ports(0)";
+
+std::string portText(int mcu, int module) { return "Port " + std::to_string(portNumber(mcu, module)); }
+
+// The type letters of a node, from the module's type.
+const char* nodeType(std::string_view kind) { return kind == "GSM" ? "MOD" : kind == "CDM" ? "CDM" : "ERR"; }
+
+// "Ports(4)" and 1 more give "Ports(5)".
+std::string oneMore(std::string_view text) {
+    const auto open = text.find('(');
+    const auto count = open == std::string_view::npos ? 0 : val(text.substr(open + 1));
+    return "Ports(" + std::to_string(count + 1) + ")";
+}
+
+void addGroupNodes(TreeField& view, const QueueItem& group, const char* portListText) {
+    view.add({group.Key, group.Caption, {}});
+    for (int sim = 1; sim <= simsPerModule; ++sim)
+        view.add({node_key::ofGroup("SMM", group.Key) + std::to_string(sim), "Group Sim " + std::to_string(sim),
+                  group.Key});
+    view.add({node_key::ofGroup("MDD", group.Key), "Group Port ", group.Key});
+    view.add({node_key::ofGroup("PRT", group.Key), portListText, group.Key});
+}
+
+}  // namespace
+
+PortTree::PortTree(Dialogs& dialogs, SharedTables& tables, SessionState& session, CommandSender& sender,
+                   std::function<void(const std::filesystem::path&, std::string_view)> replaceFile,
+                   std::function<void(const std::string&)> tell)
+    : dialogs_(dialogs), tables_(tables), session_(session), sender_(sender), replaceFile_(std::move(replaceFile)),
+      tell_(std::move(tell)) {
+    std::vector<std::string> ports;
+    for (int index = 1; index <= portCount; ++index) ports.push_back("Port " + std::to_string(index));
+    cmbGRPSelectPort.setItems(std::move(ports));
+    cmbGRPSelectPort.changed().connect([this] { selectPort(); });
+    cmdCreateGroup.pressed().connect([this] { createGroup(); });
+    cmdDeleteGroup.pressed().connect([this] { deleteSelected(); });
+    cmdRenameGroup.pressed().connect([this] { renameSelected(); });
+    cmdMoveToGroup.pressed().connect([this] { moveChecked(); });
+    cmdSaveGroups.pressed().connect([this] { saveGroups(); });
+    cmdExportGroups.pressed().connect([this] { exportGroups(); });
+    cmdImportGroups.pressed().connect([this] { importGroups(); });
+    cmdResetTree.pressed().connect([this] { resetTree(); });
+    cmdRefreshTree.pressed().connect([this] { build(Both, false); });
+    cmdCollapse.pressed().connect([this] { for (auto& tree : tvGroups) tree.setAllExpanded(false); });
+    cmdExpand.pressed().connect([this] { for (auto& tree : tvGroups) tree.setAllExpanded(true); });
+    for (std::size_t link = 0; link < ucLinkSelectPorts.size(); ++link)
+        ucLinkSelectPorts[link].pressed().connect([this, link] {
+            auto& tree = tvGroups[link / 2];
+            tree.change([&] {
+                for (const auto& node : std::vector(tree.nodes()))
+                    if (contains(node.key, "MOD")) tree.setChecked(node.key, link % 2 == 0);
+            });
+        });
+}
+
+QueueItem* PortTree::item(std::string_view key) {
+    auto& items = tables_.gTreeItems;
+    const auto found = std::find_if(items.begin(), items.end(), [&](const QueueItem& one) { return one.Key == key; });
+    return found == items.end() ? nullptr : &*found;
+}
+
+void PortTree::build(Views which, bool fromFile) {
+    if (fromFile) load({});
+    for (int number = 0; number < 2; ++number)
+        if (which == Both || which == number)
+            buildView(tvGroups[static_cast<std::size_t>(number)], which != Both || number == Second);
+}
+
+// Groups first, then what belongs to them, then the ports that are free. What was expanded or checked stays so.
+void PortTree::buildView(TreeField& view, bool last) {
+    const auto before = view.nodes();
+    const auto selected = view.selected();
+    view.change([&] {
+        view.clear();
+        addGroups(view);
+        addMembers(view);
+        addFreePorts(view, last);
+        for (const auto& node : before) {
+            view.setExpanded(node.key, node.expanded);
+            view.setChecked(node.key, node.checked);
+        }
+        const bool stillThere = view.find(selected) != nullptr;
+        view.select(stillThere ? selected : view.nodes().front().key);
+    });
+}
+
+void PortTree::addGroups(TreeField& view) {
+    for (const auto& one : tables_.gTreeItems)
+        if (one.Kind == "GRP") addGroupNodes(view, one, emptyPortList);
+}
+
+// A member whose group is gone, or whose address does not exist, is left out here and stays in the list.
+void PortTree::addMembers(TreeField& view) {
+    for (const auto& one : tables_.gTreeItems) {
+        if (one.Kind == "GRP" || one.Parent.empty()) continue;
+        quietly("addMembers", [&] {
+            const auto type = moduleType(one.Key);
+            if (node_key::isSim(one.Key)) {
+                if (type == "GSM") view.add({one.Key, one.Caption, one.Parent});
+                return;
+            }
+            if (!contains(one.Parent, "PRT")) return;
+            const auto key = std::string(nodeType(type)) + std::string(right(one.Key, 2));
+            if (view.add({key, one.Caption, one.Parent})) countMember(view, one.Parent);
+        });
+    }
+}
+
+void PortTree::countMember(TreeField& view, const std::string& groupKey) {
+    if (const auto* group = view.find(groupKey)) view.setText(groupKey, oneMore(group->text));
+}
+
+void PortTree::addFreePorts(TreeField& view, bool last) {
+    for (int mcu = 1; mcu <= mcuCount; ++mcu)
+        for (int module = 1; module <= modulesPerMcu; ++module) {
+            const auto key = node_key::port(nodeType(tables_.port(mcu, module).Kind), mcu, module);
+            if (!view.find(key)) {
+                const auto* known = item(node_key::stored(key));
+                view.add({key, known ? known->Caption : portText(mcu, module), {}});
+            }
+            addSims(view, mcu, module);
+            if (last) completeList(mcu, module);
+        }
+}
+
+void PortTree::addSims(TreeField& view, int mcu, int module) {
+    if (tables_.port(mcu, module).Kind != "GSM") return;
+    for (int sim = 1; sim <= simsPerModule; ++sim)
+        view.add({node_key::sim(mcu, module, sim), "SIM " + std::to_string(sim), node_key::port("MOD", mcu, module)});
+}
+
+// A fresh list fills itself from what the gateway has reported.
+void PortTree::completeList(int mcu, int module) {
+    const auto key = node_key::port("MOD", mcu, module);
+    const auto& kind = tables_.port(mcu, module).Kind;
+    const auto append = [this](std::string itemKind, std::string itemKey, std::string caption, std::string parent) {
+        if (auto* known = item(itemKey)) {
+            if (node_key::isSim(itemKey) && known->Parent.empty()) known->Parent = std::move(parent);
+            return;
+        }
+        QueueItem made;
+        made.Kind = std::move(itemKind);
+        made.Key = std::move(itemKey);
+        made.Caption = std::move(caption);
+        made.Parent = std::move(parent);
+        tables_.gTreeItems.push_back(std::move(made));
+    };
+    append(kind.empty() ? "ERR" : kind, key, portText(mcu, module), {});
+    if (kind != "GSM") return;
+    for (int sim = 1; sim <= simsPerModule; ++sim)
+        append("SIM", node_key::sim(mcu, module, sim), "SIM " + std::to_string(sim), key);
+}
+
+std::string PortTree::moduleType(std::string_view key) const {
+    const int mcu = node_key::mcu(key);
+    const int module = node_key::module(key);
+    if (mcu < 1 || mcu > mcuCount || module < 1 || module > modulesPerMcu) throw std::out_of_range("no such port");
+    const auto& kind = tables_.port(mcu, module).Kind;
+    return kind == "GSM" || kind == "CDM" ? kind : "ERR";
+}
+
+std::vector<std::string> PortTree::children(std::string_view key) const {
+    std::vector<std::string> keys;
+    for (const auto& one : tables_.gTreeItems) {
+        if (one.Parent != key || keys.size() == mostChildren) continue;
+        keys.push_back(one.Key);
+    }
+    return keys;
+}
+
+bool PortTree::rename(std::string_view key, const std::string& text) {
+    auto* renamed = item(key);
+    if (text.empty() || !renamed) return false;
+    renamed->Caption = text;
+    for (auto& tree : tvGroups) tree.setText(key, text);
+    return true;
+}
+
+void PortTree::deleteItem(std::string_view key) {
+    const std::string gone(key);
+    std::erase_if(tables_.gTreeItems, [&](const QueueItem& one) { return one.Key == gone; });
+    for (auto& one : tables_.gTreeItems)
+        if (one.Parent == gone) one.Parent.clear();
+}
+
+bool PortTree::movePort(std::string_view portKey, std::string_view groupKey) {
+    const bool toGroup = contains(groupKey, "PRT") || contains(groupKey, "GRP");
+    auto* moved = node_key::isPort(portKey) ? item(node_key::stored(portKey)) : nullptr;
+    const auto list = node_key::ofGroup("PRT", groupKey);
+    if (!toGroup || !moved || !item(node_key::ofGroup("GRP", groupKey)) || moved->Parent == list) return false;
+    moved->Parent = list;
+    build(Both, false);
+    return true;
+}
+
+void PortTree::createGroup() {
+    const auto taken = [this](int number) {
+        return std::any_of(tables_.gTreeItems.begin(), tables_.gTreeItems.end(),
+                           [&](const QueueItem& one) { return val(one.Number) == number; });
+    };
+    int number = 1;
+    while (number <= node_key::groupCount && taken(number)) ++number;
+    if (number > node_key::groupCount) {
+        dialogs_.info("you can create only " + std::to_string(node_key::groupCount) + " groups!!");
+        return;
+    }
+    QueueItem group;
+    group.Number = pad(std::to_string(number), 2, '0', PadSide::Left);
+    group.Key = "GRP" + group.Number;
+    group.Kind = "GRP";
+    group.Caption = "Group " + std::to_string(number);
+    tables_.gTreeItems.push_back(group);
+    // The list of ports has this text until the next rebuild.
+    for (auto& tree : tvGroups) tree.change([&] { addGroupNodes(tree, group, "Group Port "); });
+}
+
+void PortTree::deleteSelected() {
+    const auto key = view().selected();
+    const auto* node = view().find(key);
+    if (!node || (!contains(key, "MOD") && !contains(key, "GRP"))) {
+        dialogs_.info("you can only delete groups or port items!");
+        return;
+    }
+    if (dialogs_.message({"are you sure that you want to delete this Item:" + node->text, "Delete", ButtonSet::YesNo,
+                          BoxIcon::Question, 2}) != Button::Yes)
+        return;
+    if (contains(key, "GRP"))
+        for (const auto& member : children(node_key::ofGroup("PRT", key))) deleteItem(member);
+    deleteItem(key);
+    build(Both, false);
+}
+
+void PortTree::renameSelected() {
+    const auto key = view().selected();
+    if (!contains(key, "GRP"))
+        dialogs_.info("you can only rename groups node!!");
+    else
+        editName.emit(key);
+}
+
+void PortTree::moveChecked() {
+    frmSelectGroup window(tables_.gTreeItems);
+    if (showSelectGroup) showSelectGroup(window);
+    if (window.result.empty() || !item(node_key::ofGroup("GRP", window.result))) return;
+    const auto nodes = view().nodes();
+    for (auto node = nodes.rbegin(); node != nodes.rend(); ++node) {
+        if (!node->checked || !contains(node->key, "MOD")) continue;
+        auto* moved = item(node_key::stored(node->key));
+        if (!moved) continue;
+        moved->Parent = window.result;
+        moved->Caption = node->text;
+    }
+    build(Both, false);
+}
+
+void PortTree::selectPort() {
+    if (cmbGRPSelectPort.index() == ChoiceField::none) return;
+    const auto [mcu, module] = portAtPosition(cmbGRPSelectPort.index() + 1);
+    for (auto& tree : tvGroups) tree.select(node_key::port(nodeType(tables_.port(mcu, module).Kind), mcu, module));
+}
+
+std::vector<QueueItem> PortTree::groupWritePorts(std::string_view key, const Builder& buildLine) const {
+    std::vector<QueueItem> batch;
+    for (const auto& child : children(node_key::ofGroup("PRT", key))) {
+        const auto port = node_key::stored(child);
+        if (!node_key::isPort(port)) continue;
+        auto line = buildLine(port);
+        if (!line.empty()) batch.push_back(command(std::move(line), portText(node_key::mcu(port), node_key::module(port))));
+    }
+    return batch;
+}
+
+std::vector<QueueItem> PortTree::groupWriteSims(std::string_view key, const Builder& buildLine) const {
+    std::vector<QueueItem> batch;
+    const auto number = mid(key, 6, 1);
+    for (const auto& port : children(node_key::ofGroup("PRT", key))) {
+        if (!contains(port, "MOD")) continue;
+        for (const auto& sim : children(port)) {
+            if (!contains(sim, "SIM") || mid(sim, 6, 1) != number) continue;
+            auto line = buildLine(sim);
+            if (line.empty()) continue;
+            const auto caption = portText(node_key::mcu(sim), node_key::module(sim)) + " SIM " + std::string(number);
+            batch.push_back(command(std::move(line), caption));
+        }
+    }
+    return batch;
+}
+
+frmSelectGroup::frmSelectGroup(const std::vector<QueueItem>& items) {
+    for (const auto& one : items)
+        if (one.Kind == "GRP") tvGroups.add({one.Key, one.Caption, {}});
+    if (!tvGroups.nodes().empty()) tvGroups.select(tvGroups.nodes().front().key);
+}
+
+void frmSelectGroup::accept() {
+    if (tvGroups.find(tvGroups.selected())) result = node_key::ofGroup("PRT", tvGroups.selected());
+}
+
+}  // namespace trunvex

@@ -1,0 +1,100 @@
+#include "monitor/port_state.h"
+
+#include "text/text_rules.h"
+
+namespace trunvex {
+
+namespace {
+
+constexpr int beingSetUp = 4;
+constexpr int connected = 8;
+
+enum StatusField { Address = 0, State = 1, FirstSim = 2, BcchMode = 10, Signal = 11, Network = 12, Flags = 13, Bcch = 14 };
+
+}  // namespace
+
+PortState::PortState(frmSimStatus& board, SharedTables& tables, Dispatcher& dispatcher, SessionState& session,
+                     RefreshQueue& refreshes)
+    : board_(board), tables_(tables) {
+    dispatcher.on("A_STS", [this, &session, &refreshes](const Record& record) {
+        updateSTS(record.fields());
+        refreshes.advance();
+        session.gStatusSeen = true;
+    });
+}
+
+void PortState::updateSTS(const Fields& fields) {
+    const auto address = fields.at(Address);
+    getIndexs(address).at(1);  // throws for an address that is not two digits
+    std::string_view sim = "0";
+    std::string_view talked;
+    for (std::size_t slot = 0; slot < 4; ++slot) {
+        if (fields.at(FirstSim + 2 * slot) != "40") continue;
+        sim = std::string_view("1234").substr(slot, 1);
+        talked = fields.at(FirstSim + 2 * slot + 1);
+        break;
+    }
+    // The events that follow one another share their arguments; only those that ignore them see old ones.
+    std::string_view first;
+    std::string_view second;
+    const auto raise = [&](std::string_view code) {
+        Fields event;
+        for (const auto text : {address.substr(0, 1), address.substr(1, 1), sim, code, first, second, std::string_view()})
+            event.add(text);
+        board_.UpdateSimStatus("ALR", event);
+    };
+    const auto state = fields.at(State);
+    raise(state);
+    first = fields.at(Signal);
+    raise("25");
+    first = fields.at(Bcch);
+    second = fields.at(BcchMode);
+    raise("15");
+    if (sim == "0") return;
+    first = talked;
+    raise("104");
+    const auto code = val(state);
+    if (code == 21 || code == 23 || code == 50) {
+        first = fields.at(Network);
+        raise("21");
+    }
+    raise("40");
+    const auto flags = val(fields.at(Flags));
+    if (flags & beingSetUp) {
+        raise("3");
+    } else if (flags & connected) {
+        first = talked;
+        raise("104");
+        raise("4");
+    }
+}
+
+void PortState::UpdateCDMA() {
+    for (int index = 1; index <= portCount; ++index) {
+        const auto [mcu, module] = portAtPosition(index);
+        if (trim(tables_.port(mcu, module).Kind) != "CDM") continue;
+        auto& cell = board_.cell(index);
+        cell.lblNetBCCH.setText("CDMA");
+        cell.lblNetBCCH.setBold(true);
+        for (Field* hidden : {static_cast<Field*>(&cell.LblSIM_num), static_cast<Field*>(&cell.lblSimLed),
+                              static_cast<Field*>(&cell.imgStatusSim), static_cast<Field*>(&cell.lblLimit),
+                              static_cast<Field*>(&cell.lblSimClick)})
+            hidden->setVisible(false);
+    }
+}
+
+int getDynamicBCH(frmSimStatus& board, int index) {
+    auto text = right(board.cell(index).lblBCH.text(), 2);
+    if (!text.empty() && text.front() == '#') text.remove_prefix(1);
+    return static_cast<int>(val(text));
+}
+
+const std::string& getRSSI(frmSimStatus& board, int index) { return board.cell(index).lblStrengthDB.text(); }
+
+void haveSMS(frmSimStatus& board, int index, bool flag) {
+    auto& mark = board.cell(index).imgSMS;
+    mark.setPicture(flag ? "imgSMSPic" : "");
+    mark.setTip(flag ? "You have new SMS message" : "");
+}
+
+}  // namespace trunvex

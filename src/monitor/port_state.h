@@ -1,0 +1,33 @@
+#pragma once
+
+#include "config/model/shared_tables.h"
+#include "monitor/sim_status.h"
+
+namespace trunvex {
+
+// A snapshot of a port (A_STS) becomes the same events that single reports would have caused, and the module types mark
+// the board's CDMA cells.
+class PortState {
+public:
+    PortState(frmSimStatus& board, SharedTables& tables, Dispatcher& dispatcher, SessionState& session,
+              RefreshQueue& refreshes);
+
+    // Fields: XY, state code, four pairs of SIM state and talk counter, BCCH mode, signal, network identity, call
+    // flags, BCCH channel.
+    void updateSTS(const Fields& fields);
+    // A CDMA module has no SIM of ours: its cell says "CDMA" and shows nothing of one.
+    void UpdateCDMA();
+
+private:
+    frmSimStatus& board_;
+    SharedTables& tables_;
+};
+
+// The B-channel bound to a port now: the number at the end of its heading.
+int getDynamicBCH(frmSimStatus& board, int index);
+// The port's signal as it is shown.
+const std::string& getRSSI(frmSimStatus& board, int index);
+// Marks a port that has a new message, or takes the mark away.
+void haveSMS(frmSimStatus& board, int index, bool flag);
+
+}  // namespace trunvex

@@ -1,0 +1,306 @@
+#include <gmock/gmock.h>
+
+#include "fakes/console_bench.h"
+
+namespace trunvex {
+namespace {
+
+using fakes::ConsoleBench;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+constexpr const char* red = "imgLedRed";
+constexpr const char* yellow = "imgLedYellow";
+constexpr const char* green = "imgLedGreen";
+
+class Board : public testing::Test {
+protected:
+    void receive(const std::string& line) { console.dispatcher.AnalyzeCmd(line, true); }
+    // Port 3 of MCU 5, SIM 1.
+    void report(const std::string& code, const std::string& first = "", const std::string& second = "") {
+        receive("I_ALR531," + code + "," + first + "," + second + ",");
+    }
+    PortCell& cell() { return board.cell(19); }
+    Colour colour(BoardColours::Which which) { return board.colours()[which]; }
+
+    ConsoleBench bench;
+    Console& console = bench.console;
+    frmSimStatus& board = bench.console.board;
+};
+
+struct Effect {
+    const char* code;
+    const char* first;
+    const char* message;
+    const char* callPicture;
+    int colour;  // one of the six, or -1 as it was
+    const char* loading;
+};
+
+// A call through its life, then what disturbs it, each on top of the one before.
+TEST_F(Board, FollowsACallStepByStep) {
+    const Effect steps[] = {
+        {"40", "", "SIM ready", "", BoardColours::PORT_ACTIVE, "0"},
+        {"2", "0501234567", "DIAL ISDN", "", BoardColours::PORT_ACTIVE, "0"},
+        {"3", "", "CONNECTING", "", BoardColours::PORT_CALL, "1"},
+        {"16", "", "ALERTING", "", BoardColours::PORT_ALARTING, "0"},
+        {"4", "00012:33", "MS CONNECTED", "imgConnected", BoardColours::PORT_CONNECTED, "1"},
+        {"18", "00013:00", "MS CONNECTED", "imgConnected", BoardColours::PORT_CONNECTED, "1"},
+        {"20", "", "MS CONNECTED", "imgConnected", BoardColours::PORT_CONNECTED, "1"},
+        {"5", "", "CLEAR ISDN", "", BoardColours::PORT_ACTIVE, "0"},
+        {"12", "", "ISDN CONNECTED", "imgConnected", BoardColours::PORT_CONNECTED, "0"},
+        {"6", "16", "DISCONNECTED MS (16)", "", BoardColours::PORT_ACTIVE, "0"},
+        {"35", "", "PIN CODE wrong", "", BoardColours::PORT_PROBLEM, "0"},
+        {"13", "", "ERROR GSM", "", BoardColours::PORT_PROBLEM, "0"},
+        {"14", "", "ERROR GSM", "", BoardColours::PORT_PROBLEM, "0"},
+        {"99", "", "ERROR GSM", "", BoardColours::PORT_PROBLEM, "0"},
+    };
+    for (const auto& step : steps) {
+        report(step.code, step.first);
+        EXPECT_EQ(cell().lblMsg.text(), step.message) << step.code;
+        EXPECT_EQ(cell().imgStatus.picture(), step.callPicture) << step.code;
+        EXPECT_EQ(cell().shpSim.colour(), colour(static_cast<BoardColours::Which>(step.colour))) << step.code;
+        EXPECT_EQ(board.lblLoading.text(), step.loading) << step.code;
+    }
+    EXPECT_EQ(cell().lblMsgNumber.text(), "0501234567");
+    EXPECT_EQ(cell().LblSIM_num.text(), "SIM #1");
+    EXPECT_EQ(cell().lblLimit.text(), "Count:00013:00");
+}
+
+TEST_F(Board, LightsTheLampsOfSimAndNetwork) {
+    report("40");
+    EXPECT_EQ(cell().imgStatusSim.picture(), green);
+    EXPECT_EQ(cell().imgStatusSim.tip(), "sim status:SIM ready");
+    const std::tuple<const char*, const char*, const char*> network[] = {
+        {"22", yellow, "Network status:REGISTRATION"}, {"23", green, "Network status: REGISTERED"},
+        {"24", red, "Network status:UNREGISTERED"},    {"50", green, "Network status: REGISTERED"},
+        {"20", red, "Network status: REGISTERED"}};
+    for (const auto& [code, lamp, tip] : network) {
+        report(code);
+        EXPECT_EQ(cell().imgStatusNet.picture(), lamp) << code;
+        EXPECT_EQ(cell().imgStatusNet.tip(), tip) << code;
+    }
+    EXPECT_EQ(cell().lblRM_HM.text(), "Rm");
+    // A code with a leading zero finds no text, and the event ends at its lamp.
+    report("4", "00001:00");
+    report("026");
+    EXPECT_EQ(cell().imgStatusSim.picture(), red);
+    EXPECT_EQ(cell().lblMsg.text(), "MS CONNECTED");
+}
+
+TEST_F(Board, WipesACellOnceForAMissingSim) {
+    report("4", "00012:33");
+    report("26");
+    EXPECT_EQ(cell().lblMsg.text(), "SIM ABSENCE");
+    EXPECT_EQ(cell().lblLimit.text(), "Count:");
+    EXPECT_EQ(cell().shpSim.colour(), colour(BoardColours::PORT_NOT_ACTIVE));
+    cell().lblMsgNumber.setText("kept");
+    report("26");
+    EXPECT_EQ(cell().lblMsgNumber.text(), "kept");
+    report("25", "40");
+    report("26");
+    EXPECT_EQ(cell().lblMsgNumber.text(), "");
+    // A report without a SIM resets the cell too, but for the signal.
+    report("4", "00001:00");
+    receive("I_ALR530,25,40,,");
+    EXPECT_EQ(cell().lblMsg.text(), "MS CONNECTED");
+    receive("I_ALR530,15,61,0,");
+    EXPECT_EQ(cell().lblMsg.text(), "");
+    EXPECT_EQ(cell().lblNetBCCH.text(), "BCCH: 61");
+}
+
+TEST_F(Board, ShowsSignalInRangesWithDecibels) {
+    const std::tuple<const char*, const char*, const char*> levels[] = {
+        {"1", "-110db", "imgAnt_1"},  {"16", "-95db", "imgAnt_1"}, {"17", "-94db", "imgAnt_2"},
+        {"33", "-78db", "imgAnt_2"},  {"34", "-77db", "imgAnt_3"}, {"49", "-62db", "imgAnt_3"},
+        {"50", "-61db", "imgAnt_4"},  {"70", "-41db", "imgAnt_4"}, {"71", "-40db", "imgAnt_4"},
+        {"98", "-13db", "imgAnt_4"},  {"99", "", "imgAnt_0"},      {"70", "-41db", "imgAnt_4"},
+        {"0", "", "imgAnt_0"},        {"x", "", "imgAnt_0"}};
+    for (const auto& [level, decibels, bars] : levels) {
+        report("25", level);
+        EXPECT_EQ(cell().lblStrengthDB.text(), decibels) << level;
+        EXPECT_EQ(cell().imgAntenna.picture(), bars) << level;
+    }
+    EXPECT_EQ(getRSSI(board, 19), "");
+}
+
+TEST_F(Board, GrowsDotsWhileAModuleRegisters) {
+    report("21", "42501");
+    report("22");
+    EXPECT_TRUE(cell().lblNetworkID.bold());
+    cell().lblNetworkID.setText("");
+    std::vector<std::size_t> lengths;
+    for (int i = 0; i < 10; ++i) {
+        bench.advance(200);
+        lengths.push_back(cell().lblNetworkID.text().size());
+    }
+    EXPECT_THAT(lengths, ElementsAre(1, 2, 3, 4, 5, 6, 7, 8, 0, 1));
+    report("23");
+    EXPECT_FALSE(cell().lblNetworkID.bold());
+    EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
+}
+
+TEST_F(Board, TakesTheReportsAboutTheSystem) {
+    receive("A_SYS4.37,0,1,2");
+    std::vector<std::string> lamps;
+    for (auto& lamp : board.imgSystemStatus) lamps.push_back(lamp.picture());
+    EXPECT_THAT(lamps, ElementsAre(red, yellow, green));
+    const std::tuple<const char*, int, const char*> codes[] = {
+        {"010", 2, green}, {"011", 2, red}, {"021", 0, green}, {"024", 0, red}, {"033", 1, yellow}, {"10", 2, red}};
+    for (const auto& [code, lamp, picture] : codes) {
+        if (std::string(code) == "10") receive("I_ALR000,011,,,");
+        receive(std::string("I_ALR000,") + code + ",,,");
+        EXPECT_EQ(board.imgSystemStatus[static_cast<std::size_t>(lamp)].picture(), picture) << code;
+    }
+    receive("I_ALR000,100,17,19,");
+    EXPECT_EQ(cell().lblBCH.text(), "Port #19,  B-Ch #17");
+    EXPECT_EQ(getDynamicBCH(board, 19), 17);
+    receive("I_ALR000,120,19,4,");
+    EXPECT_EQ(cell().portBch, 4);
+    EXPECT_EQ(getDynamicBCH(board, 19), 4);
+    receive("I_ALR000,140,17,,");
+    EXPECT_EQ(board.row(17).lblSTBBch.colour(), bchInCall);
+    receive("I_ALR000,113,17,16,");
+    EXPECT_EQ(board.row(17).lblSTBCause.text(), "16");
+    EXPECT_EQ(board.row(17).lblSTBBch.colour(), bchIdle);
+    receive("I_ALR000,116,17,0,OK");
+    EXPECT_EQ(board.row(17).lblSTBBch.colour(), bchDisabled);
+    receive("I_ALR000,116,17,1,ERR");
+    EXPECT_EQ(board.row(17).lblSTBBch.colour(), bchDisabled);
+    receive("I_ALR000,136,53,0,OK");
+    EXPECT_EQ(cell().lblBCH.colour(), 255u);
+    // Reports about what is not there end quietly.
+    for (const auto* bad : {"I_ALR000,140,0,,", "I_ALR000,140,31,,", "I_ALR000,100,1,33,", "I_ALR000,136,99,1,OK",
+                            "I_ALR951,4,1,,", "I_ALR001,4,1,,", "I_ALR000,116,x,1,OK"})
+        receive(bad);
+}
+
+TEST_F(Board, MarksPortsAndChannelsOnOrOff) {
+    receive("A_MON" + std::string(31, '1') + "0" + std::string(29, '1') + "0");
+    EXPECT_TRUE(board.cell(31).chkSTPEnable.checked());
+    EXPECT_EQ(board.cell(31).lblBCH.text(), "Port #31,  B-Ch #");
+    EXPECT_EQ(board.cell(32).lblBCH.colour(), 255u);
+    EXPECT_EQ(board.row(29).lblSTBBch.colour(), bchIdle);
+    EXPECT_EQ(board.row(30).lblSTBBch.colour(), bchDisabled);
+    console.realTimeUpdate("PRT", splitString("53,1,31,0", ','));
+    EXPECT_EQ(cell().lblBCH.text(), "Port #19 (RESERVED1)");
+    EXPECT_EQ(cell().lblBCH.colour(), 16711680u);
+    console.realTimeUpdate("PRT", splitString("53,0,32,0", ','));
+    EXPECT_EQ(cell().lblBCH.text(), "Port #19 (RESERVED2)");
+    EXPECT_EQ(cell().lblBCH.colour(), 255u);
+}
+
+TEST_F(Board, RestoresACellFromASnapshot) {
+    receive("A_STS53,23,26,,26,,40,00012:33,0,,0,45,42501,8,61");
+    EXPECT_EQ(cell().LblSIM_num.text(), "SIM #3");
+    EXPECT_EQ(cell().lblLimit.text(), "Count:00012:33");
+    EXPECT_EQ(cell().lblMsg.text(), "MS CONNECTED");
+    EXPECT_EQ(cell().lblNetworkID.text(), "42501");
+    EXPECT_EQ(cell().lblNetBCCH.text(), "BCCH: 61");
+    EXPECT_EQ(cell().lblStrengthDB.text(), "-66db");
+    EXPECT_EQ(board.lblLoading.text(), "1");
+    receive("A_STS53,40,40,00000:10,26,,26,,26,,1,45,42501,12,61");
+    EXPECT_EQ(cell().lblMsg.text(), "CONNECTING") << "being set up wins over connected";
+    EXPECT_EQ(cell().lblNetBCCH.text(), "BCCH: AUTO");
+    receive("A_STS53,23,26,,26,,26,,26,,0,45,42501,8,61");
+    EXPECT_EQ(cell().lblNetworkID.text(), "") << "without a ready SIM the cell is reset";
+    EXPECT_EQ(board.lblLoading.text(), "0");
+    for (const auto* bad : {"A_STS", "A_STS5", "A_STS5x,1", "A_STS53,23,40", "A_STS99,1,1,1,1,1,1,1,1,1,1,1,1,1,1"})
+        receive(bad);
+}
+
+TEST_F(Board, KeepsACdmaCellFromShowingASim) {
+    console.tables.port(5, 3).Kind = "CDM";
+    console.portState.UpdateCDMA();
+    report("15", "61", "0");
+    EXPECT_EQ(cell().lblNetBCCH.text(), "CDMA");
+    EXPECT_FALSE(cell().LblSIM_num.visible() || cell().imgStatusSim.visible() || cell().lblLimit.visible());
+    EXPECT_TRUE(board.cell(1).LblSIM_num.visible());
+}
+
+TEST_F(Board, AddsUpTheTalkTime) {
+    bench.connect();
+    bench.advance(1100);
+    board.cell(1).lblLimit.setText("Count:00010:50");
+    board.cell(2).lblLimit.setText("Count:00001:20");
+    bench.advance(1000);
+    EXPECT_EQ(board.lblTotalCounter.text(), "12 :10");
+    board.cell(2).lblLimit.setText("Count:00001:11");
+    bench.advance(1000);
+    EXPECT_EQ(board.lblTotalCounter.text(), "12 :01");
+}
+
+TEST_F(Board, RefreshAsksForEveryActivePort) {
+    simulator::Gateway gateway(fakes::seeded(3));
+    board.cmdSTSRefresh.press();
+    EXPECT_THAT(bench.platform.boxes.texts(), ElementsAre(notConnectedText));
+    bench.logIn(gateway);
+    gateway.forgetLinesReceived();
+    board.cmdSTSRefresh.press();
+    bench.advance(30000);
+    const auto& ports = console.session.gActivePorts;
+    const auto active = static_cast<std::size_t>(std::count(ports.begin(), ports.end(), '1'));
+    ASSERT_GT(active, 0u);
+    EXPECT_EQ(gateway.linesReceived().size(), active);
+    EXPECT_FALSE(console.refreshes.ucCoolProgressBar.visible());
+    EXPECT_EQ(bench.platform.boxes.shown.size(), 1u);
+}
+
+TEST_F(Board, ForgetsTheSessionThatEnded) {
+    simulator::Gateway gateway(fakes::seeded(3));
+    bench.logIn(gateway);
+    receive("A_PPR" + std::string(32, '1'));
+    report("4", "00012:33");
+    report("22");
+    receive("I_ALR000,140,17,,");
+    console.mainWindow.openPage("connect");
+    EXPECT_EQ(cell().lblMsg.text(), "");
+    EXPECT_EQ(board.lblLoading.text(), "0");
+    EXPECT_EQ(board.row(17).lblSTBBch.colour(), bchDisabled);
+    EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
+    bench.logIn(gateway);
+    report("4", "00012:33");
+    EXPECT_EQ(board.lblLoading.text(), "1");
+}
+
+TEST_F(Board, KeepsItsColours) {
+    report("4", "00001:00");
+    BoardColours kept;
+    frmColors window(board.colours(), [&](const BoardColours& colours) { board.takeColours(colours); });
+    window.lblColor[BoardColours::PORT_CONNECTED].setColour(0x123456);
+    EXPECT_EQ(console.setting.Read("Colors", "PORT_CONNECTED"), "") << "nothing before Save";
+    window.cmdSave.press();
+    EXPECT_EQ(console.setting.Read("Colors", "PORT_CONNECTED"), std::to_string(0x123456));
+    EXPECT_EQ(cell().shpSim.colour(), 0x123456u);
+    kept.load(console.setting);
+    EXPECT_EQ(kept[BoardColours::PORT_CONNECTED], 0x123456u);
+    for (const auto* bad : {"x", "-1", "16777216", "99999999999999999999999"}) {
+        console.setting.Write("Colors", "PORT_CALL", bad);
+        kept.load(console.setting);
+        EXPECT_EQ(kept[BoardColours::PORT_CALL], 8840850u) << bad;
+    }
+    window.cmdDefault.press();
+    window.cmdSave.press();
+    EXPECT_EQ(cell().shpSim.colour(), 14811110u);
+}
+
+TEST_F(Board, RemembersTheLastFiveNumbersOfAPort) {
+    auto& calls = console.lastCalls;
+    report("2", "100");
+    EXPECT_EQ(calls.INIT_lastCalls(19)[0], LastCalls::emptyLine) << "the gateway has not told who it is";
+    receive("A_ESN4711");
+    for (const auto* number : {"1", "2", "3", "4", "5"}) report("2", number);
+    report("2", "6");
+    const auto lines = calls.INIT_lastCalls(19);
+    EXPECT_THAT(lines[0], HasSubstr("6 ("));
+    EXPECT_THAT(lines[4], HasSubstr("5 ("));
+    EXPECT_EQ(calls.INIT_lastCalls(18)[0], LastCalls::emptyLine);
+    calls.clear(19);
+    EXPECT_EQ(calls.INIT_lastCalls(19)[0], LastCalls::emptyLine);
+    report("2", "7");
+    EXPECT_THAT(calls.INIT_lastCalls(19)[0], HasSubstr("7 ("));
+}
+
+}  // namespace
+}  // namespace trunvex
