@@ -18,10 +18,6 @@ Port* portAt(GatewayState& state, std::string_view digits) {
     return port.module == '0' ? nullptr : &port;
 }
 
-std::string talkCounter(int seconds) {
-    return padded(seconds / 60, 5) + ":" + padded(seconds % 60, 2);
-}
-
 std::string digit(bool flag) {
     return flag ? "1" : "0";
 }
@@ -71,6 +67,7 @@ void enablePort(Request& request) {
     Port* port = portAt(request.state, fields[0]);
     if (!port) return request.refused(fields[0] + "0");
     port->enabled = *flag == 1;
+    port->inMaintenance = false;  // the operator's word is the last
     request.accepted(fields[0] + "0");
     request.answer("I_ALR000,136," + fields[0] + "," + fields[1] + ",OK");
 }
@@ -81,7 +78,9 @@ void enableChannel(Request& request) {
     const auto channel = number(fields[0], 1, channelCount);
     const auto flag = fields.size() == 2 ? number(fields[1], 0, 1) : std::nullopt;
     if (!channel || !flag) return request.malformed();
-    request.state.channels[static_cast<std::size_t>(*channel - 1)] = *flag == 1;
+    const auto row = static_cast<std::size_t>(*channel - 1);
+    request.state.channels[row] = *flag == 1;
+    request.state.bearers[row].inMaintenance = false;
     request.accepted();
     request.answer("I_ALR000,116," + std::to_string(*channel) + "," + fields[1] + ",OK");
 }

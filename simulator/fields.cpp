@@ -40,4 +40,8 @@ std::string padded(int value, int width) {
     return text;
 }
 
+std::string talkCounter(int seconds) {
+    return padded(seconds / 60, 5) + ":" + padded(seconds % 60, 2);
+}
+
 }  // namespace simulator

@@ -18,4 +18,7 @@ std::optional<int> number(std::string_view digits, int least, int most);
 // The value in decimal, with leading zeros up to the width.
 std::string padded(int value, int width);
 
+// MMMMM:SS, five digits of minutes and two of seconds.
+std::string talkCounter(int seconds);
+
 }  // namespace simulator

@@ -24,14 +24,21 @@ Gateway::Gateway(GatewayOptions options)
       random(options.seed),
       faultDice(~options.seed),
       keptState(random, options.start),
-      outbox(activeFaults.wire, options.seed + 1) {
+      outbox(activeFaults.wire, options.seed + 1),
+      life(keptState, options.life, options.seed + 2, [this](std::string line) { say(std::move(line)); }) {
     keptState.accounts.adminPassword = std::move(options.adminPassword);
     if (!options.esn.empty()) keptState.esn = std::move(options.esn);
+    wakeLife();
 }
 
 void Gateway::linkUp() {
     linkDown();
     linked = true;
+    wakeLife();
+}
+
+void Gateway::wakeLife() {
+    if (linked && !restarting) life.wake(currentTime);
 }
 
 void Gateway::linkDown() {
@@ -41,6 +48,7 @@ void Gateway::linkDown() {
     outbox.clear();
     tries.clear();
     lastReplyDue = currentTime;
+    life.rest(currentTime);
 }
 
 void Gateway::receive(std::string_view bytes) {
@@ -49,7 +57,17 @@ void Gateway::receive(std::string_view bytes) {
 }
 
 void Gateway::advanceTo(std::chrono::milliseconds now) {
+    // Each moment of its life in turn, so that large steps of time and small ones come to the same.
+    for (auto due = life.nextDue(); due && *due <= now; due = life.nextDue()) {
+        currentTime = std::max(currentTime, *due);
+        sendDue();  // which may end the link
+        life.advanceTo(currentTime);
+    }
     currentTime = std::max(currentTime, now);
+    sendDue();
+}
+
+void Gateway::sendDue() {
     outbox.advanceTo(
         currentTime,
         [this](std::string_view bytes) {
@@ -62,7 +80,10 @@ void Gateway::advanceTo(std::chrono::milliseconds now) {
 }
 
 std::optional<std::chrono::milliseconds> Gateway::nextDue() const {
-    return outbox.nextDue();
+    const auto sending = outbox.nextDue();
+    const auto living = life.nextDue();
+    if (!sending || !living) return sending ? sending : living;
+    return std::min(*sending, *living);
 }
 
 void Gateway::receiveLine(const std::string& line) {
@@ -98,6 +119,8 @@ void Gateway::carryOut(const std::string& line, const ReplyFaults& how) {
 
     if (request.restarts) {
         restarting = true;
+        life.rest(currentTime);
+        life.cutCalls();
         outbox.hangUpAt(currentTime + restartDelay);
         return;
     }

@@ -2,6 +2,7 @@
 
 #include "simulator/faults.h"
 #include "simulator/gateway_state.h"
+#include "simulator/life.h"
 #include "simulator/line_cutter.h"
 #include "simulator/outbox.h"
 #include "simulator/random.h"
@@ -21,6 +22,7 @@ struct GatewayOptions {
     std::optional<std::chrono::sys_seconds>
         start;  // the gateway's date and time at 0 ms; none: one of the seed
     Faults faults;
+    LifeRates life;  // nothing happens by itself
 };
 
 // The simulated gateway. It starts with a link up, as a serial line has it. What it keeps outlives its links;
@@ -45,6 +47,11 @@ public:
     // Puts a line that nobody asked for on the wire. Only the wire's faults touch it.
     void say(std::string line);
 
+    // What happens by itself stands still until wakeLife() or the next link: for one who is on the line before
+    // the console may hear the gateway.
+    void restLife() { life.rest(currentTime); }
+    void wakeLife();
+
     Faults& faults() { return activeFaults; }
     GatewayState& state() { return keptState; }
     std::string clockText() const { return keptState.clock.read(currentTime).text(); }
@@ -56,6 +63,7 @@ public:
 
 private:
     bool hears(const std::string& line, const ReplyFaults& how);
+    void sendDue();
     void carryOut(const std::string& line, const ReplyFaults& how);
     void reply(std::string line, std::chrono::milliseconds due, const ReplyFaults& how);
 
@@ -65,6 +73,7 @@ private:
     GatewayState keptState;
     LineCutter cutter;
     Outbox outbox;
+    Life life;
     std::chrono::milliseconds currentTime{0};
     std::chrono::milliseconds lastReplyDue{0};
     std::map<std::string, int> tries;

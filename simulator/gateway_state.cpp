@@ -22,7 +22,6 @@ void fitSims(Port& port, Random& random) {
 
 // A gateway in daily service: three slots in four have a module, most modules have a SIM and are registered.
 Port somePort(Random& random) {
-    static constexpr std::array<const char*, 3> networks{"NORTHCELL", "VIA MOBILE", "TELARO"};
     Port port;
     if (!random.chance(0.75)) return port;
     port.module = '1';
@@ -34,11 +33,27 @@ Port somePort(Random& random) {
     fitSims(port, random);
     port.state = random.chance(0.85) ? registeredHome : registeredRoaming;
     port.signal = static_cast<int>(random.between(8, 62));
-    port.network = networks[static_cast<std::size_t>(random.between(0, networks.size() - 1))];
+    port.network = someNetwork(random);
     return port;
 }
 
 }  // namespace
+
+std::string someNetwork(Random& random) {
+    static constexpr std::array<const char*, 3> networks{"NORTHCELL", "VIA MOBILE", "TELARO"};
+    return networks[static_cast<std::size_t>(random.between(0, networks.size() - 1))];
+}
+
+int Port::activeSim() const {
+    for (int sim = 1; sim <= simsPerPort; ++sim) {
+        if (sims[static_cast<std::size_t>(sim - 1)].state == simReady) return sim;
+    }
+    return 0;
+}
+
+bool Port::inService() const {
+    return module == '1' && activeSim() != 0 && (state == registeredHome || state == registeredRoaming);
+}
 
 GatewayState::GatewayState(Random& random, std::optional<std::chrono::sys_seconds> start)
     : clock(start.value_or(someTime(random))) {

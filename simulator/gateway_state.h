@@ -13,7 +13,11 @@ namespace simulator {
 
 // State codes that ports and SIMs report; the numbers are those of the wire.
 enum StateCode : int {
+    emergencyOnly = 11,
+    moduleFault = 13,
+    registering = 22,
     registeredHome = 23,
+    unregistered = 24,
     simAbsent = 26,
     simReady = 40,
     registeredRoaming = 50,
@@ -31,11 +35,27 @@ struct Port {
     std::array<Sim, simsPerPort> sims;
     bool fixedBcch = false;
     int bcch = 0;
-    int signal = 0;  // 0 to 70, decibels above -111
+    int signal = 0;  // 0 to 70, decibels above -111; 99: not known
     std::string network;
     bool dialling = false;
     bool connected = false;
     std::string slaveVersion;
+    bool inMaintenance = false;  // disabled by the gateway itself, which will enable it again
+
+    // The SIM in use, 1 to 4: the first that is ready. 0 without one.
+    int activeSim() const;
+    bool inCall() const { return dialling || connected; }
+    // Registered with a SIM. It may be disabled or in a call.
+    bool inService() const;
+};
+
+std::string someNetwork(Random& random);
+
+// What a B-channel does, apart from whether it is enabled.
+struct Bearer {
+    std::optional<int> slot;  // the port whose call it carries
+    int cause = 0;            // why the last call ended, 0 before the first
+    bool inMaintenance = false;
 };
 
 // The E1 side, every value as it travels.
@@ -77,7 +97,8 @@ struct GatewayState {
     Accounts accounts;
     GatewayClock clock;
     std::array<Port, portCount> ports;
-    std::array<bool, channelCount> channels;
+    std::array<bool, channelCount> channels;  // enabled
+    std::array<Bearer, channelCount> bearers;
     IsdnRecord isdn;
     IsdnCounters isdnCounters{};
 };

@@ -7,6 +7,7 @@ namespace simulator {
 
 MasterPc::MasterPc(Gateway& behind, MasterOptions masterOptions)
     : gateway(behind), options(std::move(masterOptions)), random(options.seed) {
+    gateway.restLife();
     gateway.onOutput = [this](std::string_view bytes) {
         if (onOutput) onOutput(bytes);
     };
@@ -19,6 +20,7 @@ MasterPc::MasterPc(Gateway& behind, MasterOptions masterOptions)
 void MasterPc::linkUp() {
     linkDown();
     gateway.linkUp();
+    gateway.restLife();
     session = options.sessionId.empty() ? std::to_string(random.between(1000, 9999)) : options.sessionId;
     state = State::asked;
     say("PSW");
@@ -111,6 +113,7 @@ void MasterPc::judge(std::string_view credentials) {
     say(good ? "STAT1" : "STAT0");
     nextPing.reset();
     if (!good) return;
+    gateway.wakeLife();
     if (options.pingInterval.count() > 0) nextPing = gateway.now() + options.pingInterval;
     if (options.announces) announce();
 }

@@ -11,6 +11,9 @@ namespace simulator {
 
 // What the command line of trunvex-gateway asks for.
 struct ProgramOptions {
+    // A newcomer who starts the program sees something move.
+    ProgramOptions() { gateway.life = LifeRates::quiet(); }
+
     enum class Way { listen, dial, terminal };
 
     Way way = Way::listen;

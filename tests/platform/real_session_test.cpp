@@ -96,7 +96,7 @@ protected:
 };
 
 TEST_F(RealSession, LogsInOverTcpReadsAPageAndSeesTheGatewayLeave) {
-    GatewayProgram gateway({"--listen", "127.0.0.1:0", "--esn", "4711", "--fault", "pieces=3"});
+    GatewayProgram gateway({"--listen", "127.0.0.1:0", "--life", "off", "--esn", "4711", "--fault", "pieces=3"});
     chooseNet(gateway.port());
     press();
     ASSERT_TRUE(reaches(SessionPhase::Connected));
@@ -115,7 +115,7 @@ TEST_F(RealSession, IsCalledByAGatewayAgainAndAgain) {
     press();
     ASSERT_EQ(console.bringUp.phase(), SessionPhase::Listening);
     for (int call = 0; call < 2; ++call) {
-        GatewayProgram gateway({"--dial", "127.0.0.1:" + port, "--master"});
+        GatewayProgram gateway({"--dial", "127.0.0.1:" + port, "--master", "--life", "off"});
         ASSERT_TRUE(reaches(SessionPhase::Connected)) << call;
         EXPECT_NE(console.session.gMasterSessionId, "");
         gateway.stop();
@@ -145,7 +145,7 @@ TEST_F(RealSession, TellsAPeerThatRefuses) {
 
 TEST_F(RealSession, LogsInOverASerialLineAndSeesItGo) {
     const auto link = folder.path().string() + "/line";
-    GatewayProgram gateway({"--pty", QString::fromStdString(link)});
+    GatewayProgram gateway({"--life", "off", "--pty", QString::fromStdString(link)});
     platform.devices = {{link, "pseudo-terminal"}};
     dialog = [](frmConnectionSelect& shown) { shown.cmbConSelect.setText("COM"); };
     press();

@@ -23,7 +23,12 @@ TEST(ProgramOptions, refusesWhatItDoesNotUnderstand) {
                                                       {"--fault"},
                                                       {"--listen", "1", "--dial", "a:1"},
                                                       {"--pty", "--listen", "1"},
-                                                      {"--master-ping", "often"}};
+                                                      {"--master-ping", "often"},
+                                                      {"--life"},
+                                                      {"--life", "wild"},
+                                                      {"--life", "quiet=3"},
+                                                      {"--life", "storm=0"},
+                                                      {"--life", "storm=50001"}};
     for (const auto& arguments : wrong) {
         ProgramOptions options;
         EXPECT_NE(parseArguments(arguments, options), "") << testing::PrintToString(arguments);
@@ -42,6 +47,19 @@ TEST(ProgramOptions, addressesInTheirForms) {
         EXPECT_EQ(parseArguments({"--listen", c.argument}, options), "");
         EXPECT_EQ(options.host + " " + options.port, c.host + " " + c.port);
     }
+}
+
+TEST(ProgramOptions, howMuchHappensByItself) {
+    const auto asked = [](const std::vector<std::string>& arguments) {
+        ProgramOptions options;
+        EXPECT_EQ(parseArguments(arguments, options), "");
+        return options.gateway.life;
+    };
+    EXPECT_EQ(asked({}).callEvery, LifeRates::quiet().callEvery);
+    EXPECT_TRUE(asked({"--life", "off"}).off());
+    EXPECT_EQ(asked({"--life=busy"}).callEvery, LifeRates::busy().callEvery);
+    EXPECT_EQ(asked({"--life", "storm"}).linesPerSecond, 10'000);
+    EXPECT_EQ(asked({"--life=storm=77"}).linesPerSecond, 77);
 }
 
 TEST(ProgramOptions, takesAllItIsTold) {

@@ -84,7 +84,7 @@ std::string ask(int descriptor, const std::string& line) {
 }  // namespace
 
 TEST(Program, servesOneConsoleAfterTheOther) {
-    Program program({"--listen", "0", "--esn", "4711"});
+    Program program({"--listen", "0", "--esn", "4711", "--life", "off"});
     const std::string greeting = readTo(program.output, '\n');
     const int port = std::stoi(greeting.substr(greeting.rfind(':') + 1));
     const sockaddr_in address = loopback(port);
@@ -111,7 +111,8 @@ TEST(Program, callsAConsoleThatWorksAsServer) {
     ASSERT_EQ(getsockname(server, reinterpret_cast<sockaddr*>(&address), &length), 0);
     ASSERT_EQ(listen(server, 1), 0);
     Program program(
-        {"--dial", "127.0.0.1:" + std::to_string(ntohs(address.sin_port)), "--master", "--quiet"});
+        {"--dial", "127.0.0.1:" + std::to_string(ntohs(address.sin_port)), "--master", "--quiet",
+         "--life", "off"});
     for (int i = 0; i < 2; ++i) {
         const int link = accept(server, nullptr, nullptr);
         const std::string hello = readTo(link, '\r');
@@ -127,7 +128,7 @@ TEST(Program, callsAConsoleThatWorksAsServer) {
 
 TEST(Program, playsASerialLineThatOutlivesARestart) {
     const std::string link = testing::TempDir() + "trunvex_line_" + std::to_string(getpid());
-    Program program({"--pty", link, "--esn", "4711"});
+    Program program({"--pty", link, "--esn", "4711", "--life", "off"});
     readTo(program.output, '\n');
     const int line = open(link.c_str(), O_RDWR | O_NOCTTY);
     ASSERT_GE(line, 0);
