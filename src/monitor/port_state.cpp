@@ -14,8 +14,8 @@ enum StatusField { Address = 0, State = 1, FirstSim = 2, BcchMode = 10, Signal =
 }  // namespace
 
 PortState::PortState(frmSimStatus& board, SharedTables& tables, Dispatcher& dispatcher, SessionState& session,
-                     RefreshQueue& refreshes)
-    : board_(board), tables_(tables) {
+                     RefreshQueue& refreshes, RealTimeUpdate& realTimeUpdate)
+    : board_(board), tables_(tables), realTimeUpdate_(realTimeUpdate) {
     dispatcher.on("A_STS", [this, &session, &refreshes](const Record& record) {
         updateSTS(record.fields());
         refreshes.advance();
@@ -66,6 +66,34 @@ void PortState::updateSTS(const Fields& fields) {
         first = talked;
         raise("104");
         raise("4");
+    }
+}
+
+void PortState::takeSimAlarm(const Fields& record) {
+    const auto number = [&](std::size_t field) { return static_cast<int>(val(record.at(field))); };
+    auto& sim = tables_.sim(number(0), number(1), number(2));
+    switch (val(record.at(3))) {
+        case 21:
+            sim.network = escaped(record.at(4));
+            break;
+        case 22:
+            sim.network = "REGISTERATION";
+            break;
+        case 23:
+            sim.network = "REGISTERED";
+            break;
+        case 24:
+            sim.network = "UNREGISTERED";
+            break;
+        case 40: {
+            Fields ready;
+            for (std::size_t i = 0; i < 3; ++i) ready.add(record.at(i));
+            ready.add("1");
+            realTimeUpdate_("SIM", ready);
+            break;
+        }
+        default:
+            break;
     }
 }
 

@@ -10,17 +10,20 @@ namespace trunvex {
 class PortState {
 public:
     PortState(frmSimStatus& board, SharedTables& tables, Dispatcher& dispatcher, SessionState& session,
-              RefreshQueue& refreshes);
+              RefreshQueue& refreshes, RealTimeUpdate& realTimeUpdate);
 
     // Fields: XY, state code, four pairs of SIM state and talk counter, BCCH mode, signal, network identity, call
     // flags, BCCH channel.
     void updateSTS(const Fields& fields);
+    // A report about a SIM keeps its record: X, Y, S, code, first argument.
+    void takeSimAlarm(const Fields& record);
     // A CDMA module has no SIM of ours: its cell says "CDMA" and shows nothing of one.
     void UpdateCDMA();
 
 private:
     frmSimStatus& board_;
     SharedTables& tables_;
+    RealTimeUpdate& realTimeUpdate_;
 };
 
 // The B-channel bound to a port now: the number at the end of its heading.

@@ -24,7 +24,7 @@ Console::Console(Platform& platform_, const std::filesystem::path& folder)
       systemPage(realTimeUpdate, bringUp, setting),
       routingPage(realTimeUpdate),
       board(platform, setting, dispatcher, session, bringUp, realTimeUpdate, objSpool, reads, refreshes),
-      portState(board, tables, dispatcher, session, refreshes),
+      portState(board, tables, dispatcher, session, refreshes, realTimeUpdate),
       lastCalls(history, session),
       mainWindow(platform, session, objSpool, panel, reads, connectButton) {
     session.applicationFolder = folder.string();
@@ -49,6 +49,7 @@ Console::Console(Platform& platform_, const std::filesystem::path& folder)
         bringUp.dropSession();
         tell("This version of the console can't dial by modem yet.");
     });
+    sessionRecords.simAlarm.connect([this](const Fields& record) { portState.takeSimAlarm(record); });
     portDetection.portsDetected.connect([this] {
         portTree.takePorts();
         portState.UpdateCDMA();

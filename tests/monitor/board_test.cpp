@@ -210,6 +210,18 @@ TEST_F(Board, RestoresACellFromASnapshot) {
         receive(bad);
 }
 
+TEST_F(Board, KeepsTheRecordOfEachSim) {
+    std::string ready;
+    console.realTimeUpdate.on("SIM", [&](const Fields& fields) { ready = std::string(fields.at(2)) + std::string(fields.at(3)); });
+    for (const auto& [code, text] : {std::pair{"21", "42501"}, {"22", "REGISTERATION"}, {"23", "REGISTERED"},
+                                     {"24", "UNREGISTERED"}, {"40", "UNREGISTERED"}}) {
+        report(code, "42501");
+        EXPECT_EQ(console.tables.sim(5, 3, 1).network, text);
+    }
+    EXPECT_EQ(ready, "11");
+    for (const auto* bad : {"I_ALR535,21,x,,", "I_ALR951,21,x,,", "I_ALR531,21"}) receive(bad);
+}
+
 TEST_F(Board, KeepsACdmaCellFromShowingASim) {
     console.tables.port(5, 3).Kind = "CDM";
     console.portState.UpdateCDMA();
