@@ -10,7 +10,7 @@ configure release
 cmake --build --preset release
 
 port=4091
-build/bin/trunvex-gateway --listen 127.0.0.1:$port --seed 7 --esn 0047110815 --quiet &
+build/bin/trunvex-gateway --listen 127.0.0.1:$port --seed 7 --esn 0047110815 --life busy --quiet &
 gateway=$!
 trap 'kill $gateway' EXIT
 sleep 0.3
@@ -21,7 +21,8 @@ QT_SCALE_FACTOR=2 tour build/screens/200
 if [ "${1:-}" = --docs ]; then
     mkdir -p docs/pictures
     cp build/screens/light/01-connect.png docs/pictures/connect.png
-    cp build/screens/light/02-main.png docs/pictures/connected.png
+    cp build/screens/light/02-main.png docs/pictures/tree.png
+    cp build/screens/light/07-sim.png docs/pictures/board.png
+    cp build/screens/dark/07-sim.png docs/pictures/board-dark.png
     cp build/screens/light/06-system.png docs/pictures/system.png
-    cp build/screens/dark/06-system.png docs/pictures/dark.png
 fi

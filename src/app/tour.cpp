@@ -19,6 +19,7 @@
 namespace {
 
 constexpr int patienceMs = 30000;
+constexpr int lifeMs = 6000;
 
 class Tour {
 public:
@@ -38,14 +39,16 @@ public:
             std::fprintf(stderr, "The log-in did not come to its end: %s\n", console_.panel.getPanelText().c_str());
             return false;
         }
+        groupSomePorts();
         int number = 2;
         for (const auto& page : trunvex::toolPages) {
             const QString key = page.key;
             if (key == "connect" || key == "exit") continue;
             window.findChild<QAction*>("tool_" + key)->trigger();
             waitFor([&] { return console_.reads.formEnabled(); });
+            QWidget* shown = key == "sim" ? board() : &window;
             settle();
-            save(&window, QString("%1-%2").arg(number++, 2, 10, QChar('0')).arg(key));
+            save(shown, QString("%1-%2").arg(number++, 2, 10, QChar('0')).arg(key));
         }
         return saved_;
     }
@@ -60,6 +63,35 @@ private:
             save(dialog, "01-connect");
             dialog->findChild<QPushButton*>("cmdOk")->click();
         });
+    }
+
+    // Two groups, so that the tree has something to show.
+    void groupSomePorts() {
+        auto& tree = console_.portTree;
+        tree.cmdCreateGroup.press();
+        tree.cmdCreateGroup.press();
+        tree.rename("GRP01", "Office hours");
+        tree.rename("GRP02", "Night");
+        int moved = 0;
+        for (const auto& item : std::vector(console_.tables.gTreeItems))
+            if (item.Kind == "GSM" && moved < 7) tree.movePort(item.Key, moved++ < 4 ? "PRT01" : "PRT02");
+        for (const char* key : {"GRP01", "PRT01", "GRP02", "PRT02"})
+            for (auto& view : tree.tvGroups) view.setExpanded(key, true);
+        for (auto& view : tree.tvGroups) view.select("MOD11");
+    }
+
+    // The board's window, with the state of every port read and a while of the gateway's life.
+    QWidget* board() {
+        QWidget* found = nullptr;
+        for (auto* widget : QApplication::topLevelWidgets())
+            if (widget->objectName() == "frmSimStatus") found = widget;
+        found->resize(1280, 720);
+        console_.board.cmdSTSRefresh.press();
+        waitFor([&] { return !console_.refreshes.ucCoolProgressBar.running(); });
+        QElapsedTimer since;
+        since.start();
+        waitFor([&] { return since.elapsed() > lifeMs; });
+        return found;
     }
 
     void save(QWidget* window, const QString& name) {

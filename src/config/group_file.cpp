@@ -49,7 +49,9 @@ QueueItem decodeRecord(std::string_view record) {
 
 bool usable(const QueueItem& item) {
     if (node_key::isGroup(item.Key)) return item.Kind == "GRP" && item.Number == mid(item.Key, 4, 2);
-    return (node_key::isPort(item.Key) && mid(item.Key, 1, 3) == "MOD") || node_key::isSim(item.Key);
+    if (node_key::isSim(item.Key)) return item.Kind == "SIM";
+    const bool portKind = item.Kind == "GSM" || item.Kind == "CDM" || item.Kind.empty();
+    return portKind && node_key::isPort(item.Key) && mid(item.Key, 1, 3) == "MOD";
 }
 
 }  // namespace
@@ -76,6 +78,9 @@ std::vector<QueueItem> decode(std::string_view bytes) {
         auto item = decodeRecord(record);
         if (usable(item) && seen.insert(item.Key).second) items.push_back(std::move(item));
     }
+    // A port whose group is not in the file is free; otherwise a group made later would adopt it.
+    for (auto& item : items)
+        if (node_key::isPort(item.Key) && !seen.count(node_key::ofGroup("GRP", item.Parent))) item.Parent.clear();
     return items;
 }
 
@@ -87,7 +92,7 @@ std::optional<std::vector<QueueItem>> read(const std::filesystem::path& path) {
     if (!file) return std::nullopt;
     const std::string bytes{std::istreambuf_iterator<char>(file), {}};
     auto items = decode(bytes);
-    if (items.empty() && !bytes.empty()) return std::nullopt;
+    if (items.empty()) return std::nullopt;
     return items;
 }
 

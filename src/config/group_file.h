@@ -26,7 +26,7 @@ std::string encode(const std::vector<QueueItem>& items);
 // out, and so is a second record of a key.
 std::vector<QueueItem> decode(std::string_view bytes);
 
-// Nothing when the file can't be read, or when it holds bytes but not one usable record.
+// Nothing when the file can't be read, or when it holds not one usable record.
 std::optional<std::vector<QueueItem>> read(const std::filesystem::path& path);
 
 }  // namespace group_file

@@ -39,14 +39,17 @@ bool PortTree::load(const std::filesystem::path& path) {
     return true;
 }
 
+void PortTree::forget() {
+    tables_.gTreeItems.clear();
+    loadedFor_.clear();
+    for (auto& tree : tvGroups) tree.clear();
+}
+
 void PortTree::takeIdentity() {
     std::error_code error;
-    const bool isNew = loadedFor_ != session_.gESN || tables_.gTreeItems.empty();
-    const bool anotherGateway = !loadedFor_.empty() && loadedFor_ != session_.gESN;
-    if (isNew && std::filesystem::exists(session_.gGroupsFile, error))
-        load({});
-    else if (anotherGateway)
-        tables_.gTreeItems.clear();
+    const bool isNew = loadedFor_ != session_.gESN;
+    if (isNew && !loadedFor_.empty()) tables_.gTreeItems.clear();  // they are another gateway's
+    if (isNew && std::filesystem::exists(session_.gGroupsFile, error)) load({});
     loadedFor_ = session_.gESN;
     if (session_.gGotActivePorts) build(Both, false);
 }
@@ -72,15 +75,20 @@ void PortTree::saveGroups() {
 }
 
 void PortTree::exportGroups() {
-    std::filesystem::path path = dialogs_.saveFile("Export groups", groupFilter, std::string("groups") + groupExtension);
+    const std::filesystem::path path =
+        dialogs_.saveFile("Export groups", groupFilter, std::string("groups") + groupExtension);
     if (path.empty()) return;
-    if (path.extension() != groupExtension) path += groupExtension;
     save(path);
 }
 
 void PortTree::importGroups() {
     const auto path = dialogs_.openFile("Import groups", groupFilter);
-    if (!path.empty() && load(path)) build(Both, false);
+    if (path.empty()) return;
+    std::error_code error;
+    if (!std::filesystem::exists(path, error))
+        tell_(path + " does not exist.");
+    else if (load(path))
+        build(Both, false);
 }
 
 void PortTree::resetTree() {

@@ -18,8 +18,8 @@ bool addressesPort(std::string_view key) { return digitIn(key, 4, mcuCount) && d
 
 bool isGroup(std::string_view key) {
     const auto number = mid(key, 4);
-    return mid(key, 1, 3) == "GRP" && number.size() == 2 && isNumeric(number) && val(number) >= 1 &&
-           val(number) <= groupCount && number[0] != '+';
+    const bool digits = number.size() == 2 && number.find_first_not_of("0123456789") == std::string_view::npos;
+    return mid(key, 1, 3) == "GRP" && digits && val(number) >= 1 && val(number) <= groupCount;
 }
 
 bool isPort(std::string_view key) {

@@ -100,7 +100,7 @@ void PortTree::buildView(TreeField& view, bool last) {
 
 void PortTree::addGroups(TreeField& view) {
     for (const auto& one : tables_.gTreeItems)
-        if (one.Kind == "GRP") addGroupNodes(view, one, emptyPortList);
+        if (one.Kind == "GRP" && node_key::isGroup(one.Key)) addGroupNodes(view, one, emptyPortList);
 }
 
 // A member whose group is gone, or whose address does not exist, is left out here and stays in the list.
@@ -110,7 +110,8 @@ void PortTree::addMembers(TreeField& view) {
         quietly("addMembers", [&] {
             const auto type = moduleType(one.Key);
             if (node_key::isSim(one.Key)) {
-                if (type == "GSM") view.add({one.Key, one.Caption, one.Parent});
+                const auto port = node_key::port("MOD", node_key::mcu(one.Key), node_key::module(one.Key));
+                if (type == "GSM" && one.Parent == port) view.add({one.Key, one.Caption, port});
                 return;
             }
             if (!contains(one.Parent, "PRT")) return;
@@ -149,7 +150,7 @@ void PortTree::completeList(int mcu, int module) {
     const auto& kind = tables_.port(mcu, module).Kind;
     const auto append = [this](std::string itemKind, std::string itemKey, std::string caption, std::string parent) {
         if (auto* known = item(itemKey)) {
-            if (node_key::isSim(itemKey) && known->Parent.empty()) known->Parent = std::move(parent);
+            if (node_key::isSim(itemKey)) known->Parent = std::move(parent);
             return;
         }
         QueueItem made;
@@ -263,6 +264,7 @@ void PortTree::moveChecked() {
         if (!moved) continue;
         moved->Parent = window.result;
         moved->Caption = node->text;
+        view().setChecked(node->key, false);
     }
     build(Both, false);
 }
@@ -270,7 +272,11 @@ void PortTree::moveChecked() {
 void PortTree::selectPort() {
     if (cmbGRPSelectPort.index() == ChoiceField::none) return;
     const auto [mcu, module] = portAtPosition(cmbGRPSelectPort.index() + 1);
-    for (auto& tree : tvGroups) tree.select(node_key::port(nodeType(tables_.port(mcu, module).Kind), mcu, module));
+    // As it stands in the tree, which may be older than what is known of the module.
+    for (auto& tree : tvGroups)
+        for (const char* type : {"MOD", "CDM", "ERR"})
+            if (const auto key = node_key::port(type, mcu, module); tree.find(key)) tree.select(key);
+    cmbGRPSelectPort.setIndex(ChoiceField::none);  // so that the same port can be gone to again
 }
 
 std::vector<QueueItem> PortTree::groupWritePorts(std::string_view key, const Builder& buildLine) const {

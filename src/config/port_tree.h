@@ -42,6 +42,8 @@ public:
     // The gateway has told who it is: its groups are read, once a session. A gateway without a group file keeps the
     // groups that were made before it was known.
     void takeIdentity();
+    // A new connection begins: nothing is known of the gateway behind it.
+    void forget();
     // The gateway has told its modules: the views follow.
     void takePorts();
 
@@ -94,7 +96,6 @@ public:
 private:
     TreeField& view() { return tvGroups[1]; }  // the one on which groups are edited
     QueueItem* item(std::string_view key);
-    std::string loadedFor_;  // the gateway whose groups the list holds
     void buildView(TreeField& view, bool last);
     void addGroups(TreeField& view);
     void addMembers(TreeField& view);
@@ -113,6 +114,7 @@ private:
     void selectPort();
 
     Dialogs& dialogs_;
+    std::string loadedFor_;  // the gateway whose groups the list holds
     SharedTables& tables_;
     SessionState& session_;
     CommandSender& sender_;

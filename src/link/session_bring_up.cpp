@@ -97,6 +97,7 @@ void SessionBringUp::forgetGateway() {
     session_.gMasterSessionId.clear();
     session_.gAccessRights.clear();
     session_.gVersion.clear();
+    session_.gActivePorts.clear();
     forgetESN(session_);
 }
 

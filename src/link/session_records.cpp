@@ -23,7 +23,7 @@ bool isUpdateCode(std::string_view code) {
 }
 
 std::string_view fieldOrEmpty(const Fields& fields, std::size_t index) {
-    return index < fields.size() ? fields.at(index) : std::string_view();
+    return index + 1 < fields.size() ? fields.at(index) : std::string_view();  // the last one is the end mark
 }
 
 }  // namespace

@@ -74,7 +74,8 @@ void frmSimStatus::portAlarm(const Fields& fields) {
     auto& port = cell(portNumber(static_cast<int>(val(fields.at(0))), static_cast<int>(val(fields.at(1)))));
     const auto sim = fields.at(2);
     const auto code = fields.at(3);
-    if (simAbsence(port, sim, code)) return;
+    constexpr int messageReport = 19;  // of the messages, and no state of a cell
+    if (val(code) == messageReport || simAbsence(port, sim, code)) return;
     if (!lamps(port, code)) return;
     if (showsSim(val(code))) {
         port.shpSim.setColour(colours_[BoardColours::PORT_ACTIVE]);
@@ -226,6 +227,8 @@ void frmSimStatus::signalLevel(PortCell& port, std::int64_t level) {
         port.imgAntenna.setPicture(statusItems_.at("IMG250"));
         return;
     }
+    constexpr std::int64_t absurd = 9999;
+    if (level < -absurd || level > absurd) return;
     port.lblStrengthDB.setText(std::to_string(level - 111) + "db");
     const char* bars = level < 1    ? nullptr
                        : level <= 16 ? "IMG251"

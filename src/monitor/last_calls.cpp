@@ -4,17 +4,41 @@
 
 namespace trunvex {
 
+LastCalls::LastCalls(Platform& platform, Settings& history, const SessionState& session)
+    : history_(history), session_(session), delay_(platform.makeTimer([this] { flush(); })) {}
+
+LastCalls::~LastCalls() { flush(); }
+
 std::string LastCalls::section(int port) const { return "PORT" + escaped(session_.gESN) + std::to_string(port); }
 
 void LastCalls::SAVE_LastCalls(int port, const std::string& text) {
     if (session_.gESN.empty()) return;
-    const auto stored = val(history_.Read(section(port), "index"));
-    const auto slot = stored >= 0 && stored < kept ? stored : 0;
-    history_.Write(section(port), "CALL" + std::to_string(slot), text);
-    history_.Write(section(port), "index", std::to_string(slot + 1));
+    const auto name = section(port);
+    auto [entry, isNew] = gathered_.try_emplace(name);
+    auto& ring = entry->second;
+    if (isNew) {
+        const auto stored = val(history_.Read(name, "index"));
+        ring.next = stored >= 0 && stored < kept ? static_cast<int>(stored) : 0;
+    }
+    if (ring.next >= kept) ring.next = 0;
+    ring.calls[static_cast<std::size_t>(ring.next++)] = text;
+    if (!delay_->isActive()) delay_->start(writeDelayMs);
+}
+
+void LastCalls::flush() {
+    delay_->stop();
+    std::vector<Settings::Entry> entries;
+    for (const auto& [name, ring] : gathered_) {
+        for (std::size_t slot = 0; slot < kept; ++slot)
+            if (!ring.calls[slot].empty()) entries.push_back({name, "CALL" + std::to_string(slot), ring.calls[slot]});
+        entries.push_back({name, "index", std::to_string(ring.next)});
+    }
+    gathered_.clear();
+    if (!entries.empty()) history_.WriteAll(entries);
 }
 
 std::array<std::string, LastCalls::kept> LastCalls::INIT_lastCalls(int port) {
+    flush();
     std::array<std::string, kept> lines;
     lines.fill(emptyLine);
     if (session_.gESN.empty()) return lines;
@@ -28,6 +52,9 @@ std::array<std::string, LastCalls::kept> LastCalls::INIT_lastCalls(int port) {
     return lines;
 }
 
-void LastCalls::clear(int port) { history_.Remove(section(port)); }
+void LastCalls::clear(int port) {
+    flush();
+    history_.Remove(section(port));
+}
 
 }  // namespace trunvex

@@ -1,5 +1,8 @@
 #include "monitor/port_state.h"
 
+#include <stdexcept>
+
+#include "platform/quietly.h"
 #include "text/text_rules.h"
 
 namespace trunvex {
@@ -17,13 +20,21 @@ PortState::PortState(frmSimStatus& board, SharedTables& tables, Dispatcher& disp
                      RefreshQueue& refreshes, RealTimeUpdate& realTimeUpdate)
     : board_(board), tables_(tables), realTimeUpdate_(realTimeUpdate) {
     dispatcher.on("A_STS", [this, &session, &refreshes](const Record& record) {
-        updateSTS(record.fields());
+        quietly("updateSTS", [&] { updateSTS(record.fields()); });
         refreshes.advance();
         session.gStatusSeen = true;
     });
 }
 
-void PortState::updateSTS(const Fields& fields) {
+void PortState::updateSTS(const Fields& record) {
+    // The end mark is no field.
+    const struct {
+        const Fields& all;
+        std::string_view at(std::size_t index) const {
+            if (index + 1 >= all.size()) throw std::out_of_range("snapshot too short");
+            return all.at(index);
+        }
+    } fields{record};
     const auto address = fields.at(Address);
     getIndexs(address).at(1);  // throws for an address that is not two digits
     std::string_view sim = "0";

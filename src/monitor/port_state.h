@@ -14,7 +14,7 @@ public:
 
     // Fields: XY, state code, four pairs of SIM state and talk counter, BCCH mode, signal, network identity, call
     // flags, BCCH channel.
-    void updateSTS(const Fields& fields);
+    void updateSTS(const Fields& record);
     // A report about a SIM keeps its record: X, Y, S, code, first argument.
     void takeSimAlarm(const Fields& record);
     // A CDMA module has no SIM of ours: its cell says "CDMA" and shows nothing of one.

@@ -48,7 +48,7 @@ void frmSimStatus::InitFormData() {
     for (int index = 1; index <= portCount; ++index) {
         auto& port = cells_.emplace_back(index);
         port.tmrAnimation = platform_.makeTimer([this, &port] { animate(port); });
-        port.lblBCH.setText("Port #" + std::to_string(index));
+        port.lblBCH.setText(portHeading(index, {}));
         resetPortCell(index);
     }
     tmrTotalCounter_ = platform_.makeTimer([this] { countTotal(); });
@@ -145,7 +145,7 @@ void frmSimStatus::resetPortCell(int index) {
 void frmSimStatus::animate(PortCell& port) {
     constexpr std::size_t longestRow = 8;
     const auto length = port.lblNetworkID.text().size();
-    port.lblNetworkID.setText(length == longestRow ? std::string() : std::string(length + 1, '.'));
+    port.lblNetworkID.setText(length >= longestRow ? std::string() : std::string(length + 1, '.'));
 }
 
 void frmSimStatus::countTotal() {
@@ -211,7 +211,7 @@ void frmSimStatus::blank() {
         port.simAbsent = false;
         port.portBch = 0;
         port.lblMsg.setTag("");
-        port.lblBCH.setText("Port #" + std::to_string(index));
+        port.lblBCH.setText(portHeading(index, {}));
         port.lblBCH.setColour(colourBlack);
         port.chkSTPEnable.setChecked(false);
         port.lblNetBCCH.setText("");
@@ -220,6 +220,7 @@ void frmSimStatus::blank() {
         port.lblStrengthDB.setText("");
         port.imgAntenna.setPicture("");
         port.imgSMS.setPicture("");
+        port.imgSMS.setTip("");
         for (Field* hidden : {static_cast<Field*>(&port.LblSIM_num), static_cast<Field*>(&port.lblSimLed),
                               static_cast<Field*>(&port.imgStatusSim), static_cast<Field*>(&port.lblLimit),
                               static_cast<Field*>(&port.lblSimClick)})

@@ -37,7 +37,7 @@ public:
     BchRow& row(int channel) { return rows_.at(static_cast<std::size_t>(channel - 1)); }
 
     const BoardColours& colours() const { return colours_; }
-    // Keeps and uses these from now on; cells that stand follow at their next event.
+    // Keeps and uses these from now on, also for the cells that stand.
     void takeColours(const BoardColours& colours);
 
     // The board holds what a first read has brought; opening it asks the gateway no more.

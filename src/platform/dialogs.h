@@ -24,7 +24,7 @@ public:
     virtual ~Dialogs() = default;
     virtual Button message(const MessageBox& box) = 0;
     // A path, or empty when the operator cancels. The filter's form is "Groups Data (*.grp)|*.grp". A file that exists
-    // is to be replaced only after a question of the system's own dialog.
+    // is to be replaced only after a question of the system's own dialog; a name without an extension gets the filter's.
     virtual std::string openFile(const std::string& title, const std::string& filter) = 0;
     virtual std::string saveFile(const std::string& title, const std::string& filter, const std::string& name) = 0;
 

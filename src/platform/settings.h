@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace trunvex {
 
@@ -16,6 +17,14 @@ public:
     // Creates what is missing. A file that can't be written leaves everything as it was.
     virtual void Write(std::string_view section, std::string_view key, std::string_view value) = 0;
     virtual void Remove(std::string_view section) = 0;
+
+    struct Entry {
+        std::string section;
+        std::string key;
+        std::string value;
+    };
+    // Several in one step: the file is written once.
+    virtual void WriteAll(const std::vector<Entry>& entries) = 0;
 
     std::string readOr(std::string_view section, std::string_view key, std::string_view fallback) {
         auto value = Read(section, key);

@@ -11,6 +11,7 @@
 #include "screens/labels.h"
 #include "screens/notice_line.h"
 #include "screens/page_frame.h"
+#include "screens/port_tree_screen.h"
 #include "screens/read_bar.h"
 #include "screens/start_page.h"
 #include "screens/status_bar.h"
@@ -36,7 +37,6 @@ struct EmptyPage {
 };
 
 constexpr EmptyPage emptyPages[] = {
-    {"groups", "page_groups", "Groups", "Groups of ports and SIMs, to be put together and edited here."},
     {"isdn", "page_isdn", "ISDN", "The settings of the gateway's ISDN side, to be read and written here."},
     {"stc", "frmStatics", "Statistics", "Calls, minutes and answer rates of every SIM, to be read here."},
     {"call", "page_call", "Call records",
@@ -89,8 +89,8 @@ MainWindowScreen::MainWindowScreen(Console& console, QWidget* parent)
 void MainWindowScreen::buildPages() {
     pages_->setObjectName("pages");
     addPage("main", buildMain());
+    addPage("groups", new GroupsScreen(console_));
     addPage("tsl", buildRouting());
-    addPage("sim", buildBoard());
     addPage("system", new SystemPageScreen(console_));
     for (const auto& page : emptyPages)
         addPage(page.key, new PlaceholderPage(page.name, tr(page.title), page.key, tr(page.purpose)));
@@ -106,9 +106,7 @@ QWidget* MainWindowScreen::buildMain() {
     auto* both = new QStackedWidget;
     both->setObjectName("page_main");
     both->addWidget(new StartPage(console_));
-    both->addWidget(
-        new PlaceholderPage("page_ports", tr("Ports"), "main",
-                            tr("The tree of cards, ports and SIMs with their settings, to be edited here.")));
+    both->addWidget(new PortTreeScreen(console_));
     const auto choose = [this, both] {
         const auto phase = console_.bringUp.phase();
         turnTo(both, phase == SessionPhase::LogIn || phase == SessionPhase::Connected ? both->widget(1)
@@ -125,16 +123,6 @@ QWidget* MainWindowScreen::buildRouting() {
     auto* allocation = new QLabel;
     bindValue(console_.routingPage.lblAllocation, allocation, tr("Allocation"));
     page->addFact(tr("Allocation"), allocation);
-    return page;
-}
-
-QWidget* MainWindowScreen::buildBoard() {
-    auto* page =
-        new PlaceholderPage("frmSimStatus", tr("Monitor"), "sim",
-                            tr("Every port, SIM and B-channel as it is at this moment, to be watched here."));
-    auto* esn = new QLabel;
-    bindValue(console_.board.lblESN, esn, tr("Serial number of the gateway"));
-    page->addFact(tr("ESN"), esn);
     return page;
 }
 

@@ -29,7 +29,6 @@ private:
     void addPage(const QString& key, QWidget* page);
     QWidget* buildMain();
     QWidget* buildRouting();
-    QWidget* buildBoard();
     void showPage();
     void enablePages(bool enabled);
     void showWindow(bool shown);

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 
+#include "screens/board_screen.h"
 #include "screens/connection_dialog_screen.h"
 #include "screens/icons.h"
 #include "screens/main_window_screen.h"
@@ -17,6 +18,7 @@ Screens::Screens(Console& console) : console_(console) {
     // In the tray no window is open, and the end of a message box is then not the end of the program.
     QApplication::setQuitOnLastWindowClosed(false);
     mainWindow_ = std::make_unique<MainWindowScreen>(console);
+    board_ = std::make_unique<BoardScreen>(console);
     // exit and not quit: quit would ask every window once more.
     QObject::connect(mainWindow_.get(), &MainWindowScreen::closed, qApp, [] { QCoreApplication::exit(); });
     console_.bringUp.showConnectionDialog = [this](frmConnectionSelect& model) {

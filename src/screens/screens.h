@@ -4,6 +4,7 @@
 
 namespace trunvex {
 
+class BoardScreen;
 class Console;
 class MainWindowScreen;
 class SplashScreen;
@@ -22,11 +23,13 @@ public:
     void startWithoutSplash();
 
     MainWindowScreen& mainWindow() { return *mainWindow_; }
+    BoardScreen& board() { return *board_; }
 
 private:
     Console& console_;
     std::unique_ptr<SplashScreen> splash_;
     std::unique_ptr<MainWindowScreen> mainWindow_;
+    std::unique_ptr<BoardScreen> board_;
 };
 
 }  // namespace trunvex

@@ -25,7 +25,7 @@ Console::Console(Platform& platform_, const std::filesystem::path& folder)
       routingPage(realTimeUpdate),
       board(platform, setting, dispatcher, session, bringUp, realTimeUpdate, objSpool, reads, refreshes),
       portState(board, tables, dispatcher, session, refreshes, realTimeUpdate),
-      lastCalls(history, session),
+      lastCalls(platform, history, session),
       mainWindow(platform, session, objSpool, panel, reads, connectButton) {
     session.applicationFolder = folder.string();
     forgetESN(session);
@@ -38,9 +38,12 @@ Console::Console(Platform& platform_, const std::filesystem::path& folder)
     connectButton.setTip(toolPages[0].tip);
     bringUp.resetTables.connect([this] {
         tables.reset();
-        tables.gTreeItems.clear();
+        portTree.forget();
     });
-    bringUp.tornDown.connect([this] { tables.reset(); });
+    bringUp.tornDown.connect([this] {
+        tables.reset();
+        lastCalls.flush();
+    });
     dispatcher.esnReceived.connect([this] { mainWindow.lblESN.setText(escaped(session.gESN)); });
     dispatcher.updateStatus.connect(
         [this](std::string_view text) { mainWindow.lblUpdateStatus.setText(escaped(text)); });

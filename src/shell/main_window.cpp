@@ -97,11 +97,8 @@ void FrmPRIGroups::tie(SessionBringUp& bringUp, SystemPage& system, frmSimStatus
     bringUp.openShownPage.connect([this] { readPage(); });
     bringUp.openPasswords.connect([this] { notice("Passwords can't be set from this version of the console yet."); });
     reads_.idle().connect([this] {
-        if (std::exchange(boardWaits_, false)) {
-            readBoard();
-        } else if (std::exchange(readWaits_, false)) {
-            readPage();
-        }
+        if (std::exchange(boardWaits_, false)) readBoard();
+        if (!reads_.running() && std::exchange(readWaits_, false)) readPage();
     });
     showPhase();
 }

@@ -96,12 +96,20 @@ std::string SettingsFile::Read(std::string_view section, std::string_view key) {
 }
 
 void SettingsFile::Write(std::string_view section, std::string_view key, std::string_view value) {
+    WriteAll({{std::string(section), std::string(key), std::string(value)}});
+}
+
+void SettingsFile::WriteAll(const std::vector<Entry>& entries) {
     Document document;
     if (!load(document)) return;
-    auto node = childNamedOrNew(childNamedOrNew(document.root(), "section", section), "key", key);
-    if (node.text().as_string() == value && node.text()) return;
-    node.text().set(std::string(value).c_str());
-    store(document);
+    bool changed = false;
+    for (const auto& [section, key, value] : entries) {
+        auto node = childNamedOrNew(childNamedOrNew(document.root(), "section", section), "key", key);
+        if (node.text() && node.text().as_string() == value) continue;
+        node.text().set(value.c_str());
+        changed = true;
+    }
+    if (changed) store(document);
 }
 
 void SettingsFile::Remove(std::string_view section) {

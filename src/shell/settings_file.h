@@ -22,6 +22,7 @@ public:
     std::string Read(std::string_view section, std::string_view key) override;
     void Write(std::string_view section, std::string_view key, std::string_view value) override;
     void Remove(std::string_view section) override;
+    void WriteAll(const std::vector<Entry>& entries) override;
 
     const std::filesystem::path& path() const { return path_; }
 

@@ -29,9 +29,15 @@ public:
     // Gathers what follows into one change for the listeners.
     template <class Body>
     void change(Body&& body) {
-        ++gathering_;
-        body();
-        --gathering_;
+        struct Gathering {
+            explicit Gathering(int& depth) : count(depth) { ++count; }
+            ~Gathering() { --count; }
+            int& count;
+        };
+        {
+            const Gathering gathering(gathering_);
+            body();
+        }
         tell();
     }
     void clear();

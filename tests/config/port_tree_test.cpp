@@ -205,10 +205,9 @@ TEST_F(Tree, AsksWhereToWhenItCantSaveForAGateway) {
     answers = {Button::Yes};
     tree.cmdSaveGroups.press();
     EXPECT_THAT(bench.platform.boxes.texts().back(), HasSubstr("You must connecting to the gateway"));
-    EXPECT_TRUE(std::filesystem::exists(bench.folder.path() / "mine.grp"));
+    EXPECT_TRUE(std::filesystem::exists(bench.folder.path() / "mine"));
     bench.connect();
     console.tables.gTreeItems.clear();
-    bench.platform.boxes.file = (bench.folder.path() / "mine.grp").string();
     tree.cmdImportGroups.press();
     EXPECT_EQ(text("GRP01"), "Group 1");
     answers = {Button::Yes};
@@ -227,12 +226,26 @@ TEST_F(Tree, AsksWhereToWhenItCantSaveForAGateway) {
     EXPECT_EQ(text("GRP01"), "(none)");
 }
 
+// The order of the answers after a log-in is not the console's to choose.
+TEST_F(Tree, ReadsItsGroupsAlsoWhenTheGatewayNamesItselfLate) {
+    logIn();
+    group();
+    tree.cmdSaveGroups.press();
+    console.mainWindow.openPage("connect");
+    bench.connect();
+    bench.advance(1200);  // the tables are reset as the log-in begins
+    detect();
+    EXPECT_EQ(text("GRP01"), "(none)");
+    bench.receive("A_ESN4711");
+    EXPECT_EQ(text("GRP01"), "Group 1");
+}
+
 TEST_F(Tree, LosesNothingToABadFile) {
     logIn();
     group();
     const auto bad = bench.folder.path() / "bad.grp";
     bench.platform.boxes.file = bad.string();
-    for (const auto& bytes : {std::string("no groups at all"), std::string(37 * 40, '\xFF'),
+    for (const auto& bytes : {std::string(), std::string("no groups at all"), std::string(37 * 40, '\xFF'),
                               std::string((1u << 20) + 1, ' ')}) {
         std::ofstream(bad, std::ios::binary) << bytes;
         console.mainWindow.notice("");
@@ -262,7 +275,9 @@ TEST_F(Tree, BuildsATreeFromAnyList) {
                                  item("GSM", "", "MOD12", "MOD11"),  item("GSM", "", "MOD84", "PRT07"),
                                  item("GRP", "07", "GRP07", "GRP07"), item("GSM", "", "MOD21", "PRT09"),
                                  item("GSM", "", "MOD84", "PRT07"),  item("XXX", "", "MOD99", "PRT07"),
-                                 item("SIM", "", "SIM999", "MOD99")};
+                                 item("SIM", "", "SIM999", "MOD99"),
+                                 item("GRP", "", "MOD13", ""),        item("GRP", " 1", "GRP 1", ""),
+                                 item("SIM", "", "SIM121", "GRP07")};
     auto bytes = group_file::encode(console.tables.gTreeItems);
     for (std::size_t length = bytes.size(); length > 0; length -= std::min<std::size_t>(length, 13)) {
         console.tables.gTreeItems = group_file::decode(std::string_view(bytes).substr(0, length));

@@ -91,7 +91,7 @@ TEST_F(AnalyzeCmd, TellsTheRecordsOfAPortByIndexAndCode) {
     receive("I_ALR843,25,40,,");
     receive("I_ALR000,010");
     receive("I_ALR000,90,,Loading flash,");
-    EXPECT_THAT(events, ElementsAre("8|4|3|25|40|||", "0|0|0|010|<end>|||"));
+    EXPECT_THAT(events, ElementsAre("8|4|3|25|40|||", "0|0|0|010||||"));
     EXPECT_EQ(sims, 1);
     EXPECT_EQ(console.mainWindow.lblUpdateStatus.text(), "Loading flash");
 }

@@ -116,7 +116,7 @@ TEST_F(Board, ShowsSignalInRangesWithDecibels) {
         {"33", "-78db", "imgAnt_2"},  {"34", "-77db", "imgAnt_3"}, {"49", "-62db", "imgAnt_3"},
         {"50", "-61db", "imgAnt_4"},  {"70", "-41db", "imgAnt_4"}, {"71", "-40db", "imgAnt_4"},
         {"98", "-13db", "imgAnt_4"},  {"99", "", "imgAnt_0"},      {"70", "-41db", "imgAnt_4"},
-        {"0", "", "imgAnt_0"},        {"x", "", "imgAnt_0"}};
+        {"0", "", "imgAnt_0"},        {"-9223372036854775808", "", "imgAnt_0"}, {"x", "", "imgAnt_0"}};
     for (const auto& [level, decibels, bars] : levels) {
         report("25", level);
         EXPECT_EQ(cell().lblStrengthDB.text(), decibels) << level;
@@ -136,6 +136,9 @@ TEST_F(Board, GrowsDotsWhileAModuleRegisters) {
         lengths.push_back(cell().lblNetworkID.text().size());
     }
     EXPECT_THAT(lengths, ElementsAre(1, 2, 3, 4, 5, 6, 7, 8, 0, 1));
+    cell().lblNetworkID.setText("A long network name");
+    bench.advance(200);
+    EXPECT_EQ(cell().lblNetworkID.text(), "");
     report("23");
     EXPECT_FALSE(cell().lblNetworkID.bold());
     EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
@@ -170,6 +173,13 @@ TEST_F(Board, TakesTheReportsAboutTheSystem) {
     EXPECT_EQ(board.row(17).lblSTBBch.colour(), bchDisabled);
     receive("I_ALR000,136,53,0,OK");
     EXPECT_EQ(cell().lblBCH.colour(), 255u);
+    // What was not sent is not shown.
+    receive("I_ALR531,6");
+    EXPECT_EQ(cell().lblMsg.text(), "DISCONNECTED MS ()");
+    receive("I_ALR531,21");
+    EXPECT_EQ(cell().lblNetworkID.text() + console.tables.sim(5, 3, 1).network, "");
+    receive("I_ALR530,19,0,2,");
+    EXPECT_EQ(cell().lblMsg.text(), "DISCONNECTED MS ()") << "a message report is no state";
     // Reports about what is not there end quietly.
     for (const auto* bad : {"I_ALR000,140,0,,", "I_ALR000,140,31,,", "I_ALR000,100,1,33,", "I_ALR000,136,99,1,OK",
                             "I_ALR951,4,1,,", "I_ALR001,4,1,,", "I_ALR000,116,x,1,OK"})
@@ -206,6 +216,10 @@ TEST_F(Board, RestoresACellFromASnapshot) {
     receive("A_STS53,23,26,,26,,26,,26,,0,45,42501,8,61");
     EXPECT_EQ(cell().lblNetworkID.text(), "") << "without a ready SIM the cell is reset";
     EXPECT_EQ(board.lblLoading.text(), "0");
+    report("4", "00012:33");
+    receive("A_STS53,23,40,1,26,,26,,26,,1,45,42501,8");
+    EXPECT_EQ(cell().lblNetBCCH.text(), "BCCH: 61") << "the snapshot ends at its first missing field";
+    console.session.gStatusSeen = false;
     for (const auto* bad : {"A_STS", "A_STS5", "A_STS5x,1", "A_STS53,23,40", "A_STS99,1,1,1,1,1,1,1,1,1,1,1,1,1,1"})
         receive(bad);
 }
@@ -308,6 +322,11 @@ TEST_F(Board, RemembersTheLastFiveNumbersOfAPort) {
     EXPECT_THAT(lines[0], HasSubstr("6 ("));
     EXPECT_THAT(lines[4], HasSubstr("5 ("));
     EXPECT_EQ(calls.INIT_lastCalls(18)[0], LastCalls::emptyLine);
+    for (int i = 0; i < 300; ++i) report("2", std::to_string(i));
+    EXPECT_EQ(bench.platform.loop.runningTimers(), 1) << "written once, a little later";
+    bench.advance(LastCalls::writeDelayMs);
+    EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
+    EXPECT_THAT(console.history.Read("PORT471119", "CALL4"), HasSubstr("299 ("));
     calls.clear(19);
     EXPECT_EQ(calls.INIT_lastCalls(19)[0], LastCalls::emptyLine);
     report("2", "7");

@@ -95,9 +95,12 @@ std::string QtDialogs::openFile(const std::string& title, const std::string& fil
 }
 
 std::string QtDialogs::saveFile(const std::string& title, const std::string& filter, const std::string& name) {
-    return QFileDialog::getSaveFileName(QApplication::activeWindow(), QString::fromStdString(title),
-                                        QString::fromStdString(name), qtFilter(filter))
-        .toStdString();
+    QFileDialog dialog(QApplication::activeWindow(), QString::fromStdString(title), {}, qtFilter(filter));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    // Given to the dialog, so that it asks about the name under which the file is really written.
+    dialog.setDefaultSuffix(QString::fromStdString(filter).section("*.", -1));
+    dialog.selectFile(QString::fromStdString(name));
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0).toStdString() : std::string();
 }
 
 }  // namespace trunvex

@@ -1,0 +1,55 @@
+// What a line of the storm costs, stage upon stage: cutting it, taking it through the dispatcher as far as its record,
+// and moving the board's fields. What the program takes beyond that is reading and painting.
+#include <benchmark/benchmark.h>
+
+#include "fakes/console_bench.h"
+#include "link/line_cutter.h"
+#include "storm.h"
+
+namespace {
+
+constexpr int traceLines = 20000;
+
+std::string trace() {
+    std::mt19937 random(1);
+    std::string lines;
+    for (int i = 0; i < traceLines; ++i) lines += bench::stormLine(random) + '\r';
+    return lines;
+}
+
+void cutting(benchmark::State& state) {
+    const auto bytes = trace();
+    for (auto _ : state) {
+        trunvex::LineCutter cutter;
+        std::size_t length = 0;
+        cutter.feed(bytes, [&](std::string_view line) { length += line.size(); });
+        benchmark::DoNotOptimize(length);
+    }
+    state.SetItemsProcessed(state.iterations() * traceLines);
+}
+
+// Everything but the board: its part of the reports is split and dropped.
+void dispatching(benchmark::State& state) {
+    const auto bytes = trace();
+    trunvex::fakes::ConsoleBench bench;
+    bench.console.dispatcher.on("I_ALR", [](const trunvex::Record& record) {
+        benchmark::DoNotOptimize(record.fields().size());
+    });
+    bench.connect();
+    for (auto _ : state) bench.platform.socket->deliver(bytes);
+    state.SetItemsProcessed(state.iterations() * traceLines);
+}
+
+void withFields(benchmark::State& state) {
+    const auto bytes = trace();
+    trunvex::fakes::ConsoleBench bench;
+    bench.connect();
+    for (auto _ : state) bench.platform.socket->deliver(bytes);
+    state.SetItemsProcessed(state.iterations() * traceLines);
+}
+
+BENCHMARK(cutting)->Name("share/cutting")->Unit(benchmark::kMillisecond);
+BENCHMARK(dispatching)->Name("share/cutting+dispatch")->Unit(benchmark::kMillisecond);
+BENCHMARK(withFields)->Name("share/cutting+dispatch+fields")->Unit(benchmark::kMillisecond);
+
+}  // namespace
