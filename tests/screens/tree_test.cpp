@@ -18,6 +18,7 @@ namespace {
 class TreePages : public testing::Test {
 protected:
     TreePages() {
+        console.bringUp.showConnectionDialog = scripted;
         screens.startWithoutSplash();
         console.dispatcher.AnalyzeCmd("A_PPR1111" + std::string(28, '0'), true);
         window().findChild<QAction*>("tool_groups")->trigger();
@@ -32,6 +33,8 @@ protected:
 
     fakes::ConsoleBench bench;
     Console& console = bench.console;
+    // The dialog of the bench answers by itself; the window's own would wait for an operator.
+    std::function<void(frmConnectionSelect&)> scripted = console.bringUp.showConnectionDialog;
     Screens screens{console};
 };
 
