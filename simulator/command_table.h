@@ -23,6 +23,11 @@ void writeClock(Request&);
 void readSystem(Request&);
 void restart(Request&);
 void switchToModem(Request&);
+// Settings of ports and SIMs.
+void readPortSettings(Request&);
+void writePortSettings(Request&);
+void readSimSettings(Request&);
+void writeSimSettings(Request&);
 // E1 line.
 void readIsdn(Request&);
 void writeIsdn(Request&);

@@ -1,7 +1,7 @@
 #include "simulator/command_table.h"
-#include "simulator/fields.h"
+#include "simulator/field_checks.h"
+#include "simulator/record_columns.h"
 
-#include <algorithm>
 #include <array>
 #include <vector>
 
@@ -9,55 +9,25 @@ namespace simulator {
 
 namespace {
 
-struct IsdnColumn {
-    std::string IsdnRecord::*text;
-    bool (*allowed)(const std::string&);
-};
-
-template <int... codes>
-bool oneOf(const std::string& text) {
-    const auto code = number(text, 0, 99999);
-    return code && ((*code == codes) || ...);
-}
-
-template <int least, int most>
-bool within(const std::string& text) {
-    return number(text, least, most).has_value();
-}
-
-template <std::size_t most>
-bool digitsUpTo(const std::string& text) {
-    return text.size() <= most &&
-           std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
-}
-
-bool oneCharacter(const std::string& text) {
-    return text.size() <= 1;
-}
-
-bool anything(const std::string&) {
-    return true;
-}
-
 // The fields of A_ISD in order. C_ISD has them from the second on and may leave out the last.
 constexpr std::array columns{
-    IsdnColumn{&IsdnRecord::ismVersion, anything},
-    IsdnColumn{&IsdnRecord::networkAccess, oneOf<4, 8>},
-    IsdnColumn{&IsdnRecord::synchronization, oneOf<1, 4>},
-    IsdnColumn{&IsdnRecord::incomingCalls, oneOf<2, 130>},
-    IsdnColumn{&IsdnRecord::countryCode, oneOf<1, 33, 49, 61, 81, 82, 852, 1000>},
-    IsdnColumn{&IsdnRecord::isdnVersion, oneOf<3, 4, 8, 9, 10, 11, 16, 17, 20, 23, 24, 25>},
-    IsdnColumn{&IsdnRecord::reserved1, digitsUpTo<5>},
-    IsdnColumn{&IsdnRecord::reserved2, digitsUpTo<5>},
-    IsdnColumn{&IsdnRecord::localNumber, digitsUpTo<9>},
-    IsdnColumn{&IsdnRecord::localSubAddress, oneCharacter},
-    IsdnColumn{&IsdnRecord::typeOfNumber, within<0, 7>},
-    IsdnColumn{&IsdnRecord::numberIdentification, within<0, 15>},
-    IsdnColumn{&IsdnRecord::crcMode, within<1, 2>},
-    IsdnColumn{&IsdnRecord::cableMode, within<0, 1>},
-    IsdnColumn{&IsdnRecord::inCallMode, within<0, 1>},
-    IsdnColumn{&IsdnRecord::alertTimer, within<0, 250>},
-    IsdnColumn{&IsdnRecord::tail, digitsUpTo<5>},
+    Column<IsdnRecord>{&IsdnRecord::ismVersion, nothing},
+    Column<IsdnRecord>{&IsdnRecord::networkAccess, oneOf<4, 8>, 1},
+    Column<IsdnRecord>{&IsdnRecord::synchronization, oneOf<1, 4>, 1},
+    Column<IsdnRecord>{&IsdnRecord::incomingCalls, oneOf<2, 130>, 1},
+    Column<IsdnRecord>{&IsdnRecord::countryCode, oneOf<1, 33, 49, 61, 81, 82, 852, 1000>, 1},
+    Column<IsdnRecord>{&IsdnRecord::isdnVersion, oneOf<3, 4, 8, 9, 10, 11, 16, 17, 20, 23, 24, 25>, 1},
+    Column<IsdnRecord>{&IsdnRecord::reserved1, digitsUpTo<5>, 1},
+    Column<IsdnRecord>{&IsdnRecord::reserved2, digitsUpTo<5>, 1},
+    Column<IsdnRecord>{&IsdnRecord::localNumber, digitsUpTo<9>, 0, true},
+    Column<IsdnRecord>{&IsdnRecord::localSubAddress, printable<1>, 0, true},
+    Column<IsdnRecord>{&IsdnRecord::typeOfNumber, within<0, 7>, 1},
+    Column<IsdnRecord>{&IsdnRecord::numberIdentification, oneOf<0, 1, 2, 3, 4, 6, 9, 12, 14, 15>, 1},
+    Column<IsdnRecord>{&IsdnRecord::crcMode, within<1, 2>, 1},
+    Column<IsdnRecord>{&IsdnRecord::cableMode, within<0, 1>, 1},
+    Column<IsdnRecord>{&IsdnRecord::inCallMode, within<0, 1>, 1},
+    Column<IsdnRecord>{&IsdnRecord::alertTimer, within<0, 250>, 3},
+    Column<IsdnRecord>{&IsdnRecord::tail, digitsUpTo<5>, 1},
 };
 
 }  // namespace
@@ -65,25 +35,22 @@ constexpr std::array columns{
 // R_ISD: A_ISD<ISM version> and the other sixteen columns
 void readIsdn(Request& request) {
     if (!request.body.empty()) return request.malformed();
-    std::vector<std::string> fields;
-    for (const IsdnColumn& column : columns) fields.push_back(request.state.isdn.*column.text);
-    request.answer("A_ISD" + joinFields(fields));
+    request.answer("A_ISD" + joinColumns(request.state.isdn, columns));
 }
 
 // C_ISD with 15 fields as a page writes it, or with 16 as a restored backup does, which keeps the tail of
-// A_ISD. One bad value and the whole record stays as it was.
+// A_ISD. One bad value and the whole record stays as it was. An empty field keeps its value but for the number
+// and the sub-address: a line that has none any more says so.
 void writeIsdn(Request& request) {
     const auto fields = splitFields(request.body);
     if (fields.size() != columns.size() - 2 && fields.size() != columns.size() - 1)
         return request.malformed();
-    IsdnRecord record = request.state.isdn;
-    for (std::size_t i = 0; i < fields.size(); ++i) {
-        const IsdnColumn& column = columns[i + 1];
-        if (fields[i].empty()) continue;
-        if (!column.allowed(fields[i])) return request.refused();
-        record.*column.text = fields[i];
-    }
-    request.state.isdn = record;
+    auto record = written(request.state.isdn, std::span(columns).subspan(1), fields);
+    if (!record) return request.refused();
+    constexpr std::size_t localNumber = 7;
+    record->localNumber = fields[localNumber];
+    record->localSubAddress = fields[localNumber + 1];
+    request.state.isdn = *record;
     request.accepted();
 }
 

@@ -14,8 +14,8 @@ constexpr int callConnected = 8;
 Port* portAt(GatewayState& state, std::string_view digits) {
     const auto address = PortAddress::parse(digits);
     if (!address) return nullptr;
-    Port& port = state.ports[static_cast<std::size_t>(address->slot())];
-    return port.module == '0' ? nullptr : &port;
+    Port& port = state.port(*address);
+    return port.fitted() ? &port : nullptr;
 }
 
 std::string digit(bool flag) {
@@ -28,7 +28,7 @@ std::string digit(bool flag) {
 void readMonitor(Request& request) {
     if (!request.body.empty()) return request.malformed();
     std::string line = "A_MON";
-    for (const Port& port : request.state.ports) line += digit(port.module != '0' && port.enabled);
+    for (const Port& port : request.state.ports) line += digit(port.fitted() && port.enabled);
     for (const bool enabled : request.state.channels) line += digit(enabled);
     request.answer(line);
 }

@@ -56,7 +56,8 @@ void readEsn(Request& request) {
     request.answer("A_ESN" + request.state.esn);
 }
 
-// R_PPR: A_PPR and one digit a port in slot order, 1 where a GSM module is in service
+// R_PPR: A_PPR and one digit a port in slot order, 1 where a module is in service. That holds for a CDMA module,
+// too: a console asks for the record, which is where it learns the kind, only of a port that has a 1.
 void readActivePorts(Request& request) {
     if (!request.body.empty()) return request.malformed();
     std::string line = "A_PPR";

@@ -1,6 +1,7 @@
 #include "simulator/gateway.h"
 
 #include "simulator/command_table.h"
+#include "simulator/seeded_settings.h"
 
 #include <algorithm>
 #include <utility>
@@ -28,6 +29,7 @@ Gateway::Gateway(GatewayOptions options)
       life(keptState, options.life, options.seed + 2, [this](std::string line) { say(std::move(line)); }) {
     keptState.accounts.adminPassword = std::move(options.adminPassword);
     if (!options.esn.empty()) keptState.esn = std::move(options.esn);
+    fitCdmaModules(keptState.ports, options.cdmaPorts);
     wakeLife();
 }
 

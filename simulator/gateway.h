@@ -21,6 +21,7 @@ struct GatewayOptions {
     std::string esn;  // empty: one of the seed
     std::optional<std::chrono::sys_seconds>
         start;  // the gateway's date and time at 0 ms; none: one of the seed
+    int cdmaPorts = 0;  // of the ports in service; the others are GSM
     Faults faults;
     LifeRates life;  // nothing happens by itself
 };

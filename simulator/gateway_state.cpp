@@ -1,5 +1,7 @@
 #include "simulator/gateway_state.h"
 
+#include "simulator/seeded_settings.h"
+
 #include <array>
 
 namespace simulator {
@@ -51,6 +53,13 @@ int Port::activeSim() const {
     return 0;
 }
 
+void Port::obeyCellLock() {
+    if (activeSim() == 0) return;
+    const int lock = number(sim(activeSim()).settings.cellLock, 0, 1024).value_or(0);
+    fixedBcch = lock != 0;
+    if (fixedBcch) bcch = lock;
+}
+
 bool Port::inService() const {
     return module == '1' && activeSim() != 0 && (state == registeredHome || state == registeredRoaming);
 }
@@ -63,6 +72,7 @@ GatewayState::GatewayState(Random& random, std::optional<std::chrono::sys_second
     while (ports[0].sims[0].state != simReady) ports[0] = somePort(random);
     channels.fill(true);
     for (int& counter : isdnCounters) counter = static_cast<int>(random.between(0, 40));
+    for (Port& port : ports) furnishSettings(port, random);
 }
 
 }  // namespace simulator

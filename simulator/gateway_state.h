@@ -2,7 +2,9 @@
 
 #include "simulator/gateway_clock.h"
 #include "simulator/port_address.h"
+#include "simulator/port_record.h"
 #include "simulator/random.h"
+#include "simulator/sim_record.h"
 
 #include <array>
 #include <chrono>
@@ -26,10 +28,13 @@ enum StateCode : int {
 struct Sim {
     int state = simAbsent;
     int talkedSeconds = 0;
+    SimRecord settings{};
 };
 
 struct Port {
-    char module = '0';  // '1' is a GSM module in service, '0' an empty slot
+    char module = '0';  // '1' is a module in service, '0' an empty slot
+    ModuleKind kind = ModuleKind::gsm;
+    PortRecord settings;
     bool enabled = true;
     int state = simAbsent;
     std::array<Sim, simsPerPort> sims;
@@ -42,11 +47,17 @@ struct Port {
     std::string slaveVersion;
     bool inMaintenance = false;  // disabled by the gateway itself, which will enable it again
 
+    bool fitted() const { return module != '0'; }
+    bool takesSims() const { return fitted() && kind != ModuleKind::cdma; }
+    Sim& sim(int place) { return sims[static_cast<std::size_t>(place - 1)]; }
+    const Sim& sim(int place) const { return sims[static_cast<std::size_t>(place - 1)]; }
     // The SIM in use, 1 to 4: the first that is ready. 0 without one.
     int activeSim() const;
     bool inCall() const { return dialling || connected; }
     // Registered with a SIM. It may be disabled or in a call.
     bool inService() const;
+    // Stays on the cell that the SIM in use is locked to, or lets it go; without such a SIM nothing changes.
+    void obeyCellLock();
 };
 
 std::string someNetwork(Random& random);
@@ -90,6 +101,8 @@ struct Accounts {
 
 struct GatewayState {
     GatewayState(Random& random, std::optional<std::chrono::sys_seconds> start);
+
+    Port& port(const PortAddress& at) { return ports[static_cast<std::size_t>(at.slot())]; }
 
     std::string esn;
     std::string version = "4.37";

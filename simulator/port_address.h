@@ -34,4 +34,20 @@ struct PortAddress {
     }
 };
 
+// The place of a SIM, 1 to 4, in a port's module, written XYS on the wire.
+struct SimAddress {
+    PortAddress port;
+    int sim = 1;
+
+    std::string text() const { return port.text() + std::to_string(sim); }
+
+    static std::optional<SimAddress> parse(std::string_view digits) {
+        if (digits.size() != 3) return std::nullopt;
+        const auto port = PortAddress::parse(digits.substr(0, 2));
+        const auto sim = number(digits.substr(2), 1, simsPerPort);
+        if (!port || !sim) return std::nullopt;
+        return SimAddress{*port, *sim};
+    }
+};
+
 }  // namespace simulator

@@ -69,6 +69,13 @@ std::string setEsn(Options& options, Text text) {
     return {};
 }
 
+std::string setCdma(Options& options, Text text) {
+    const auto count = number(text, 0, portCount);
+    if (!count) return "no number of ports: " + std::string(text);
+    options.gateway.cdmaPorts = *count;
+    return {};
+}
+
 std::string setPing(Options& options, Text text) {
     const auto interval = number(text, 0, 3'600'000);
     if (!interval) return "no interval in ms: " + std::string(text);
@@ -117,6 +124,7 @@ constexpr std::array flags{
     Flag{"--password", Value::needed, "P", "the gateway's admin password (kestr)",
          [](Options& o, Text t) { return setPassword(o.gateway.adminPassword, t); }},
     Flag{"--esn", Value::needed, "E", "the gateway's serial number", setEsn},
+    Flag{"--cdma", Value::needed, "N", "so many of the ports in service are CDMA, the last ones (0)", setCdma},
     Flag{"--life", Value::needed, "RATE",
          "what happens by itself: off, quiet, busy, storm[=LINES_PER_SECOND] (quiet; 10000)",
          [](Options& o, Text t) { return readLife(o.gateway.life, t); }},

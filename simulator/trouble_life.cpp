@@ -65,7 +65,9 @@ void TroubleLife::failModule(int slot) {
     });
 }
 
+// The identity of a CDMA module stays where it is; such a module can only fail as a whole.
 void TroubleLife::spoilSim(int slot) {
+    if (!scene.port(slot).takesSims()) return failModule(slot);
     const int sim = scene.port(slot).activeSim();
     const int fault = static_cast<int>(scene.random.between(firstSimFault, lastSimFault));
     simOf(slot, sim).state = fault;
@@ -79,6 +81,7 @@ void TroubleLife::spoilSim(int slot) {
 }
 
 void TroubleLife::pullSim(int slot) {
+    if (!scene.port(slot).takesSims()) return failModule(slot);
     const int sim = scene.port(slot).activeSim();
     simOf(slot, sim).state = simAbsent;
     scene.port(slot).state = simAbsent;
@@ -135,6 +138,7 @@ void TroubleLife::registerPort(int slot) {
     Port& port = scene.port(slot);
     port.network = someNetwork(scene.random);
     port.signal = static_cast<int>(scene.random.between(8, 62));
+    port.obeyCellLock();  // another SIM may have taken over
     scene.report(slot, networkIdentity, {port.network, {}, {}});
     scene.report(slot, cell, {std::to_string(port.bcch), port.fixedBcch ? "0" : "1", {}});
     scene.report(slot, signalLevel, {std::to_string(port.signal), {}, {}});

@@ -118,7 +118,9 @@ TEST(Gateway, clockRunsAndIsSet) {
     console.advance(24 * 3600 * 1000);
     EXPECT_EQ(console.ask("R_CLK"), "A_CLK06,01,28,3,12,00\r");
     for (const char* line : {"C_CLK30,02,28,1,00,00", "C_CLK01,13,28,1,00,00", "C_CLK01,01,28,8,00,00",
-                             "C_CLK01,01,28,1,24,00", "C_CLK01,01,28,1,-1,00"})
+                             "C_CLK01,01,28,1,24,00", "C_CLK01,01,28,1,-1,00", "C_CLK31,02,28,1,00,00",
+                             "C_CLK29,02,27,1,00,00", "C_CLK00,01,28,1,00,00", "C_CLK01,01,28,0,00,00",
+                             "C_CLK01,01,28,1,00,60"})
         EXPECT_EQ(console.ask(line), "I_ALR000,ERROR\r") << line;
     EXPECT_EQ(console.ask("C_CLK01,01,28,1,00"), "ERROR\r");
     EXPECT_EQ(console.ask("R_CLK"), "A_CLK06,01,28,3,12,00\r");
@@ -130,8 +132,8 @@ TEST(Gateway, isdnRecordIsWrittenWholeOrNotAtAll) {
     const std::string page = "4,1,130,49,23,0,0,123456789,7,3,14,2,1,1,005";
     EXPECT_EQ(console.ask("C_ISD" + page), "I_ALR000,OK\r");
     EXPECT_EQ(console.ask("R_ISD"), "A_ISDISM 3.11," + page + ",0\r");
-    EXPECT_EQ(console.ask("C_ISD,,,33,,,,,,,,,,,"), "I_ALR000,OK\r");
-    EXPECT_EQ(console.ask("C_ISD,,,,,,,,,,,,,,,9"), "I_ALR000,OK\r");  // the form of a backup
+    EXPECT_EQ(console.ask("C_ISD,,,33,,,,123456789,7,,,,,,"), "I_ALR000,OK\r");
+    EXPECT_EQ(console.ask("C_ISD,,,,,,,123456789,7,,,,,,,9"), "I_ALR000,OK\r");  // the form of a backup
     const std::string kept = console.ask("R_ISD");
     EXPECT_EQ(kept, "A_ISDISM 3.11,4,1,130,33,23,0,0,123456789,7,3,14,2,1,1,005,9\r");
 

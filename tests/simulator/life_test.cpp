@@ -67,6 +67,25 @@ TEST(Life, whatIsReadIsWhatWasReported) {
     }
 }
 
+TEST(Life, aCdmaPortLivesWithoutEverMissingItsSim) {
+    GatewayOptions options = alive(LifeRates::storm());
+    options.cdmaPorts = portCount;
+    Gateway gateway(options);
+    ConsoleDouble console(gateway);
+    ReportReader reader(gateway, console);
+    console.advance(3000);
+    const std::string bytes = console.taken();
+    reader.follow(bytes);
+    reader.expectTrue();
+    EXPECT_GT(reader.calls, 100);
+    EXPECT_GT(reader.codes["13"], 0);
+    for (int code = 29; code <= 39; ++code) EXPECT_EQ(reader.codes[std::to_string(code)], 0) << code;
+    for (int slot = 0; slot < portCount; ++slot) {
+        if (gateway.state().ports[static_cast<std::size_t>(slot)].kind != ModuleKind::cdma) continue;
+        EXPECT_EQ(bytes.find("I_ALR" + PortAddress::ofSlot(slot).text() + "1,26,"), std::string::npos) << slot;
+    }
+}
+
 TEST(Life, everyCodeComes) {
     Gateway gateway(alive(LifeRates::storm()));
     ConsoleDouble console(gateway);

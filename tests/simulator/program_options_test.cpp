@@ -24,6 +24,8 @@ TEST(ProgramOptions, refusesWhatItDoesNotUnderstand) {
                                                       {"--listen", "1", "--dial", "a:1"},
                                                       {"--pty", "--listen", "1"},
                                                       {"--master-ping", "often"},
+                                                      {"--cdma", "33"},
+                                                      {"--cdma", "x"},
                                                       {"--life"},
                                                       {"--life", "wild"},
                                                       {"--life", "quiet=3"},
@@ -65,7 +67,7 @@ TEST(ProgramOptions, howMuchHappensByItself) {
 TEST(ProgramOptions, takesAllItIsTold) {
     ProgramOptions options;
     ASSERT_EQ(parseArguments({"--pty", "--seed=9", "--fault", "R_ESN:try=4", "--fault=lost=0.5",
-                              "--master-unit", "7", "--password", "abc"},
+                              "--master-unit", "7", "--password", "abc", "--cdma", "32"},
                              options),
               "");
     EXPECT_EQ(options.way, ProgramOptions::Way::terminal);
@@ -75,6 +77,7 @@ TEST(ProgramOptions, takesAllItIsTold) {
     EXPECT_EQ(options.gateway.faults.of("R_CLK").lost, 0.5);
     EXPECT_TRUE(options.master);  // a flag of the master asks for one
     EXPECT_EQ(options.gateway.adminPassword, "abc");
+    EXPECT_EQ(options.gateway.cdmaPorts, 32);
 }
 
 TEST(ProgramOptions, noPasswordInAnErrorText) {
