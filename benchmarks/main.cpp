@@ -3,11 +3,14 @@
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
+#include <QEvent>
 #include <algorithm>
 #include <cstdio>
 #include <map>
 
+#include "platform/qt/qt_tcp_socket.h"
 #include "ratios.h"
+#include "storm.h"
 
 namespace bench {
 
@@ -30,7 +33,7 @@ const std::vector<Ratio>& ratios() {
 
 namespace {
 
-// Keeps the real time of every repetition, by benchmark.
+// Keeps the real time of every repetition and the items and counters of the last, by benchmark.
 class Collector : public benchmark::ConsoleReporter {
 public:
     void ReportRuns(const std::vector<Run>& runs) override {
@@ -38,6 +41,7 @@ public:
             if (run.run_type != Run::RT_Iteration || run.error_occurred) continue;
             times[run.run_name.function_name].push_back(run.real_accumulated_time /
                                                         static_cast<double>(run.iterations));
+            for (const auto& [name, counter] : run.counters) counters[run.run_name.function_name][name] = counter;
         }
         ConsoleReporter::ReportRuns(runs);
     }
@@ -50,6 +54,7 @@ public:
     }
 
     std::map<std::string, std::vector<double>> times;
+    std::map<std::string, std::map<std::string, double>> counters;
 };
 
 void printTable(Collector& figures) {
@@ -69,15 +74,73 @@ void printTable(Collector& figures) {
     }
 }
 
+// Beside each other, what the storm's two programs have measured: a wait that the bare one has too is the machine's.
+void printStorm(Collector& figures) {
+    auto& bare = figures.counters["storm/bare"];
+    auto& program = figures.counters["storm/program"];
+    if (bare.empty() || program.empty()) return;
+    std::printf("\n%-64s %8s  %8s\n", "storm", "program", "bare");
+    for (const char* name : {"longest_wait_ms", "bursts_over_50_ms", "memory_growth_MB"})
+        std::printf("%-64s %8.2f  %8.2f\n", name, program[name], bare[name]);
+}
+
+// Where the processor time of the storm's program goes. Painting and taking lines are measured in the storm; how the
+// lines' time divides is measured by itself, stage upon stage on the same lines, for a line is too short for a clock.
+void printShares(Collector& figures) {
+    auto& program = figures.counters["storm/program"];
+    const double whole = figures.median("storm/program");
+    const double cut = figures.median("share/cutting");
+    const double dispatched = figures.median("share/cutting+dispatch");
+    const double moved = figures.median("share/cutting+dispatch+fields");
+    if (whole <= 0 || moved <= 0) return;
+    const double lines = program["lines_s"];
+    const double painting = program["painting_s"];
+    const std::pair<const char*, double> shares[] = {{"cutting", lines * cut / moved},
+                                                     {"dispatch", lines * (dispatched - cut) / moved},
+                                                     {"fields", lines * (moved - dispatched) / moved},
+                                                     {"painting", painting},
+                                                     {"socket, timers, layouts, event loop", whole - lines - painting}};
+    std::printf("\n%-64s %8.2f s\n", "processor time of the storm's program", whole);
+    for (const auto& [name, seconds] : shares)
+        std::printf("  %-62s %8.2f s  %5.1f %%\n", name, seconds, 100 * seconds / whole);
+}
+
+// Tells the painting and the taking of lines from the rest of what events do.
+class Application : public QApplication {
+public:
+    using QApplication::QApplication;
+    bool notify(QObject* receiver, QEvent* event) override {
+        bool taken = false;
+        WorkClock::run(workOf(receiver, event), [&] { taken = QApplication::notify(receiver, event); });
+        return taken;
+    }
+
+private:
+    static WorkClock::Work workOf(QObject* receiver, const QEvent* event) {
+        switch (event->type()) {
+            case QEvent::UpdateRequest:
+            case QEvent::Paint:
+            case QEvent::Expose:
+                return WorkClock::Painting;
+            case QEvent::MetaCall:  // what a socket has read is taken up from the loop
+                return dynamic_cast<trunvex::QtTcpSocket*>(receiver) ? WorkClock::TakingLines : WorkClock::Else;
+            default:
+                return WorkClock::Else;
+        }
+    }
+};
+
 }  // namespace
 }  // namespace bench
 
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");  // windows without a screen: they are painted all the same
-    QApplication application(argc, argv);
+    bench::Application application(argc, argv);
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
     bench::Collector figures;
     benchmark::RunSpecifiedBenchmarks(&figures);
     bench::printTable(figures);
+    bench::printStorm(figures);
+    bench::printShares(figures);
 }

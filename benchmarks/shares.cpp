@@ -1,24 +1,19 @@
 // What a line of the storm costs, stage upon stage: cutting it, taking it through the dispatcher as far as its record,
-// and moving the board's fields. What the program takes beyond that is reading and painting.
+// and moving the board's fields, which marks the cells of its open window as stale. What the program takes beyond that
+// is painting and reading the socket.
 #include <benchmark/benchmark.h>
 
 #include "fakes/console_bench.h"
 #include "link/line_cutter.h"
+#include "screens/screens.h"
 #include "storm.h"
 
 namespace {
 
 constexpr int traceLines = 20000;
 
-std::string trace() {
-    std::mt19937 random(1);
-    std::string lines;
-    for (int i = 0; i < traceLines; ++i) lines += bench::stormLine(random) + '\r';
-    return lines;
-}
-
 void cutting(benchmark::State& state) {
-    const auto bytes = trace();
+    const auto bytes = bench::stormTrace(traceLines);
     for (auto _ : state) {
         trunvex::LineCutter cutter;
         std::size_t length = 0;
@@ -30,7 +25,7 @@ void cutting(benchmark::State& state) {
 
 // Everything but the board: its part of the reports is split and dropped.
 void dispatching(benchmark::State& state) {
-    const auto bytes = trace();
+    const auto bytes = bench::stormTrace(traceLines);
     trunvex::fakes::ConsoleBench bench;
     bench.console.dispatcher.on("I_ALR", [](const trunvex::Record& record) {
         benchmark::DoNotOptimize(record.fields().size());
@@ -40,10 +35,17 @@ void dispatching(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * traceLines);
 }
 
+// No time passes here, so what is marked is never painted.
 void withFields(benchmark::State& state) {
-    const auto bytes = trace();
+    const auto bytes = bench::stormTrace(traceLines);
     trunvex::fakes::ConsoleBench bench;
+    const auto scripted = bench.console.bringUp.showConnectionDialog;
+    trunvex::Screens screens(bench.console);
+    bench.console.bringUp.showConnectionDialog = scripted;
+    screens.startWithoutSplash();
     bench.connect();
+    bench.receive("A_ESN4711");
+    bench.console.board.show();
     for (auto _ : state) bench.platform.socket->deliver(bytes);
     state.SetItemsProcessed(state.iterations() * traceLines);
 }

@@ -50,10 +50,42 @@ public:
             settle();
             save(shown, QString("%1-%2").arg(number++, 2, 10, QChar('0')).arg(key));
         }
+        settingsAtWork();
         return saved_;
     }
 
 private:
+    // The panels beside the tree: a SIM with its time table, edits and faults, a write to a group.
+    void settingsAtWork() {
+        auto& window = screens_.mainWindow();
+        auto& tree = console_.portTree.tvGroups[0];
+        const auto show = [&](const char* key, const QString& name) {
+            tree.select(key);
+            waitFor([&] { return console_.reads.formEnabled(); });
+            settle();
+            if (!name.isEmpty()) save(&window, name);
+        };
+        window.findChild<QAction*>("tool_main")->trigger();
+        tree.setExpanded("MOD11", true);
+        show("SIM111", "20-sim");
+        window.findChild<QLineEdit*>("txtTimeIntFrom_2")->setText("22:30");
+        window.findChild<QLineEdit*>("txtTimeIntTo_2")->setText("06:00");
+        window.findChild<QLineEdit*>("txtPIN")->setText("123456789");
+        QTimer::singleShot(300, [] { QApplication::activeModalWidget()->close(); });
+        console_.pages.sim.cmdWriteSIM.press();
+        settle();
+        save(&window, "21-sim-faults");
+        show("SIM112", {});
+        show("SIM111", "22-sim-edited");
+        show("MDD01", "23-group");
+        console_.pages.port.chkIncGrpMod[trunvex::IncNoRegTimer].setChecked(true);
+        window.findChild<QLineEdit*>("txtNoRegTimer")->setText("90");
+        console_.pages.port.cmdWritePort.press();
+        waitFor([&] { return !console_.writes.running(); });
+        settle();
+        save(&window, "24-group-written");
+    }
+
     void fillDialog(const QString& host, const QString& port) {
         auto* dialog = QApplication::activeModalWidget();
         dialog->findChild<QComboBox*>("cmbConSelect")->setCurrentIndex(1);

@@ -80,6 +80,15 @@ void PortTree::build(Views which, bool fromFile) {
             buildView(tvGroups[static_cast<std::size_t>(number)], which != Both || number == Second);
 }
 
+// The node that was selected, also where its module has turned out to be of another type; else the first one.
+std::string PortTree::successor(const TreeField& view, const std::string& selected) const {
+    if (view.find(selected)) return selected;
+    if (node_key::isPort(selected))
+        for (const char* type : {"MOD", "CDM", "ERR"})
+            if (auto key = type + std::string(right(selected, 2)); view.find(key)) return key;
+    return view.nodes().front().key;
+}
+
 // Groups first, then what belongs to them, then the ports that are free. What was expanded or checked stays so.
 void PortTree::buildView(TreeField& view, bool last) {
     const auto before = view.nodes();
@@ -93,8 +102,7 @@ void PortTree::buildView(TreeField& view, bool last) {
             view.setExpanded(node.key, node.expanded);
             view.setChecked(node.key, node.checked);
         }
-        const bool stillThere = view.find(selected) != nullptr;
-        view.select(stillThere ? selected : view.nodes().front().key);
+        view.select(successor(view, selected));
     });
 }
 
@@ -181,6 +189,15 @@ std::vector<std::string> PortTree::children(std::string_view key) const {
         keys.push_back(one.Key);
     }
     return keys;
+}
+
+std::string PortTree::captionOf(std::string_view key) const {
+    const auto stored = node_key::isPort(key) ? node_key::stored(key) : std::string(key);
+    for (const auto& one : tables_.gTreeItems)
+        if (one.Key == stored && node_key::isPort(stored)) return one.Caption;
+    auto text = portText(node_key::mcu(key), node_key::module(key));
+    if (node_key::isSim(key)) text += " SIM " + std::string(mid(key, 6, 1));
+    return text;
 }
 
 bool PortTree::rename(std::string_view key, const std::string& text) {

@@ -57,6 +57,8 @@ public:
     std::string moduleType(std::string_view key) const;
     // Keys of the items whose parent this is, in list order, at most 201.
     std::vector<std::string> children(std::string_view key) const;
+    // The text of the item, for the operator; "Port n" or "Port n SIM s" for one that is not in the list.
+    std::string captionOf(std::string_view key) const;
     // False for an empty text or an unknown key.
     bool rename(std::string_view key, const std::string& text);
     void deleteItem(std::string_view key);
@@ -97,6 +99,7 @@ private:
     TreeField& view() { return tvGroups[1]; }  // the one on which groups are edited
     QueueItem* item(std::string_view key);
     void buildView(TreeField& view, bool last);
+    std::string successor(const TreeField& view, const std::string& selected) const;
     void addGroups(TreeField& view);
     void addMembers(TreeField& view);
     void addFreePorts(TreeField& view, bool last);

@@ -4,44 +4,152 @@
 
 namespace trunvex {
 
-SystemPage::SystemPage(RealTimeUpdate& realTimeUpdate, SessionBringUp& bringUp, Settings& settings)
-    : settings_(settings) {
+namespace {
+
+constexpr const char* formatSection = "CDRConfig";
+constexpr const char* formatKey = "DateFormat";
+constexpr std::size_t clockFields = 6;
+
+std::string twoDigits(std::int64_t number) { return pad(std::to_string(number), 2, '0', PadSide::Left); }
+std::string twoDigits(std::string_view text) { return pad(text, 2, '0', PadSide::Left); }
+
+}  // namespace
+
+SystemPage::SystemPage(const PageTools& tools, RealTimeUpdate& realTimeUpdate, SessionBringUp& bringUp,
+                       Settings& settings, Clock& clock)
+    : tools_(tools), settings_(settings), clock_(clock) {
+    for (InputField* field : std::initializer_list<InputField*>{&dtpDate, &dtpClock, &cmbDay}) form.add(*field);
+    form.changed().connect([this] { cmdUndoClock.setEnabled(form.edited()); });
     realTimeUpdate.on("CLK", [this](const Fields& fields) { takeClock(fields); });
-    realTimeUpdate.on("SYS", [this](const Fields& fields) { TxtSystemVer.setText(escaped(fields.at(0))); });
+    realTimeUpdate.on("SYS", [this](const Fields& fields) {
+        tools_.tables.isdn.SystemVersion = fields.at(0);
+        TxtSystemVer.setText(escaped(fields.at(0)));
+    });
+    dtpDate.changed().connect([this] {
+        if (!form.filling()) followDate();
+    });
     bringUp.tornDown.connect([this] { blank(); });
-    readDateFormat();
     bringUp.resetTables.connect([this] {
         TxtSystemVer.setText("");
         readDateFormat();
     });
+    cmdSetTime_.pressed().connect([this] { cmdSetTime(); });
+    cmdClkRefresh.pressed().connect([this] { refreshClock(); });
+    cmdUndoClock.pressed().connect([this] { form.undo(); });
+    cmdComputerTime.pressed().connect([this] { takeComputerTime(); });
     int index = 0;
     for (auto* button : {&cmdConSwitch_0, &cmdConSwitch_1, &cmdConSwitch_2, &cmdConSwitch_3, &cmdConSwitch_4})
         button->pressed().connect([&bringUp, index = index++] { bringUp.cmdConSwitch(index); });
+    readDateFormat();
+    blank();
 }
 
 // Kept for the session: a clock record comes often, and the file need not be read for each.
-void SystemPage::readDateFormat() { yearFirst_ = settings_.readOr("CDRConfig", "DateFormat", "0") == "0"; }
+void SystemPage::readDateFormat() {
+    yearFirst_ = settings_.readOr(formatSection, formatKey, "0") == "0";
+    cmbDateFormat.setIndex(yearFirst_ ? 0 : 1);
+}
 
 // Day, month, two-digit year, weekday (1 is Sunday), hour, minute.
 void SystemPage::takeClock(const Fields& fields) {
-    const auto day = std::string(fields.at(0));
-    const auto month = std::string(fields.at(1));
-    const auto year = std::string(fields.at(2));
+    if (fields.size() <= clockFields) return;  // cut short
+    reportedDate_ = {std::string(fields.at(0)), std::string(fields.at(1)), std::string(fields.at(2))};
+    const auto& [day, month, year] = reportedDate_;
     lblHoure.setText(escaped(fields.at(4)));
     lblMinute.setText(escaped(fields.at(5)));
     lblSecond.setText("00");
-    lblDate.setText(escaped(yearFirst_ ? year + "/" + month + "/" + day : day + "/" + month + "/" + year));
+    showDate();
     if (val(day) == 0 || val(month) == 0) return;
-    dtpDate.setText(escaped(pad(day, 2, '0', PadSide::Left) + "/" + pad(month, 2, '0', PadSide::Left) + "/20" + year));
     const auto weekday = val(fields.at(3));
-    cmbDay.setIndex(weekday >= 1 && weekday <= 7 ? static_cast<int>(weekday) - 1 : ChoiceField::none);
+    form.take({escaped(twoDigits(day) + "/" + twoDigits(month) + "/20" + twoDigits(year)),
+               escaped(twoDigits(fields.at(4)) + ":" + twoDigits(fields.at(5))),
+               weekday >= 1 && weekday <= 7 ? std::to_string(weekday - 1) : std::string()});
+}
+
+void SystemPage::showDate() {
+    const auto& [day, month, year] = reportedDate_;
+    if (day.empty()) return;
+    lblDate.setText(escaped(yearFirst_ ? year + "/" + month + "/" + day : day + "/" + month + "/" + year));
 }
 
 void SystemPage::blank() {
     for (auto* label : {&lblHoure, &lblMinute, &lblSecond, &lblDate}) label->setText("");
-    dtpDate.setText("");
-    cmbDay.setIndex(ChoiceField::none);
+    reportedDate_ = {};
+    form.forgetAll();
     TxtSystemVer.setText("");
+}
+
+std::optional<std::chrono::year_month_day> SystemPage::enteredDate() const {
+    const auto& text = dtpDate.text();
+    if (text.size() != 10 || text[2] != '/' || text[5] != '/') return {};
+    const auto day = mid(text, 1, 2);
+    const auto month = mid(text, 4, 2);
+    const auto year = mid(text, 7);
+    if (!isWhole(day) || !isWhole(month) || !wholeWithin(year, 2000, 2099)) return {};
+    const std::chrono::year_month_day date{std::chrono::year(static_cast<int>(val(year))),
+                                           std::chrono::month(static_cast<unsigned>(val(month))),
+                                           std::chrono::day(static_cast<unsigned>(val(day)))};
+    if (!date.ok()) return {};
+    return date;
+}
+
+void SystemPage::followDate() {
+    if (const auto date = enteredDate())
+        cmbDay.setIndex(static_cast<int>(std::chrono::weekday(std::chrono::sys_days(*date)).c_encoding()));
+}
+
+void SystemPage::takeComputerTime() {
+    const auto now = clock_.localTime();
+    const auto midnight = std::chrono::floor<std::chrono::days>(now);
+    const std::chrono::year_month_day date(midnight);
+    const auto minutes = std::chrono::duration_cast<std::chrono::minutes>(now - midnight).count();
+    dtpDate.setText(twoDigits(static_cast<unsigned>(date.day())) + "/" +
+                    twoDigits(static_cast<unsigned>(date.month())) + "/" + std::to_string(static_cast<int>(date.year())));
+    dtpClock.setText(twoDigits(minutes / 60) + ":" + twoDigits(minutes % 60));
+}
+
+void SystemPage::refreshClock() {
+    if (!tools_.sender.isConnected()) {
+        tools_.dialogs.info(notConnectedText);
+        return;
+    }
+    if (tools_.mayLose(form))
+        tools_.read({command("R_CLK", "System time"), command("R_SYS", "System Version")}, readBudgetMs);
+}
+
+std::string SystemPage::buildClockLine() {
+    form.clearProblems();
+    const auto date = enteredDate();
+    const auto& time = dtpClock.text();
+    const bool goodTime = time.size() == 5 && time[2] == ':' && wholeWithin(mid(time, 1, 2), 0, 23) &&
+                          wholeWithin(mid(time, 4), 0, 59);
+    if (!date)
+        return BuiltLine::wrong("The date have to be a day in the form dd/mm/yyyy, 2000 to 2099", dtpDate)
+            .orTell(tools_.dialogs);
+    if (!goodTime)
+        return BuiltLine::wrong("The time have to be in the form hh:mm, 00:00 to 23:59", dtpClock).orTell(tools_.dialogs);
+    if (cmbDay.index() == ChoiceField::none)
+        return BuiltLine::wrong("Please pick up the day of the week from list", cmbDay).orTell(tools_.dialogs);
+    const auto year = std::to_string(static_cast<int>(date->year()));
+    return "C_CLK" + twoDigits(static_cast<unsigned>(date->day())) + "," +
+           twoDigits(static_cast<unsigned>(date->month())) + "," + std::string(mid(year, 3)) + "," +
+           std::to_string(cmbDay.index() + 1) + "," + time.substr(0, 2) + "," + time.substr(3);
+}
+
+void SystemPage::cmdSetTime() {
+    if (!tools_.sender.isConnected()) {
+        tools_.dialogs.info(notConnectedText);
+        return;
+    }
+    settings_.Write(formatSection, formatKey, std::to_string(cmbDateFormat.index()));
+    readDateFormat();
+    showDate();
+    const auto line = buildClockLine();
+    if (line.empty()) return;
+    WriteBatch batch;
+    batch.items.push_back(command(line, "System Time"));
+    batch.firstText = "send data : ";
+    if (tools_.writes.start(std::move(batch))) clockWritten_.emit();
 }
 
 }  // namespace trunvex

@@ -1,39 +1,67 @@
 #pragma once
 
+#include <chrono>
+#include <optional>
+
+#include "config/page_tools.h"
 #include "link/real_time_update.h"
 #include "link/session_bring_up.h"
+#include "platform/clock.h"
 #include "platform/settings.h"
 #include "widgets/fields.h"
 
 namespace trunvex {
 
-// The page "system": the gateway's clock as last reported, its firmware version, and the buttons that change how the
-// gateway itself connects.
+// The page "system": the gateway's clock as last reported and as it is to be set, its firmware version, and the buttons
+// that change how the gateway itself connects.
 class SystemPage {
 public:
-    SystemPage(RealTimeUpdate& realTimeUpdate, SessionBringUp& bringUp, Settings& settings);
+    SystemPage(const PageTools& tools, RealTimeUpdate& realTimeUpdate, SessionBringUp& bringUp, Settings& settings,
+               Clock& clock);
+
+    // The line that sets the gateway's clock; empty after a message.
+    std::string buildClockLine();
+    void cmdSetTime();
+    sigc::signal<void()>& clockWritten() { return clockWritten_; }  // the write has begun
 
     LabelField lblHoure{"lblHoure"};
     LabelField lblMinute{"lblMinute"};
     LabelField lblSecond{"lblSecond"};
     LabelField lblDate{"lblDate"};
-    TextField dtpDate{"dtpDate"};  // dd/mm/yyyy
+    TextField dtpDate{"dtpDate"};    // dd/mm/yyyy
+    TextField dtpClock{"dtpClock"};  // hh:mm
     ChoiceField cmbDay{"cmbDay",
                        {"Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday"}};
+    ChoiceField cmbDateFormat{"cmbDateFormat", {"yy-mm-dd", "dd-mm-yy"}};
     TextField TxtSystemVer{"TxtSystemVer"};
+    ActionField cmdSetTime_{"cmdSetTime", "Write"};
+    ActionField cmdClkRefresh{"cmdClkRefresh", "Read"};
+    ActionField cmdUndoClock{"cmdUndoClock", "Undo"};
+    ActionField cmdComputerTime{"cmdComputerTime", "This computer's time"};
     ActionField cmdConSwitch_0{"cmdConSwitch_0", "Serial"};
     ActionField cmdConSwitch_1{"cmdConSwitch_1", "TCP"};
     ActionField cmdConSwitch_2{"cmdConSwitch_2", "Modem"};
     ActionField cmdConSwitch_3{"cmdConSwitch_3", "Passwords..."};
     ActionField cmdConSwitch_4{"cmdConSwitch_4", "Reset"};
 
+    RecordForm form;
+
 private:
     void takeClock(const Fields& fields);
+    void showDate();
     void blank();
     void readDateFormat();
+    void followDate();
+    void refreshClock();
+    void takeComputerTime();
+    std::optional<std::chrono::year_month_day> enteredDate() const;
 
+    const PageTools& tools_;
     Settings& settings_;
+    Clock& clock_;
+    std::array<std::string, 3> reportedDate_;  // day, month, year of the last report
     bool yearFirst_ = true;
+    sigc::signal<void()> clockWritten_;
 };
 
 }  // namespace trunvex

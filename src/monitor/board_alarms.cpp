@@ -10,6 +10,7 @@ constexpr const char* redLamp = "imgLedRed";
 constexpr const char* yellowLamp = "imgLedYellow";
 constexpr const char* greenLamp = "imgLedGreen";
 constexpr Colour headingRed = 255;
+constexpr int animationMs = 200;
 
 struct LampCode {
     std::string_view code;
@@ -78,7 +79,7 @@ void frmSimStatus::portAlarm(const Fields& fields) {
     if (val(code) == messageReport || simAbsence(port, sim, code)) return;
     if (!lamps(port, code)) return;
     if (showsSim(val(code))) {
-        port.shpSim.setColour(colours_[BoardColours::PORT_ACTIVE]);
+        port.setState(BoardColours::PORT_ACTIVE, colours_);
         port.LblSIM_num.setText("SIM #" + std::string(sim));
     }
     effect(port, fields);
@@ -139,18 +140,18 @@ void frmSimStatus::effect(PortCell& port, const Fields& fields) {
         case 3:
             port.lblMsg.setText(statusItems_.at(code));
             port.imgStatus.setPicture("");
-            port.shpSim.setColour(colours_[BoardColours::PORT_CALL]);
+            port.setState(BoardColours::PORT_CALL, colours_);
             break;
         case 4:
             port.lblLimit.setText(count(first));
             port.lblMsg.setText(statusItems_.at(code));
             port.imgStatus.setPicture(statusItems_.at("IMG4"));
-            port.shpSim.setColour(colours_[BoardColours::PORT_CONNECTED]);
+            port.setState(BoardColours::PORT_CONNECTED, colours_);
             break;
         case 12:
             port.lblMsg.setText(statusItems_.at(code));
             port.imgStatus.setPicture(statusItems_.at("IMG12"));
-            port.shpSim.setColour(colours_[BoardColours::PORT_CONNECTED]);
+            port.setState(BoardColours::PORT_CONNECTED, colours_);
             break;
         case 5:
         case 7:
@@ -165,11 +166,11 @@ void frmSimStatus::effect(PortCell& port, const Fields& fields) {
         case 6:
             port.lblMsg.setText(statusItems_.at(code) + " (" + escaped(first) + ")");
             port.imgStatus.setPicture("");
-            port.shpSim.setColour(colours_[BoardColours::PORT_ACTIVE]);
+            port.setState(BoardColours::PORT_ACTIVE, colours_);
             break;
         case 16:
             port.lblMsg.setText(statusItems_.at(code));
-            port.shpSim.setColour(colours_[BoardColours::PORT_ALARTING]);
+            port.setState(BoardColours::PORT_ALARTING, colours_);
             break;
         case 18:
         case 104:
@@ -184,7 +185,7 @@ void frmSimStatus::effect(PortCell& port, const Fields& fields) {
             break;
         case 22:
             port.lblNetworkID.setBold(true);
-            port.tmrAnimation->start(200);
+            port.tmrAnimation->start(animationMs);
             break;
         case 23:
             registered(port, "Hm");
@@ -207,7 +208,7 @@ void frmSimStatus::effect(PortCell& port, const Fields& fields) {
             break;
         default:
             if (!isFault(number)) break;
-            port.shpSim.setColour(colours_[BoardColours::PORT_PROBLEM]);
+            port.setState(BoardColours::PORT_PROBLEM, colours_);
             if (!statusItems_.isEmptyItem(code)) port.lblMsg.setText(statusItems_.at(code));
             break;
     }

@@ -30,8 +30,8 @@ void BoardColours::restoreDefaults() {
 
 frmColors::frmColors(const BoardColours& present, std::function<void(const BoardColours&)> saved) {
     for (std::size_t i = 0; i < BoardColours::count; ++i) {
-        auto& label = lblColor.emplace_back(arrayName("lblColor", static_cast<int>(i)), BoardColours::entries[i].meaning);
-        label.setColour(present.values[i]);
+        const auto name = arrayName("lblColor", static_cast<int>(i));
+        lblColor.emplace_back(name, BoardColours::entries[i].meaning).setColour(present.values[i]);
     }
     cmdDefault.pressed().connect([this] {
         for (std::size_t i = 0; i < BoardColours::count; ++i) lblColor[i].setColour(BoardColours::entries[i].standard);

@@ -18,12 +18,27 @@ PortCell::PortCell(int boardIndex)
       lblNetBCCH(indexed("lblNetBCCH", boardIndex)), lblRM_HM(indexed("lblRM_HM", boardIndex)),
       lblStrengthDB(indexed("lblStrengthDB", boardIndex)), imgAntenna(indexed("imgAntenna", boardIndex)),
       imgSMS(indexed("imgSMS", boardIndex)), lblSimClick(indexed("lblSimClick", boardIndex)),
-      lblSimLed(indexed("lblSimLed", boardIndex), "Sim :"), lblNetworkLed(indexed("lblNetworkLed", boardIndex), "Net :"),
+      lblSimLed(indexed("lblSimLed", boardIndex), "Sim :"),
+      lblNetworkLed(indexed("lblNetworkLed", boardIndex), "Net :"),
       lblNetwork(indexed("lblNetwork", boardIndex), "Net ID:"),
       cmdResetLimit(indexed("cmdResetLimit", boardIndex), "Port Menu") {
     imgStatusSim.setTip("Sim status: no info");
     imgStatusNet.setTip("Network status: no info");
     imgStatusLock.setTip("Net Lock status: no info");
+}
+
+void PortCell::setState(BoardColours::Which which, const BoardColours& colours) {
+    state = which;
+    shpSim.setTip(BoardColours::entries[which].meaning);
+    shpSim.setColour(colours[which]);
+}
+
+void PortCell::showSim(bool visible) {
+    LblSIM_num.setVisible(visible);
+    lblSimLed.setVisible(visible);
+    imgStatusSim.setVisible(visible);
+    lblLimit.setVisible(visible);
+    lblSimClick.setVisible(visible);
 }
 
 BchRow::BchRow(int channelNumber)

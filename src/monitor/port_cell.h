@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "monitor/board_colours.h"
 #include "platform/timer.h"
 #include "widgets/fields.h"
 
@@ -31,11 +32,16 @@ struct PortCell {
             visit(*field);
     }
 
+    // The colour, and what it stands for: several states may have been given the same one.
+    void setState(BoardColours::Which which, const BoardColours& colours);
+    // All that tells of a SIM of ours. A CDMA module has none.
+    void showSim(bool visible);
+
     const int index;
 
     LabelField lblBCH;        // heading: port and its B-channel
     CheckField chkSTPEnable;  // the port's enable flag
-    LabelField shpSim;        // its colour is the cell's state colour; its text is empty
+    LabelField shpSim;        // its colour is the cell's state colour, its tip the meaning; its text is empty
     LabelField LblSIM_num;
     LabelField lblMsg;        // last event; the tag is "CON" while the port counts as in a call, "DES" after
     LabelField lblMsgNumber;  // number of the current call
@@ -57,6 +63,7 @@ struct PortCell {
     ActionField cmdResetLimit;  // opens the port menu
     std::unique_ptr<Timer> tmrAnimation;
 
+    BoardColours::Which state = BoardColours::PORT_NOT_ACTIVE;
     int portBch = 0;         // the B-channel bound to the port; 31 and 32 are the reserved lines
     bool simAbsent = false;  // a report of absence has been taken and nothing else since
 };

@@ -12,7 +12,16 @@ namespace {
 constexpr int beingSetUp = 4;
 constexpr int connected = 8;
 
-enum StatusField { Address = 0, State = 1, FirstSim = 2, BcchMode = 10, Signal = 11, Network = 12, Flags = 13, Bcch = 14 };
+enum StatusField {
+    Address = 0,
+    State = 1,
+    FirstSim = 2,
+    BcchMode = 10,
+    Signal = 11,
+    Network = 12,
+    Flags = 13,
+    Bcch = 14
+};
 
 }  // namespace
 
@@ -50,7 +59,8 @@ void PortState::updateSTS(const Fields& record) {
     std::string_view second;
     const auto raise = [&](std::string_view code) {
         Fields event;
-        for (const auto text : {address.substr(0, 1), address.substr(1, 1), sim, code, first, second, std::string_view()})
+        const auto third = std::string_view();
+        for (const auto text : {address.substr(0, 1), address.substr(1, 1), sim, code, first, second, third})
             event.add(text);
         board_.UpdateSimStatus("ALR", event);
     };
@@ -115,10 +125,7 @@ void PortState::UpdateCDMA() {
         auto& cell = board_.cell(index);
         cell.lblNetBCCH.setText("CDMA");
         cell.lblNetBCCH.setBold(true);
-        for (Field* hidden : {static_cast<Field*>(&cell.LblSIM_num), static_cast<Field*>(&cell.lblSimLed),
-                              static_cast<Field*>(&cell.imgStatusSim), static_cast<Field*>(&cell.lblLimit),
-                              static_cast<Field*>(&cell.lblSimClick)})
-            hidden->setVisible(false);
+        cell.showSim(false);
     }
 }
 

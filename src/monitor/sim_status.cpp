@@ -10,7 +10,6 @@ namespace {
 
 constexpr Colour headingBlue = 16711680;
 constexpr Colour headingRed = 255;
-constexpr int animationMs = 200;
 constexpr int totalCounterMs = 1000;
 constexpr int refreshBudgetMs = 300;
 constexpr const char* lampPictures[] = {"imgLedRed", "imgLedYellow", "imgLedGreen"};
@@ -39,6 +38,7 @@ frmSimStatus::frmSimStatus(Platform& platform, Settings& settings, Dispatcher& d
     bringUp.tornDown.connect([this] { blank(); });
     bringUp.sessionStarted.connect([this] { tmrTotalCounter_->start(totalCounterMs); });
     cmdSTSRefresh.pressed().connect([this] { refresh(); });
+    refreshes.ucCoolProgressBar.stepped().connect([this](int, int) { tellProgress(); });
 }
 
 void frmSimStatus::InitFormData() {
@@ -103,6 +103,7 @@ void frmSimStatus::portEnabled(const Fields& fields) {
     auto& port = cell(index);
     port.chkSTPEnable.setChecked(lowBit(fields.at(1)));
     const auto channel = fields.at(2);
+    if (channel == endMark) return;  // not sent, so nothing is known of it
     port.portBch = static_cast<int>(val(channel));
     port.lblBCH.setBold(false);
     const bool reserved = port.portBch == 31 || port.portBch == 32;
@@ -131,7 +132,7 @@ void frmSimStatus::resetPortCell(int index) {
     port.imgStatusNet.setPicture("");
     port.imgStatusNet.setTip("Network status: no info");
     port.tmrAnimation->stop();
-    port.shpSim.setColour(colours_[BoardColours::PORT_NOT_ACTIVE]);
+    port.setState(BoardColours::PORT_NOT_ACTIVE, colours_);
     port.imgStatus.setPicture("");
     port.lblNetworkID.setBold(false);
     port.lblNetworkID.setText("");
@@ -143,9 +144,10 @@ void frmSimStatus::resetPortCell(int index) {
 
 // While a module registers, its network identity is a row of dots that grows and starts over.
 void frmSimStatus::animate(PortCell& port) {
-    constexpr std::size_t longestRow = 8;
+    constexpr std::size_t fullRow = 8;
+    constexpr std::string_view dots = "...........";  // as far as a longer text than a full row gets
     const auto length = port.lblNetworkID.text().size();
-    port.lblNetworkID.setText(length >= longestRow ? std::string() : std::string(length + 1, '.'));
+    port.lblNetworkID.setText(length == fullRow ? std::string() : std::string(dots.substr(0, length + 1)));
 }
 
 void frmSimStatus::countTotal() {
@@ -177,16 +179,18 @@ void frmSimStatus::refresh() {
     refreshes_.start(std::move(batch), refreshBudgetMs);
 }
 
+// Behind the queue's own step, which has put the caption of what is read now there.
+void frmSimStatus::tellProgress() {
+    if (!refreshes_.ucCoolProgressBar.running()) return;
+    const auto& reading = refreshes_.gRefreshQueue.at(static_cast<std::size_t>(refreshes_.gRefreshIndex));
+    const int percent = roundedDivision(100 * refreshes_.gRefreshIndex, refreshes_.gRefreshCount);
+    refreshes_.ucCoolProgressBar.setText("Loading " + reading.Caption + "   " + std::to_string(percent) + "%");
+}
+
 void frmSimStatus::takeColours(const BoardColours& colours) {
-    const auto before = colours_;
     colours_ = colours;
     colours_.save(settings_);
-    for (auto& port : cells_)
-        for (std::size_t i = 0; i < BoardColours::count; ++i) {
-            if (port.shpSim.colour() != before.values[i]) continue;
-            port.shpSim.setColour(colours_.values[i]);
-            break;
-        }
+    for (auto& port : cells_) port.setState(port.state, colours_);
 }
 
 // The board shows the clock as it came: the seconds stay empty when the gateway does not tell them.
@@ -221,10 +225,7 @@ void frmSimStatus::blank() {
         port.imgAntenna.setPicture("");
         port.imgSMS.setPicture("");
         port.imgSMS.setTip("");
-        for (Field* hidden : {static_cast<Field*>(&port.LblSIM_num), static_cast<Field*>(&port.lblSimLed),
-                              static_cast<Field*>(&port.imgStatusSim), static_cast<Field*>(&port.lblLimit),
-                              static_cast<Field*>(&port.lblSimClick)})
-            hidden->setVisible(true);
+        port.showSim(true);
     }
     for (auto& line : rows_) {
         line.lblSTBCause.setText("");

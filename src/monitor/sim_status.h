@@ -79,6 +79,7 @@ private:
     void animate(PortCell& cell);
     void countTotal();
     void refresh();
+    void tellProgress();
     void blank();
 
     Platform& platform_;

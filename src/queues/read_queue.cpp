@@ -55,6 +55,7 @@ bool ReadQueue::start(std::vector<QueueItem> batch, int budgetMs) {
 }
 
 void ReadQueue::abandon() {
+    waiting_.clear();
     if (!prgLoading.running()) return;
     end();
 }
@@ -101,7 +102,7 @@ void ReadQueue::itemUnanswered() {
     } else if (gReadIndex == gReadCount - 1) {
         end();
         platform_.dialogs().info(noDataText);
-        tellIdle();
+        beginWaiting();
     } else {
         skipDeadItem();
     }
@@ -116,7 +117,7 @@ void ReadQueue::skipDeadItem() {
     if (thisBatch != batch_ || !prgLoading.running()) return;
     if (answer != Button::Yes) {
         end();
-        tellIdle();
+        beginWaiting();
         return;
     }
     inFlight().Tries = laterItemTries;
@@ -129,11 +130,25 @@ void ReadQueue::complete() {
     end();
     for (const auto& [keyPart, show] : completions_)
         if (contains(key, keyPart)) show(key);
-    tellIdle();
+    beginWaiting();
 }
 
-void ReadQueue::tellIdle() {
-    if (!running()) idle_.emit();
+void ReadQueue::whenFree(const std::string& name, std::function<void()> begin) {
+    if (!running()) {
+        begin();
+        return;
+    }
+    std::erase_if(waiting_, [&](const auto& one) { return one.first == name; });
+    waiting_.emplace_back(name, std::move(begin));
+}
+
+// One that finds nothing to read any more leaves the turn to the next.
+void ReadQueue::beginWaiting() {
+    while (!running() && !waiting_.empty()) {
+        const auto begin = std::move(waiting_.front().second);
+        waiting_.erase(waiting_.begin());
+        begin();
+    }
 }
 
 bool ReadQueue::takeAnswer(std::string_view line) {

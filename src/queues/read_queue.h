@@ -22,7 +22,10 @@ public:
     // The one way to begin a batch: `budgetMs` is per item and try. With the link down the operator is told and the
     // result is false. A batch that still runs is replaced.
     bool start(std::vector<QueueItem> batch, int budgetMs = readBudgetMs);
-    // Ends a running batch without a word, as the loss of the link does.
+    // Begins at once, or when the batch that runs has come to its end and is shown. Of two that wait under one name the
+    // newer counts. What waits is forgotten with the session.
+    void whenFree(const std::string& name, std::function<void()> begin);
+    // Ends a running batch without a word, and what waits behind it, as the loss of the link does.
     void abandon();
     bool running() const { return prgLoading.running(); }
 
@@ -40,8 +43,6 @@ public:
     void FormEnableProgress(bool enabled);
     bool formEnabled() const { return formEnabled_; }
     sigc::signal<void(bool)>& formEnabledChanged() { return formEnabledChanged_; }
-    // A batch came to its end, good or bad, and what it brought is shown: the next may begin. Not after abandon().
-    sigc::signal<void()>& idle() { return idle_; }
 
     CoolProgressBar prgLoading;
 
@@ -59,7 +60,7 @@ private:
     void skipDeadItem();
     void complete();
     void end();
-    void tellIdle();
+    void beginWaiting();
     std::string loadingText() const;
 
     Platform& platform_;
@@ -67,7 +68,7 @@ private:
     bool formEnabled_ = true;
     unsigned batch_ = 0;  // counts the batches, so that a dialog sees whether its own still runs
     sigc::signal<void(bool)> formEnabledChanged_;
-    sigc::signal<void()> idle_;
+    std::vector<std::pair<std::string, std::function<void()>>> waiting_;
     std::vector<std::pair<std::string, std::function<void(const std::string&)>>> completions_;
 };
 

@@ -152,6 +152,7 @@ void WriteQueue::accepted() {
         feeding_ = false;
         if (!active_ || thisBatch != batch_) return;  // what was fed back ended or replaced the batch
     }
+    settled_.emit(item(), Outcome::Accepted);
     if (lastItem()) {
         const bool silent = std::exchange(gSilentWrite, false);
         const bool restore = std::exchange(gRestoreMode, false);
@@ -247,7 +248,10 @@ void WriteQueue::retry() {
     sendCurrent();
 }
 
+void WriteQueue::settleFailed() { settled_.emit(item(), gWriteFailed ? Outcome::Refused : Outcome::NoAnswer); }
+
 void WriteQueue::ignore() {
+    settleFailed();
     gWriteErrors += item().Caption + lineEnd;
     ++gWriteIndex;
     panel_.setPanelText(sendingText + item().Caption);
@@ -255,6 +259,7 @@ void WriteQueue::ignore() {
 }
 
 void WriteQueue::abort() {
+    settleFailed();
     gRestoreMode = false;
     gWriteErrors += item().Caption;
     endFirmware();
@@ -268,6 +273,7 @@ void WriteQueue::abort() {
 // In a silent batch the panel's own count goes with the index, so passing over needs no correction of it. The last
 // item is sent once more, and the panel's end closes the batch.
 void WriteQueue::passOver() {
+    settleFailed();
     if (lastItem()) {
         sendCurrent();
         return;

@@ -30,6 +30,9 @@ class WriteQueue {
 public:
     WriteQueue(Platform& platform, CommandSender& sender, ucProgress& panel);
 
+    // What became of an item; NoAnswer when its time ran out.
+    enum class Outcome { Accepted, Refused, NoAnswer };
+
     // The one way for a page to begin a batch. False, and nothing sent, when the link is down (the operator is told),
     // when there is nothing to write, or while another batch runs (told through `refused`).
     bool start(WriteBatch batch);
@@ -62,6 +65,8 @@ public:
     std::function<void(std::string_view line)> feedBack;
     // Starts the log-in: what a plain-send batch ends with.
     std::function<void()> RecievingChange;
+    // An item is done with: accepted, or failed and not to be tried again.
+    sigc::signal<void(const QueueItem&, Outcome)>& settled() { return settled_; }
     sigc::signal<void()>& ended() { return ended_; }                        // a batch is over, however
     // Why start() did not begin, or what of the operator's batch was cut short.
     sigc::signal<void(const std::string&)>& refused() { return refused_; }
@@ -85,6 +90,7 @@ private:
     bool lastItem() const { return gWriteIndex >= gWriteCount - 1; }
     void step(Routine routine, std::string_view extra);
     void sendCurrent();
+    void settleFailed();
     void plainSendStep();
     void accepted();
     void reportEnd(bool silent, bool restore, const std::string& errors);
@@ -108,6 +114,7 @@ private:
     bool feeding_ = false;
     bool operators_ = false;  // begun by start(), not by the session
     unsigned batch_ = 0;      // counts the batches
+    sigc::signal<void(const QueueItem&, Outcome)> settled_;
     sigc::signal<void()> ended_;
     sigc::signal<void(const std::string&)> refused_;
 };

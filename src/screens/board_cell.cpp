@@ -9,6 +9,7 @@
 #include <QPainter>
 #include <QToolTip>
 #include <algorithm>
+#include <cmath>
 
 #include "screens/board_frame.h"
 #include "screens/field_binding.h"
@@ -31,7 +32,7 @@ QString withoutColon(QString caption) {
 
 // How many characters of the text make up its first line; all of them when it can't be broken.
 qsizetype firstLine(const QString& text, const QFontMetricsF& metrics, double width) {
-    for (const auto room : {width, width / TextPiece::smallestFit}) {
+    for (const auto room : {width, width / smallestFit}) {
         for (auto cut = text.size(); cut > 0; --cut) {
             const bool breaks = cut == text.size() || text[cut] == ' ' || text[cut - 1] == '-';
             if (breaks && metrics.horizontalAdvance(text.left(cut)) <= room) return cut;
@@ -88,8 +89,6 @@ BoardCell::BoardCell(Console& console, int index, BoardFrame& frame, QWidget* pa
     setFocusPolicy(Qt::ClickFocus);
     const int part = frame.add([this] { repaintLater(); });
     cell_.forEachField([&](Field& field) { listen(this, field.changed(), [&frame, part] { frame.mark(part); }); });
-    noteState();
-    listen(this, cell_.shpSim.changed(), [this] { noteState(); });
 }
 
 QString BoardCell::text(const LabelField& field) {
@@ -98,6 +97,11 @@ QString BoardCell::text(const LabelField& field) {
 
 QString BoardCell::text(const PictureField& field) {
     return shown(field.picture());
+}
+
+// Nothing of a field that is hidden.
+QString BoardCell::seen(const LabelField& field) {
+    return field.visible() ? text(field) : QString();
 }
 
 QString BoardCell::cmdResetLimit() const {
@@ -116,19 +120,17 @@ void BoardCell::hardwareChanged() {
     repaintLater();
 }
 
-// The colour alone tells the state only against the colours of its time: those may be edited while the cell stands.
-void BoardCell::noteState() {
-    const auto& values = console_.board.colours().values;
-    const auto* found = std::find(values.begin(), values.end(), cell_.shpSim.colour());
-    if (found != values.end()) state_ = static_cast<BoardColours::Which>(found - values.begin());
+QString BoardCell::meaning() const {
+    return tr(BoardColours::entries[cell_.state].meaning);
 }
 
 bool BoardCell::absent() const {
     const auto [mcu, module] = portAtPosition(cell_.index);
     const auto& kind = console_.tables.port(mcu, module).Kind;
-    return (kind.empty() || kind == "ERR") && state_ == BoardColours::PORT_NOT_ACTIVE && cell_.lblMsg.text().empty() &&
-           cell_.LblSIM_num.text().empty() && cell_.imgStatusSim.picture().empty() &&
-           cell_.imgStatusNet.picture().empty();
+    const bool silent = cell_.state == BoardColours::PORT_NOT_ACTIVE && cell_.lblMsg.text().empty() &&
+                        cell_.LblSIM_num.text().empty() && cell_.imgStatusSim.picture().empty() &&
+                        cell_.imgStatusNet.picture().empty();
+    return silent && (kind.empty() || kind == "ERR");
 }
 
 QStringList BoardCell::stateLines() const {
@@ -139,6 +141,7 @@ QStringList BoardCell::stateLines() const {
         if (!line.simplified().isEmpty()) lines << line.simplified();
     };
     const auto addLamp = [&add](const PictureField& lamp) {
+        if (!lamp.visible()) return;
         add(shown(lamp.tip()) + (lamp.picture().empty() ? QString() : " (" + lampOf(lamp.picture()).word + ")"));
     };
     add(lblBCH());
@@ -149,11 +152,11 @@ QStringList BoardCell::stateLines() const {
                  : kind == "ERR" ? tr("no module")
                                  : kind));
     add(chkSTPEnable() ? tr("Enabled") : tr("Disabled"));
-    add(tr("State: %1").arg(tr(BoardColours::entries[state_].meaning)));
+    add(tr("State: %1").arg(meaning()));
     if (!lblMsg().isEmpty()) add(tr("Last event: %1").arg(lblMsg()));
     if (!lblMsgNumber().isEmpty()) add(tr("Number: %1").arg(lblMsgNumber()));
     if (!imgStatus().isEmpty()) add(tr("Call connected"));
-    add(LblSIM_num());
+    add(seen(cell_.LblSIM_num));
     addLamp(cell_.imgStatusSim);
     addLamp(cell_.imgStatusNet);
     addLamp(cell_.imgStatusLock);
@@ -163,7 +166,7 @@ QStringList BoardCell::stateLines() const {
     add(lblNetBCCH());
     if (imgAntenna().startsWith("imgAnt_")) add(tr("Signal: %1 of 4 bars").arg(imgAntenna().back()));
     add(lblStrengthDB());
-    add(lblLimit());
+    add(seen(cell_.lblLimit));
     if (!imgSMS().isEmpty()) add(cell_.imgSMS.tip().empty() ? tr("New SMS message") : shown(cell_.imgSMS.tip()));
     return lines;
 }
@@ -174,8 +177,9 @@ void BoardCell::layOut() {
     for (auto& piece : texts_) piece.clear();
     for (auto& piece : icons_) piece.clear();
     const Sizes sizes{std::min(width() / designWidth, height() / designHeight), width(), height()};
+    faint_ = absent();
     layOutHeading(sizes);
-    if (absent()) {
+    if (faint_) {
         const auto [mcu, module] = portAtPosition(cell_.index);
         const bool told = !console_.tables.port(mcu, module).Kind.empty();
         texts_[Message].set(told ? tr("No module") : tr("Not reported"), sizes.font(12),
@@ -194,47 +198,51 @@ void BoardCell::layOutHeading(const Sizes& sizes) {
     const QRectF line(sizes.inset(), 1, width() - 2 * sizes.inset(), height() * 0.15);
     const auto box = sizes.iconIn(line, 13);
     const bool enabled = chkSTPEnable();
-    const bool faint = absent();
-    icons_[Enable].set(enabled ? "check_on" : "check_off", faint || enabled ? roles.muted : roles.danger, box,
+    icons_[Enable].set(enabled ? "check_on" : "check_off", faint_ || enabled ? roles.muted : roles.danger, box,
                        pixelRatio_);
     const auto colour = cell_.lblBCH.colour();
-    const auto ink = faint                   ? roles.muted
+    const auto ink = faint_                  ? roles.muted
                      : colour == colourBlack ? roles.text
                                              : readableOn(roles.surface, screenColour(colour));
     texts_[Heading].set(lblBCH(), sizes.font(11, cell_.lblBCH.bold()),
                         line.adjusted(box.width() + sizes.length(4), 0, 0, 0), ink);
 }
 
+// The event in words, then the number of the call. Words that are too long go on in a second line, and with a number
+// under them the three lines share the band.
 void BoardCell::layOutBand(const Sizes& sizes) {
     band_ = QRect(1, qRound(height() * 0.16), width() - 2, qRound(height() * 0.32));
-    const auto ink = inkOn(shpSim());
-    const auto inset = sizes.inset();
-    const auto upper = QRectF(band_).adjusted(inset - 1, sizes.length(3), 1 - inset, -band_.height() / 2.0);
-    const auto lower = QRectF(band_).adjusted(inset - 1, band_.height() / 2.0, 1 - inset, -sizes.length(3));
-    const auto mark = sizes.iconIn(upper, 17);
-    icons_[State].set(stateIcons[state_], ink, mark, pixelRatio_);
-    const auto words = upper.adjusted(mark.width() + sizes.length(4), 0, 0, 0);
-    auto number = lower;
-    if (!imgStatus().isEmpty()) {
-        icons_[Call].set(imgStatus(), ink, sizes.iconIn(lower, 17), pixelRatio_);
-        number = number.adjusted(mark.width() + sizes.length(4), 0, 0, 0);
-    }
+    bandColour_ = shpSim();
+    const auto ink = inkOn(bandColour_);
+    const auto inset = sizes.inset() - 1;
+    const QRectF inside = QRectF(band_).adjusted(inset, sizes.length(3), -inset, -sizes.length(3));
     // Before the first event the band says what its colour means.
     const bool heard = !lblMsg().isEmpty();
-    const auto message = heard ? lblMsg().simplified() : tr(BoardColours::entries[state_].meaning);
-    const auto& font = sizes.font(12, heard);
-    // Without a number under it, what does not fit goes on in the second line.
-    const auto cut = lblMsgNumber().isEmpty() ? firstLine(message, QFontMetricsF(font), words.width()) : message.size();
-    texts_[Message].set(message.left(cut), font, words, ink);
-    if (lblMsgNumber().isEmpty())
-        texts_[SecondLine].set(message.mid(cut), font, number, ink);
-    else
-        texts_[SecondLine].set(lblMsgNumber(), sizes.font(14), number, ink);
+    const auto message = heard ? lblMsg().simplified() : meaning();
+    const bool numbered = !lblMsgNumber().isEmpty();
+    const auto markWidth = sizes.length(17 + 4);
+    const auto cut = firstLine(message, QFontMetricsF(sizes.font(12, heard)), inside.width() - markWidth);
+    const int lines = cut < message.size() && numbered ? 3 : 2;
+    const auto line = [&](int number) {
+        const double each = inside.height() / lines;
+        return QRectF(inside.left(), inside.top() + each * number, inside.width(), each);
+    };
+    const auto beside = [&](const QRectF& whole) { return whole.adjusted(markWidth, 0, 0, 0); };
+    icons_[State].set(stateIcons[cell_.state], ink, sizes.iconIn(line(0), 17), pixelRatio_);
+    const bool inCall = !imgStatus().isEmpty();
+    if (inCall) icons_[Call].set(imgStatus(), ink, sizes.iconIn(line(lines - 1), 17), pixelRatio_);
+
+    const auto& font = fittingFont(sizes.font(lines == 3 ? 11 : 12, heard), message.left(cut), beside(line(0)).width());
+    texts_[Message].set(message.left(cut), font, beside(line(0)), ink);
+    texts_[SecondLine].set(message.mid(cut).trimmed(), font, beside(line(1)), ink);
+    texts_[Number].set(lblMsgNumber(), sizes.font(lines == 3 ? 12 : 14),
+                       inCall || lines == 3 ? beside(line(lines - 1)) : line(1), ink);
 }
 
 void BoardCell::layOutLamps(const Sizes& sizes) {
     const auto& roles = colours();
     const auto addLamp = [&](Icon icon, const PictureField& field, const QRectF& line) {
+        if (!field.visible()) return line;
         const auto lamp = lampOf(field.picture());
         const auto box = sizes.iconIn(line, 15);
         icons_[icon].set(lamp.icon, roles.*lamp.role, box, pixelRatio_);
@@ -242,8 +250,8 @@ void BoardCell::layOutLamps(const Sizes& sizes) {
     };
     const auto sim = addLamp(SimLamp, cell_.imgStatusSim, sizes.line(0, 0, 0.58));
     const auto& font = sizes.font(12);
-    if (LblSIM_num().isEmpty())
-        texts_[Sim].set(withoutColon(lblSimLed()), font, sim, roles.muted);
+    if (seen(cell_.LblSIM_num).isEmpty())
+        texts_[Sim].set(withoutColon(seen(cell_.lblSimLed)), font, sim, roles.muted);
     else
         texts_[Sim].set(LblSIM_num(), font, sim, roles.text);
 
@@ -254,18 +262,21 @@ void BoardCell::layOutLamps(const Sizes& sizes) {
         texts_[Home].set(lblRM_HM(), sizes.font(12, true), net, lblRM_HM() == "Rm" ? roles.warning : roles.text);
 }
 
+// Network and BCCH share a line; where it is too short for both, both give way.
 void BoardCell::layOutNetwork(const Sizes& sizes) {
     const auto& roles = colours();
     auto line = sizes.line(1);
-    const auto& font = sizes.font(12);
+    const bool known = !lblNetworkID().isEmpty();
+    const auto network = known ? lblNetworkID() : withoutColon(lblNetwork());
     const auto bcch = lblNetBCCH();
-    const auto bcchWidth = std::min(QFontMetricsF(font).horizontalAdvance(bcch), line.width() * 0.62);
+    const auto gap = bcch.isEmpty() ? 0 : sizes.length(4);
+    const auto pixels = fittingFont(sizes.font(12), network + bcch, line.width() - gap).pixelSize();
+    const auto& font = boardFont(pixels, cell_.lblNetBCCH.bold());
+    const auto bcchWidth = std::ceil(QFontMetricsF(font).horizontalAdvance(bcch));
     texts_[Bcch].set(bcch, font, line.adjusted(line.width() - bcchWidth, 0, 0, 0), roles.text, Qt::AlignRight);
-    if (!bcch.isEmpty()) line.adjust(0, 0, -bcchWidth - sizes.length(4), 0);
-    if (lblNetworkID().isEmpty())
-        texts_[NetworkId].set(withoutColon(lblNetwork()), font, line, roles.muted);
-    else
-        texts_[NetworkId].set(lblNetworkID(), sizes.font(12, cell_.lblNetworkID.bold()), line, roles.text);
+    line.adjust(0, 0, -bcchWidth - gap, 0);
+    texts_[NetworkId].set(network, boardFont(pixels, known && cell_.lblNetworkID.bold()), line,
+                          known ? roles.text : roles.muted);
 }
 
 void BoardCell::layOutCounter(const Sizes& sizes) {
@@ -290,20 +301,19 @@ void BoardCell::layOutCounter(const Sizes& sizes) {
     };
     mark(Sms, imgSMS(), roles.accent);
     if (!imgStatusLock().isEmpty()) mark(Lock, "net_lock", roles.*lampOf(cell_.imgStatusLock.picture()).role);
-    texts_[Count].set(lblLimit(), sizes.font(12), sizes.line(3), roles.text);
+    texts_[Count].set(seen(cell_.lblLimit), sizes.font(12), sizes.line(3), roles.text);
 }
 
 void BoardCell::paintEvent(QPaintEvent*) {
     if (stale_ || pixelRatio_ != devicePixelRatioF()) layOut();
     const auto& roles = colours();
-    const bool faint = absent();
     QPainter painter(this);
     painter.fillRect(rect(), hasFocus() ? roles.accent : roles.border);
     const int edge = hasFocus() ? 2 : 1;
-    painter.fillRect(rect().adjusted(edge, edge, -edge, -edge), faint ? roles.window : roles.surface);
+    painter.fillRect(rect().adjusted(edge, edge, -edge, -edge), faint_ ? roles.window : roles.surface);
     for (const auto& corner : {rect().topLeft(), rect().topRight(), rect().bottomLeft(), rect().bottomRight()})
         painter.fillRect(QRect(corner, QSize(1, 1)), roles.window);
-    if (!faint) painter.fillRect(band_.adjusted(edge - 1, 0, 1 - edge, 0), shpSim());
+    if (!faint_) painter.fillRect(band_.adjusted(edge - 1, 0, 1 - edge, 0), bandColour_);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     for (const auto& piece : icons_) piece.paint(painter);
     for (const auto& piece : texts_) piece.paint(painter);

@@ -4,7 +4,6 @@
 #include <QWidget>
 #include <array>
 
-#include "monitor/board_colours.h"
 #include "monitor/port_cell.h"
 #include "screens/board_paint.h"
 
@@ -72,12 +71,13 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
-    enum Text { Heading, Message, SecondLine, Sim, Net, Home, NetworkId, Bcch, Decibel, Count, Texts };
+    enum Text { Heading, Message, SecondLine, Number, Sim, Net, Home, NetworkId, Bcch, Decibel, Count, Texts };
     enum Icon { Enable, State, Call, SimLamp, NetLamp, Lock, Antenna, Sms, Icons };
     struct Sizes;
 
     static QString text(const LabelField& field);
     static QString text(const PictureField& field);
+    static QString seen(const LabelField& field);
     QString lblBCH() const { return text(cell_.lblBCH); }
     bool chkSTPEnable() const { return cell_.chkSTPEnable.checked(); }
     QColor shpSim() const { return screenColour(cell_.shpSim.colour()); }
@@ -101,8 +101,8 @@ private:
     QString lblNetwork() const { return text(cell_.lblNetwork); }
     QString cmdResetLimit() const;
 
+    QString meaning() const;  // of the state
     void repaintLater();
-    void noteState();
     void layOut();
     void layOutHeading(const Sizes& sizes);
     void layOutBand(const Sizes& sizes);
@@ -112,10 +112,12 @@ private:
 
     Console& console_;
     PortCell& cell_;
-    BoardColours::Which state_ = BoardColours::PORT_NOT_ACTIVE;  // what shpSim's colour stood for when it was set
-    bool stale_ = true;                                          // the pieces below are not those of the model any more
+    // What follows is not as the model is any more. Until the frame ends it is painted as it was.
+    bool stale_ = true;
     double pixelRatio_ = 0;
+    bool faint_ = true;
     QRect band_;
+    QColor bandColour_;
     std::array<TextPiece, Texts> texts_;
     std::array<IconPiece, Icons> icons_;
 };

@@ -85,12 +85,13 @@ void BoardChannelRow::layOut() {
     const auto& font = boardFont(length(12));
     // On a dark ground the colour fills the number's field only, so that thirty rows do not outshine the room.
     chip_ = QRect(0, 0, length(46), height());
-    ground_ = roles.dark ? mixed(colour(), roles.surface, tint) : colour();
+    chipColour_ = colour();
+    ground_ = roles.dark ? mixed(chipColour_, roles.surface, tint) : chipColour_;
     const auto side = length(15);
     const auto icon = [&](int left) { return QRectF(left, qRound((height() - side) / 2.0), side, side); };
     const bool inCall = row_.lblSTBBch.colour() == bchInCall;
     const bool barred = row_.lblSTBBch.colour() == bchDisabled;
-    const auto chipInk = inkOn(colour());
+    const auto chipInk = inkOn(chipColour_);
     const auto ink = inkOn(ground_);
     state_.set(inCall ? "imgConnected" : barred ? "state_off" : "", chipInk, icon(length(4)), pixelRatio_);
     number_.set(lblSTBBch(), font, QRectF(length(22), 0, chip_.width() - length(27), height()), chipInk,
@@ -105,7 +106,7 @@ void BoardChannelRow::paintEvent(QPaintEvent*) {
     if (stale_ || pixelRatio_ != devicePixelRatioF()) layOut();
     QPainter painter(this);
     painter.fillRect(rect(), ground_);
-    painter.fillRect(chip_, colour());
+    painter.fillRect(chip_, chipColour_);
     painter.fillRect(0, height() - 1, width(), 1, colours().border);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     for (const auto* piece : {&state_, &enable_}) piece->paint(painter);

@@ -44,6 +44,7 @@ private:
     double pixelRatio_ = 0;
     QColor ground_;
     QRect chip_;
+    QColor chipColour_;
     TextPiece number_;
     TextPiece cause_;
     IconPiece state_;

@@ -2,10 +2,10 @@
 
 #include <QCoreApplication>
 #include <QFontMetricsF>
-#include <QHash>
 #include <QPainter>
 #include <QPixmapCache>
 #include <algorithm>
+#include <map>
 
 #include "screens/icons.h"
 
@@ -59,7 +59,7 @@ QColor mixed(const QColor& first, const QColor& second, double share) {
 }
 
 const QFont& boardFont(int pixels, bool bold) {
-    static QHash<std::pair<int, bool>, QFont> fonts;
+    static std::map<std::pair<int, bool>, QFont> fonts;  // its elements stay where they are
     auto& font = fonts[{std::max(smallestPixels, pixels), bold}];
     if (font.pixelSize() > 0) return font;
     static const QString family = figureFont().family();
@@ -67,6 +67,12 @@ const QFont& boardFont(int pixels, bool bold) {
     font.setPixelSize(std::max(smallestPixels, pixels));
     font.setBold(bold);
     return font;
+}
+
+const QFont& fittingFont(const QFont& font, const QString& text, double width) {
+    const auto wide = QFontMetricsF(font).horizontalAdvance(text);
+    const auto share = wide > width ? std::max(smallestFit, width / wide) : 1.0;
+    return boardFont(static_cast<int>(font.pixelSize() * share), font.bold());
 }
 
 Lamp lampOf(const std::string& picture) {
@@ -89,15 +95,8 @@ void TextPiece::set(const QString& text, const QFont& font, const QRectF& box, c
 
 void TextPiece::fit() {
     const auto line = text_.simplified();
-    font_ = wanted_;
-    const auto wide = QFontMetricsF(font_).horizontalAdvance(line);
-    auto shown = line;
-    if (wide > box_.width()) {
-        const auto shrunk = font_.pixelSize() * std::max(smallestFit, box_.width() / wide);
-        font_ = boardFont(static_cast<int>(shrunk), font_.bold());
-        shown = QFontMetricsF(font_).elidedText(line, Qt::ElideRight, box_.width());
-    }
-    drawn_ = QStaticText(shown);
+    font_ = fittingFont(wanted_, line, box_.width());
+    drawn_ = QStaticText(QFontMetricsF(font_).elidedText(line, Qt::ElideRight, box_.width()));
     drawn_.setTextFormat(Qt::PlainText);
     drawn_.setPerformanceHint(QStaticText::AggressiveCaching);
     drawn_.prepare({}, font_);

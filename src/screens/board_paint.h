@@ -27,6 +27,11 @@ QColor mixed(const QColor& first, const QColor& second, double share);
 // The font of the painted parts; each size is made once.
 const QFont& boardFont(int pixels, bool bold = false);
 
+// A text that is too wide shrinks to this before it is cut.
+inline constexpr double smallestFit = 0.8;
+// The font, made smaller as far as that is allowed and needed for the text to fit.
+const QFont& fittingFont(const QFont& font, const QString& text, double width);
+
 // A lamp of the model ("", "imgLedRed", "imgLedYellow", "imgLedGreen").
 struct Lamp {
     QString icon;
@@ -38,8 +43,6 @@ Lamp lampOf(const std::string& picture);
 // One line of text in a box: made a little smaller, then elided, when the box is too narrow.
 class TextPiece {
 public:
-    static constexpr double smallestFit = 0.8;  // a text shrinks to this before it is cut
-
     void set(const QString& text, const QFont& font, const QRectF& box, const QColor& colour,
              Qt::Alignment alignment = Qt::AlignLeft);
     void clear() { text_.clear(); }

@@ -7,13 +7,13 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "screens/board_bar.h"
 #include "screens/board_cell.h"
 #include "screens/board_channels.h"
 #include "screens/board_header.h"
 #include "screens/colours_screen.h"
 #include "screens/field_binding.h"
 #include "screens/labels.h"
+#include "screens/read_bar.h"
 #include "screens/theme.h"
 #include "shell/console.h"
 
@@ -48,7 +48,12 @@ BoardScreen::BoardScreen(Console& console) : console_(console), frame_(console.p
     layout->setSpacing(grid);
     layout->addWidget(new BoardHeader(console, frame_));
     layout->addLayout(parts, 1);
-    new BoardBar(console.refreshes, frame_, this);
+    const auto inFrames = [this](QObject* owner, Field& bar, std::function<void()> refresh) {
+        frame_.follow(owner, {&bar}, std::move(refresh));
+    };
+    new ReadBar(console.refreshes.ucCoolProgressBar,
+                {"cmdCancelRefresh", tr("Cancel refreshing"), [&console] { console.refreshes.abandon(); }}, inFrames,
+                this);
 
     const auto hardwareChanged = [this] {
         for (auto* cell : cells_) cell->hardwareChanged();

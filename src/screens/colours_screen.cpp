@@ -42,7 +42,6 @@ ColoursScreen::ColoursScreen(frmSimStatus& board, QWidget* parent)
     layout->setContentsMargins(2 * grid, 2 * grid, 2 * grid, 2 * grid);
     layout->setSpacing(grid);
     for (auto& field : model_.lblColor) layout->addWidget(swatch(field));
-    layout->addWidget(roleLabel(tr("A cell takes a new colour at its next event."), "small"));
     layout->addSpacing(grid);
 
     auto* buttons = new QDialogButtonBox;

@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
+#include <QToolButton>
 
 #include "screens/icons.h"
 #include "screens/labels.h"
@@ -142,6 +143,14 @@ void bind(CheckField& field, QCheckBox* box, QChar mnemonic) {
     box->setAccessibleName(caption);
     follow(box, field, [&field, box] { box->setChecked(field.checked()); });
     QObject::connect(box, &QCheckBox::toggled, box, [&field](bool checked) { field.setChecked(checked); });
+}
+
+void bind(CheckField& field, QToolButton* button) {
+    bindCommon(field, button, nullptr);
+    button->setText(shown(field.caption()));
+    button->setFocusPolicy(Qt::StrongFocus);
+    follow(button, field, [&field, button] { button->setChecked(field.checked()); });
+    QObject::connect(button, &QToolButton::toggled, button, [&field](bool checked) { field.setChecked(checked); });
 }
 
 void bind(LabelField& field, QLabel* label, const QString& accessibleName) {

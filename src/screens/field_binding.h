@@ -14,6 +14,7 @@ class QCheckBox;
 class QComboBox;
 class QLabel;
 class QLineEdit;
+class QToolButton;
 class QWidget;
 
 namespace trunvex {
@@ -49,6 +50,8 @@ void bind(HistoryField& field, QComboBox* combo, QLabel* caption);
 void bind(ChoiceField& field, QComboBox* combo, QLabel* caption);
 // The mnemonic is the letter of the caption to be underlined.
 void bind(CheckField& field, QCheckBox* box, QChar mnemonic = {});
+// A button that stays down while the field is checked.
+void bind(CheckField& field, QToolButton* button);
 void bind(LabelField& field, QLabel* label, const QString& accessibleName = {});
 void bind(PictureField& field, IconLabel* label, const QString& accessibleName);
 void bind(ActionField& field, QAction* action);

@@ -1,3 +1,4 @@
+#include "screens/isdn_page_screen.h"
 #include "screens/main_window_screen.h"
 
 #include <QCloseEvent>
@@ -37,7 +38,6 @@ struct EmptyPage {
 };
 
 constexpr EmptyPage emptyPages[] = {
-    {"isdn", "page_isdn", "ISDN", "The settings of the gateway's ISDN side, to be read and written here."},
     {"stc", "frmStatics", "Statistics", "Calls, minutes and answer rates of every SIM, to be read here."},
     {"call", "page_call", "Call records",
      "The calls the gateway has carried, to be listed and searched here."},
@@ -91,6 +91,7 @@ void MainWindowScreen::buildPages() {
     addPage("main", buildMain());
     addPage("groups", new GroupsScreen(console_));
     addPage("tsl", buildRouting());
+    addPage("isdn", new IsdnPageScreen(console_));
     addPage("system", new SystemPageScreen(console_));
     for (const auto& page : emptyPages)
         addPage(page.key, new PlaceholderPage(page.name, tr(page.title), page.key, tr(page.purpose)));

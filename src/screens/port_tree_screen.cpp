@@ -1,16 +1,18 @@
 #include "screens/port_tree_screen.h"
 
 #include <QComboBox>
-#include <QFormLayout>
 #include <QGroupBox>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QStackedWidget>
+#include <QVBoxLayout>
 
 #include "config/node_key.h"
 #include "screens/field_binding.h"
 #include "screens/labels.h"
+#include "screens/port_panel.h"
 #include "screens/select_group_screen.h"
+#include "screens/sim_panel.h"
 #include "screens/theme.h"
 #include "screens/tree_view.h"
 #include "shell/console.h"
@@ -20,13 +22,19 @@ namespace trunvex {
 namespace {
 
 constexpr int sideWidth = 320;
-constexpr int captionWidth = 96;
-
-enum Fact { Address, Module, Group, Event, Number, Sim, Network, Signal, Counter, factCount };
+constexpr int treeWidth = 340;
+constexpr int factColumns = 5;
 
 QPushButton* button(ActionField& action) {
     auto* made = new QPushButton;
     bind(action, made);
+    return made;
+}
+
+// In a narrow column a button's own margins would take its word's room.
+QPushButton* smallButton(ActionField& action) {
+    auto* made = button(action);
+    made->setProperty("role", "small");
     return made;
 }
 
@@ -50,90 +58,136 @@ QString groupOf(Console& console, const std::string& portKey) {
 }  // namespace
 
 PortTreeScreen::PortTreeScreen(Console& console, QWidget* parent)
-    : PageFrame("page_ports", tr("Ports"), parent), console_(console) {
+    : PageFrame("page_ports", tr("Ports"), parent), console_(console), frame_(console.platform) {
     auto& tree = console.portTree;
     auto* columns = new QHBoxLayout;
     columns->setSpacing(2 * grid);
-    auto* left = new QVBoxLayout;
-    auto* tools = treeTools(tree, 0);
-    auto* goTo = new QComboBox;
-    auto* caption = captionLabel(tr("&Go to"));
-    bind(tree.cmbGRPSelectPort, goTo, caption);
-    tools->insertWidget(2, caption);
-    tools->insertWidget(3, goTo);
-    tools->addWidget(button(tree.cmdExpand));
-    tools->addWidget(button(tree.cmdCollapse));
-    tools->addWidget(button(tree.cmdRefreshTree));
-    left->addLayout(tools);
-    auto* ports = new TreeView(tree.tvGroups[0], tr("Ports and SIMs"));
-    ports->setDragEnabled(false);  // groups are edited on their own page
-    left->addWidget(ports, 1);
-    columns->addLayout(left, 1);
-    columns->addWidget(buildFacts());
+    columns->addWidget(buildTree());
+    columns->addLayout(buildSelected(), 1);
     content()->addLayout(columns, 1);
 
     follow(this, tree.tvGroups[0], [this] { showFacts(); });
+    followCells();
+}
+
+// The gateway may report far more often than a label can be styled and laid out anew.
+void PortTreeScreen::followCells() {
+    const int part = frame_.add([this] { showFacts(); });
     for (int index = 1; index <= frmSimStatus::portCount; ++index)
-        console.board.cell(index).forEachField([&](Field& field) {
-            listen(this, field.changed(), [this, index] {
-                if (!isVisible()) return;
-                const auto& key = console_.portTree.tvGroups[0].selected();
-                const bool ofPort = node_key::isPort(key) || node_key::isSim(key);
-                if (ofPort && portNumber(node_key::mcu(key), node_key::module(key)) == index) showFacts();
+        console_.board.cell(index).forEachField([&](Field& field) {
+            listen(this, field.changed(), [this, index, part] {
+                if (index == selectedPort_) frame_.mark(part);
             });
         });
 }
 
-// Changes are not followed while the page is hidden.
 void PortTreeScreen::showEvent(QShowEvent* event) {
+    frame_.setAwake(true);
     PageFrame::showEvent(event);
-    showFacts();
 }
 
-QGroupBox* PortTreeScreen::buildFacts() {
-    auto* group = new QGroupBox(tr("Selected"));
-    group->setFixedWidth(sideWidth);
-    auto* form = new QFormLayout(group);
-    form->setHorizontalSpacing(2 * grid);
-    form->setVerticalSpacing(grid);
-    heading_ = roleLabel({}, "strong");
-    heading_->setObjectName("lblSelectedNode");
-    form->addRow(heading_);
+void PortTreeScreen::hideEvent(QHideEvent* event) {
+    frame_.setAwake(false);
+    PageFrame::hideEvent(event);
+}
+
+QWidget* PortTreeScreen::buildTree() {
+    auto& tree = console_.portTree;
+    auto* side = new QWidget;
+    side->setFixedWidth(treeWidth);
+    auto* rows = new QVBoxLayout(side);
+    rows->setContentsMargins(0, 0, 0, 0);
+    auto* tools = new QHBoxLayout;
+    tools->setSpacing(grid / 2);
+    auto* goTo = new QComboBox;
+    auto* caption = captionLabel(tr("&Go to"));
+    bind(tree.cmbGRPSelectPort, goTo, caption);
+    tools->addWidget(caption);
+    tools->addWidget(goTo);
+    tools->addStretch(1);
+    for (auto* action : {&tree.cmdExpand, &tree.cmdCollapse}) tools->addWidget(smallButton(*action));
+    rows->addLayout(tools);
+    auto* ports = new TreeView(tree.tvGroups[0], tr("Ports and SIMs"));
+    ports->setDragEnabled(false);  // groups are edited on their own page
+    rows->addWidget(ports, 1);
+    auto* marks = new QHBoxLayout;
+    marks->setSpacing(grid / 2);
+    for (auto* action : {&tree.ucLinkSelectPorts[0], &tree.ucLinkSelectPorts[1], &tree.cmdRefreshTree})
+        marks->addWidget(smallButton(*action));
+    marks->addStretch(1);
+    rows->addLayout(marks);
+    return side;
+}
+
+// What goes on at the port at this moment, and its settings under it.
+QLayout* PortTreeScreen::buildSelected() {
+    auto* rows = new QVBoxLayout;
+    rows->setSpacing(grid);
+    factsCard_ = buildFacts();
+    rows->addWidget(factsCard_);
+    auto& page = console_.pages.main;
+    auto* panels = new QStackedWidget;
+    panels->setObjectName("settingsPanels");
+    auto* none = roleLabel({}, "muted");
+    none->setAlignment(Qt::AlignCenter);
+    bind(page.lblSelectHint, none);
+    panels->addWidget(none);
+    panels->addWidget(new PortPanel(console_));
+    panels->addWidget(new SimPanel(console_));
+    const auto choose = [panels, &page] { panels->setCurrentIndex(static_cast<int>(page.panel())); };
+    choose();
+    listen(this, page.panelChanged(), choose);
+    rows->addWidget(panels, 1);
+    return rows;
+}
+
+QFrame* PortTreeScreen::buildFacts() {
+    auto* card = new QFrame;
+    card->setProperty("role", "card");
+    auto* form = new QGridLayout(card);
+    form->setHorizontalSpacing(grid);
+    form->setVerticalSpacing(grid / 4);
     const QString captions[factCount] = {tr("Address"), tr("Module"),  tr("Group"),  tr("Last event"), tr("Number"),
                                          tr("SIM"),     tr("Network"), tr("Signal"), tr("Talk time")};
-    for (const auto& text : captions) {
-        auto* value = new ElidedLabel;
-        value->setAccessibleName(text);
-        auto* caption = roleLabel(text, "muted");
-        caption->setMinimumWidth(captionWidth);
-        form->addRow(caption, value);
-        facts_.append(value);
+    for (std::size_t fact = 0; fact < factCount; ++fact) {
+        facts_[fact] = new ElidedLabel;
+        facts_[fact]->setAccessibleName(captions[fact]);
+        const int row = static_cast<int>(fact) / factColumns;
+        const int column = static_cast<int>(fact) % factColumns * 2;
+        form->addWidget(roleLabel(captions[fact], "muted"), row, column);
+        form->addWidget(facts_[fact], row, column + 1);
+        form->setColumnStretch(column + 1, 1);
     }
-    return group;
+    return card;
 }
-
-void PortTreeScreen::showFact(int row, const QString& text) { showValue(facts_[row], text); }
 
 void PortTreeScreen::showFacts() {
     const auto& view = console_.portTree.tvGroups[0];
     const auto* node = view.find(view.selected());
-    heading_->setText(node ? shown(node->text) : tr("Nothing selected"));
-    for (auto* fact : facts_) showValue(fact, {});
-    if (!node || (!node_key::isPort(node->key) && !node_key::isSim(node->key))) return;
-    const int mcu = node_key::mcu(node->key);
-    const int module = node_key::module(node->key);
-    auto& cell = console_.board.cell(portNumber(mcu, module));
-    const auto portKey = node_key::isPort(node->key) ? node->key : node->parent;
-    const auto type = portKey.substr(0, 3);
-    showFact(Address, tr("MCU %1, module %2").arg(mcu).arg(module));
-    showFact(Module, type == "MOD" ? tr("GSM") : type == "CDM" ? tr("CDMA") : tr("not found"));
-    showFact(Group, groupOf(console_, portKey));
-    showFact(Event, shown(cell.lblMsg.text()));
-    showFact(Number, shown(cell.lblMsgNumber.text()));
-    showFact(Sim, shown(cell.LblSIM_num.text()));
-    showFact(Network, shown(cell.lblNetworkID.text()));
-    showFact(Signal, shown(cell.lblStrengthDB.text()));
-    showFact(Counter, shown(cell.lblLimit.text()).section(':', 1));
+    const bool ofPort = node && (node_key::isPort(node->key) || node_key::isSim(node->key));
+    selectedPort_ = ofPort ? portNumber(node_key::mcu(node->key), node_key::module(node->key)) : 0;
+    factsCard_->setVisible(ofPort);
+    const auto texts = ofPort ? factsOf(node_key::isPort(node->key) ? node->key : node->parent)
+                              : std::array<QString, factCount>();
+    for (std::size_t row = 0; row < factCount; ++row) showValue(facts_[row], texts[row]);
+}
+
+std::array<QString, PortTreeScreen::factCount> PortTreeScreen::factsOf(const std::string& key) const {
+    const int mcu = node_key::mcu(key);
+    const int module = node_key::module(key);
+    const auto& cell = console_.board.cell(portNumber(mcu, module));
+    const auto type = key.substr(0, 3);
+    std::array<QString, factCount> facts;
+    facts[Address] = tr("MCU %1, module %2").arg(mcu).arg(module);
+    facts[Module] = type == "MOD" ? tr("GSM") : type == "CDM" ? tr("CDMA") : tr("not found");
+    facts[Group] = groupOf(console_, key);
+    facts[Event] = shown(cell.lblMsg.text());
+    facts[Number] = shown(cell.lblMsgNumber.text());
+    facts[Sim] = cell.LblSIM_num.visible() ? shown(cell.LblSIM_num.text()) : QString();
+    facts[Network] = shown(cell.lblNetworkID.text());
+    facts[Signal] = shown(cell.lblStrengthDB.text());
+    facts[Counter] = cell.lblLimit.visible() ? shown(cell.lblLimit.text()).section(':', 1) : QString();
+    return facts;
 }
 
 GroupsScreen::GroupsScreen(Console& console, QWidget* parent)

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <array>
+
+#include "screens/board_frame.h"
 #include "screens/page_frame.h"
 
+class QFrame;
 class QGroupBox;
-class QHBoxLayout;
 class QLabel;
 
 namespace trunvex {
@@ -11,7 +14,7 @@ namespace trunvex {
 class Console;
 class TreeView;
 
-// The page "main": all ports and SIMs as a tree, and what is known of the selected one at this moment.
+// The page "main": all ports and SIMs as a tree; of the selected one, what goes on there and its settings.
 class PortTreeScreen : public PageFrame {
     Q_OBJECT
 
@@ -20,15 +23,23 @@ public:
 
 protected:
     void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
 private:
-    QGroupBox* buildFacts();
+    enum Fact { Address, Module, Group, Event, Number, Sim, Network, Signal, Counter, factCount };
+
+    QWidget* buildTree();
+    QLayout* buildSelected();
+    QFrame* buildFacts();
+    void followCells();
     void showFacts();
-    void showFact(int row, const QString& text);
+    std::array<QString, factCount> factsOf(const std::string& key) const;
 
     Console& console_;
-    QLabel* heading_ = nullptr;
-    QList<QLabel*> facts_;
+    BoardFrame frame_;
+    int selectedPort_ = 0;  // board index, 0 for a node that belongs to no port
+    QFrame* factsCard_ = nullptr;  // hidden for a node that is no port's
+    std::array<QLabel*, factCount> facts_{};
 };
 
 // The page "groups": the same tree, to be grouped, saved and loaded.

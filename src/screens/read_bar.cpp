@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <algorithm>
 
 #include "queues/read_queue.h"
@@ -16,25 +17,26 @@ namespace trunvex {
 
 namespace {
 
-constexpr int cardWidth = 384;
+constexpr int cardCharacters = 56;
 
 }  // namespace
 
-ReadBar::ReadBar(ReadQueue& reads, QWidget* parent)
-    : QFrame(parent), reads_(reads), text_(new ElidedLabel), percent_(new QLabel), bar_(new QProgressBar) {
-    setObjectName("prgLoadingCard");
-    setFixedWidth(cardWidth);
+ReadBar::ReadBar(CoolProgressBar& bar, Cancel cancel, const Follow& follow, QWidget* parent)
+    : QFrame(parent), progress_(bar), text_(new ElidedLabel), percent_(new QLabel), bar_(new QProgressBar) {
+    const auto name = shown(bar.name());
+    setObjectName(name + "Card");
+    setProperty("role", "card");
     setFocusPolicy(Qt::ClickFocus);
-    text_->setObjectName("prgLoading_text");
-    percent_->setObjectName("prgLoading_percent");
+    text_->setObjectName(name + "_text");
+    percent_->setObjectName(name + "_percent");
     percent_->setFont(figureFont());
-    bar_->setObjectName(shown(reads.prgLoading.name()));
+    bar_->setObjectName(name);
     bar_->setTextVisible(false);
     bar_->setRange(0, 100);
-    auto* cancel = new QPushButton(tr("Cancel"));
-    cancel->setObjectName("cmdCancelLoading");
-    cancel->setAccessibleName(tr("Cancel loading"));
-    connect(cancel, &QPushButton::clicked, this, [this] { reads_.abandon(); });
+    auto* button = new QPushButton(tr("Cancel"));
+    button->setObjectName(cancel.name);
+    button->setAccessibleName(cancel.spoken);
+    connect(button, &QPushButton::clicked, this, [press = std::move(cancel.press)] { press(); });
 
     auto* layout = new QGridLayout(this);
     layout->setContentsMargins(2 * grid, 2 * grid, 2 * grid, 2 * grid);
@@ -44,28 +46,37 @@ ReadBar::ReadBar(ReadQueue& reads, QWidget* parent)
     layout->addWidget(text_, 0, 0);
     layout->addWidget(percent_, 0, 1, Qt::AlignRight);
     layout->addWidget(bar_, 1, 0, 1, 2);
-    layout->addWidget(cancel, 2, 1);
+    layout->addWidget(button, 2, 1);
 
     parent->installEventFilter(this);
-    follow(this, reads.prgLoading, [this] { refresh(); });
+    follow(this, progress_, [this] { refresh(); });
 }
 
+ReadBar::ReadBar(ReadQueue& reads, QWidget* parent)
+    : ReadBar(reads.prgLoading, {"cmdCancelLoading", tr("Cancel loading"), [&reads] { reads.abandon(); }},
+              [](QObject* owner, Field& bar, std::function<void()> refresh) {
+                  trunvex::follow(owner, bar, std::move(refresh));
+              },
+              parent) {}
+
 void ReadBar::refresh() {
-    const auto& loading = reads_.prgLoading;
-    const auto text = shown(loading.text());
-    const int percent = std::clamp(loading.percent(), 0, 100);
+    // Where the text ends in percents, they stand beside it already, and there they are not cut off.
+    static const QRegularExpression percents("\\s*\\d+%$");
+    const auto text = shown(progress_.text()).remove(percents);
+    const int percent = std::clamp(progress_.percent(), 0, 100);
     text_->setText(text);
     percent_->setText(QString::number(percent) + "%");
     bar_->setValue(percent);
     bar_->setAccessibleName(text);
     setAccessibleName(text);
-    setVisible(loading.visible());
-    if (!loading.visible()) return;
+    setVisible(progress_.visible());
+    if (!progress_.visible()) return;
     centre();
     raise();
 }
 
 void ReadBar::centre() {
+    setFixedWidth(fontMetrics().averageCharWidth() * cardCharacters);
     adjustSize();
     move((parentWidget()->width() - width()) / 2, (parentWidget()->height() - height()) / 2);
 }

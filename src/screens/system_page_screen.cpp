@@ -1,15 +1,13 @@
 #include "screens/system_page_screen.h"
 
-#include <QFormLayout>
 #include <QGridLayout>
 #include <QGroupBox>
-#include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 
 #include "screens/field_binding.h"
 #include "screens/labels.h"
+#include "screens/settings_form.h"
 #include "screens/theme.h"
 #include "shell/console.h"
 
@@ -18,28 +16,9 @@ namespace trunvex {
 namespace {
 
 constexpr int captionWidth = 136;
-constexpr int versionWidth = 280;
 constexpr int buttonWidth = 120;
-
-QLabel* figureLabel() {
-    auto* label = new QLabel;
-    label->setTextFormat(Qt::PlainText);
-    label->setFont(figureFont());
-    return label;
-}
-
-QFormLayout* formOf(QGroupBox* group) {
-    auto* form = new QFormLayout(group);
-    form->setHorizontalSpacing(2 * grid);
-    form->setVerticalSpacing(grid);
-    return form;
-}
-
-QLabel* formCaption(const QString& text) {
-    auto* caption = roleLabel(text, "muted");
-    caption->setMinimumWidth(captionWidth);
-    return caption;
-}
+constexpr int dateWidth = 120;
+constexpr int timeWidth = 72;
 
 }  // namespace
 
@@ -55,68 +34,31 @@ SystemPageScreen::SystemPageScreen(Console& console, QWidget* parent)
     columns->setColumnStretch(1, 3);
     content()->addLayout(columns);
     content()->addStretch(1);
+    auto& page = console.pages.system;
+    content()->addLayout(buttonRow({&page.cmdUndoClock, &page.cmdClkRefresh, &page.cmdSetTime_}, page.form));
 }
 
-QGroupBox* SystemPageScreen::buildClock() {
-    auto& page = console_.systemPage;
-    auto* group = new QGroupBox(tr("Gateway clock"));
-    auto* form = formOf(group);
-
-    // A date and weekday without a time are from a session that is over, and say nothing any more.
-    const auto addRead = [&](const QString& caption, auto& field) {
-        auto* value = figureLabel();
-        value->setObjectName(shown(field.name()));
-        const auto refresh = [&field, &page, value] {
-            showValue(value, page.lblHoure.text().empty() ? QString() : shown(field.text()));
-        };
-        follow(value, field, refresh);
-        follow(value, page.lblHoure, refresh);
-        form->addRow(formCaption(caption), value);
-        value->setAccessibleName(caption);
-    };
-    addRead(tr("Date"), page.dtpDate);
-    addRead(tr("Weekday"), page.cmbDay);
-
-    auto* time = new QWidget;
-    auto* timeRow = new QHBoxLayout(time);
-    timeRow->setContentsMargins(0, 0, 0, 0);
-    timeRow->setSpacing(grid / 4);
-    auto* hour = figureLabel();
-    auto* minute = figureLabel();
-    bindValue(page.lblHoure, hour, tr("Hour"));
-    bindValue(page.lblMinute, minute, tr("Minute"));
-    timeRow->addWidget(hour);
-    timeRow->addWidget(new QLabel(":"));
-    timeRow->addWidget(minute);
-    timeRow->addStretch(1);
-    form->addRow(formCaption(tr("Time of the report")), time);
-
-    auto* running = figureLabel();
-    bindValue(console_.mainWindow.lblTimePanel, running, tr("Running clock"));
-    form->addRow(formCaption(tr("Now")), running);
-    return group;
+QWidget* SystemPageScreen::buildClock() {
+    auto& page = console_.pages.system;
+    auto* form = new SettingsForm(tr("Gateway clock"), captionWidth);
+    form->addValue(tr("Now"), console_.mainWindow.lblTimePanel);
+    form->addValue(tr("Date reported"), page.lblDate);
+    form->add(page.dtpDate, {tr("&Date (dd/mm/yy):"), {}, "dd/mm/yyyy", dateWidth});
+    form->add(page.dtpClock, {tr("&Time (hh : mm) :"), {}, "hh:mm", timeWidth, nullptr, &page.cmdComputerTime});
+    form->add(page.cmbDay, {tr("Day of &week"), {}, {}, dateWidth});
+    form->add(page.cmbDateFormat, {tr("Date &format"), tr("of this console"), {}, dateWidth});
+    return form;
 }
 
-QGroupBox* SystemPageScreen::buildVersion() {
-    auto* group = new QGroupBox(tr("Firmware"));
-    auto* form = formOf(group);
-    auto* caption = formCaption(tr("&Version"));
-    auto* version = new QLineEdit;
-    version->setReadOnly(true);  // a line edit and not a label, so that the text can be copied by keyboard
-    version->setFrame(false);
-    version->setTextMargins(-2, 0, 0, 0);
-    version->setPlaceholderText(QString(QChar(0x2013)));
-    version->setMaximumWidth(versionWidth);
-    bind(console_.systemPage.TxtSystemVer, version, caption);
-    form->addRow(caption, version);
-    auto* update = new ElidedLabel;
-    bindValue(console_.mainWindow.lblUpdateStatus, update, tr("Update"));
-    form->addRow(formCaption(tr("Update")), update);
-    return group;
+QWidget* SystemPageScreen::buildVersion() {
+    auto* form = new SettingsForm(tr("Firmware"), captionWidth);
+    form->addText(tr("Version"), console_.pages.system.TxtSystemVer);
+    form->addValue(tr("Update"), console_.mainWindow.lblUpdateStatus);
+    return form;
 }
 
 QGroupBox* SystemPageScreen::buildConnection() {
-    auto& page = console_.systemPage;
+    auto& page = console_.pages.system;
     auto* group = new QGroupBox(tr("How the gateway connects"));
     auto* form = new QGridLayout(group);
     form->setHorizontalSpacing(2 * grid);

@@ -3,6 +3,7 @@
 #include "screens/page_frame.h"
 
 class QGroupBox;
+class QWidget;
 
 namespace trunvex {
 
@@ -16,8 +17,8 @@ public:
     explicit SystemPageScreen(Console& console, QWidget* parent = nullptr);
 
 private:
-    QGroupBox* buildClock();
-    QGroupBox* buildVersion();
+    QWidget* buildClock();
+    QWidget* buildVersion();
     QGroupBox* buildConnection();
 
     Console& console_;

@@ -106,6 +106,15 @@ QPushButton:disabled { background: @window; border-color: @border; color: @muted
 QPushButton:focus { border: 2px solid @accent; padding: 3px 15px; }
 QPushButton:default:focus { border: 2px solid palette(text); }
 
+QPushButton[role="small"] { padding: 2px 8px; min-width: 0; }
+QToolButton[role="day"] { background: transparent; border: 1px solid @border; border-radius: 4px; color: @muted;
+    padding: 2px 0; }
+QToolButton[role="day"]:checked { background: @accent; border-color: @accent; color: @onAccent; font-weight: 600; }
+QToolButton[role="day"][edited="true"] { border-bottom: 3px solid @warning; }
+QToolButton[role="day"]:focus { border: 2px solid palette(text); }
+QToolButton[role="day"]:disabled { color: @muted; border-color: @border; }
+QToolButton[role="day"]:checked:disabled { background: @border; color: palette(text); }
+
 QStatusBar { background: @surface; border-top: 1px solid @border; }
 QStatusBar::item { border: none; }
 QProgressBar { background: @border; border: none; border-radius: 3px; min-height: 6px; max-height: 6px; }
@@ -120,7 +129,7 @@ QString sheetOf(const ColourRoles& roles, double base) {
         {"@accent", roles.accent.name()},   {"@muted", roles.muted.name()},
         {"@danger", roles.danger.name()},   {"@notice", roles.noticeBack.name()},
         {"@window", roles.window.name()},   {"@button", roles.button.name()},
-        {"@outline", roles.outline.name()}, {"@onAccent", roles.onAccent.name()},
+        {"@outline", roles.outline.name()}, {"@warning", roles.warning.name()}, {"@onAccent", roles.onAccent.name()},
         {"@title", points(titleSize)},      {"@small", points(smallSize)},
     };
     QString text(sheet);

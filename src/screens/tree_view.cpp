@@ -1,7 +1,9 @@
 #include "screens/tree_view.h"
 
+#include <QCoreApplication>
 #include <QDropEvent>
 #include <QHeaderView>
+#include <QMimeData>
 
 #include "config/node_key.h"
 #include "screens/field_binding.h"
@@ -18,6 +20,9 @@ std::string keyOf(const QTreeWidgetItem* item) { return item->data(0, keyRole).t
 
 bool isGroupNode(const std::string& key) { return key.rfind("GRP", 0) == 0; }
 bool takesPorts(const std::string& key) { return isGroupNode(key) || key.rfind("PRT", 0) == 0; }
+
+// Of this program's own nodes: another console's ports are not ours.
+QString nodeFormat() { return QString("application/x-trunvex-node-%1").arg(QCoreApplication::applicationPid()); }
 
 QString moduleWord(const std::string& key) {
     if (!node_key::isPort(key)) return {};
@@ -48,6 +53,7 @@ TreeView::TreeView(TreeField& field, const QString& accessibleName, QWidget* par
     setDragEnabled(true);
     setAcceptDrops(true);
     setDropIndicatorShown(true);
+    setDragDropOverwriteMode(true);  // a port goes to a group, never between two lines
     setDragDropMode(QAbstractItemView::InternalMove);
     setEditTriggers(QAbstractItemView::EditKeyPressed);
     connect(this, &QTreeWidget::itemChanged, this, &TreeView::takeChange);
@@ -66,12 +72,18 @@ TreeView::TreeView(TreeField& field, const QString& accessibleName, QWidget* par
 void TreeView::refresh() {
     if (refreshing_) return;
     refreshing_ = true;
-    if (!sameNodes()) rebuild();
+    const bool same = sameNodes();
+    const auto known = items_.keys();
+    if (!same) rebuild();
     for (const auto& node : field_.nodes()) showNode(items_.value(shown(node.key)), node);
     if (auto* selected = items_.value(shown(field_.selected())); selected && selected != currentItem()) {
         setCurrentItem(selected);
         scrollToItem(selected);
     }
+    // A group that has just been made stands behind all ports until the next rebuild.
+    if (!same && !known.isEmpty())
+        for (const auto& node : field_.nodes())
+            if (isGroupNode(node.key) && !known.contains(shown(node.key))) scrollToItem(items_.value(shown(node.key)));
     refreshing_ = false;
 }
 
@@ -123,8 +135,8 @@ void TreeView::takeChange(QTreeWidgetItem* item, int column) {
     const auto* node = field_.find(key);
     if (!node) return;
     if (item->flags() & Qt::ItemIsUserCheckable) field_.setChecked(key, item->checkState(0) == Qt::Checked);
+    if (item->text(0) == shown(node->text)) return;
     const auto text = item->text(0).trimmed().toStdString();
-    if (text == node->text) return;
     if (!rename || !rename(key, text)) refresh();
 }
 
@@ -132,24 +144,46 @@ void TreeView::editKey(const std::string& key) {
     if (auto* item = items_.value(shown(key))) editItem(item, 0);
 }
 
-QTreeWidgetItem* TreeView::targetAt(const QPoint& position) const {
-    auto* target = itemAt(position);
+// What is dragged goes by its key: the gateway may have the tree built anew before the drop.
+QMimeData* TreeView::mimeData(const QList<QTreeWidgetItem*>& items) const {
+    auto* carried = QTreeWidget::mimeData(items);
+    if (carried && !items.isEmpty()) carried->setData(nodeFormat(), QByteArray::fromStdString(keyOf(items.front())));
+    return carried;
+}
+
+std::pair<std::string, std::string> TreeView::moveBy(const QDropEvent& event) const {
+    const auto* dragged = field_.find(event.mimeData()->data(nodeFormat()).toStdString());
+    if (!movePort || !dragged || !node_key::isPort(dragged->key)) return {};
     // Onto a port of a group is as good as onto its list.
+    const auto* target = itemAt(event.position().toPoint());
     while (target && !takesPorts(keyOf(target))) target = target->parent();
-    return target;
+    if (!target || node_key::ofGroup("PRT", keyOf(target)) == dragged->parent) return {};
+    return {dragged->key, keyOf(target)};
+}
+
+// Every drag of a port may come in; where it can be let go is told while it moves.
+void TreeView::dragEnterEvent(QDragEnterEvent* event) {
+    QTreeWidget::dragEnterEvent(event);
+    event->setAccepted(event->mimeData()->hasFormat(nodeFormat()));
 }
 
 void TreeView::dragMoveEvent(QDragMoveEvent* event) {
-    QTreeWidget::dragMoveEvent(event);
-    event->setAccepted(event->source() == this && targetAt(event->position().toPoint()) != nullptr);
+    QTreeWidget::dragMoveEvent(event);  // scrolls at the edges and marks what is under the mouse
+    event->setAccepted(!moveBy(*event).first.empty());
 }
 
 void TreeView::dropEvent(QDropEvent* event) {
-    const auto* target = targetAt(event->position().toPoint());
-    const auto* dragged = currentItem();
+    const auto [port, group] = moveBy(*event);
+    stopAutoScroll();
+    setState(NoState);
     event->setDropAction(Qt::IgnoreAction);  // the field moves the node, not the widget
     event->accept();
-    if (target && dragged && movePort) movePort(keyOf(dragged), keyOf(target));
+    if (!port.empty()) movePort(port, group);
+}
+
+void TreeView::changeEvent(QEvent* event) {
+    QTreeWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) refresh();
 }
 
 }  // namespace trunvex

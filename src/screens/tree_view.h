@@ -23,8 +23,11 @@ public:
     void editKey(const std::string& key);
 
 protected:
+    QMimeData* mimeData(const QList<QTreeWidgetItem*>& items) const override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     void refresh();
@@ -32,7 +35,8 @@ private:
     void rebuild();
     void showNode(QTreeWidgetItem* item, const TreeField::Node& node);
     void takeChange(QTreeWidgetItem* item, int column);
-    QTreeWidgetItem* targetAt(const QPoint& position) const;
+    // The port that is dragged and the group it would come to; both empty when a drop here would do nothing.
+    std::pair<std::string, std::string> moveBy(const QDropEvent& event) const;
 
     TreeField& field_;
     QHash<QString, QTreeWidgetItem*> items_;

@@ -21,7 +21,8 @@ Console::Console(Platform& platform_, const std::filesystem::path& folder)
       sessionRecords(dispatcher, session, panel, refreshes, writes, bringUp, realTimeUpdate),
       portDetection(dispatcher, session, tables, writes),
       portTree(platform.dialogs(), tables, session, objSpool, replaceFile, [this](const std::string& text) { tell(text); }),
-      systemPage(realTimeUpdate, bringUp, setting),
+      pages(platform.dialogs(), tables, objSpool, reads, writes, platform.clock(), setting, dispatcher, bringUp,
+            realTimeUpdate, portTree, [this](const std::string& text) { tell(text); }),
       routingPage(realTimeUpdate),
       board(platform, setting, dispatcher, session, bringUp, realTimeUpdate, objSpool, reads, refreshes),
       portState(board, tables, dispatcher, session, refreshes, realTimeUpdate),
@@ -39,9 +40,11 @@ Console::Console(Platform& platform_, const std::filesystem::path& folder)
     bringUp.resetTables.connect([this] {
         tables.reset();
         portTree.forget();
+        pages.forget();
     });
     bringUp.tornDown.connect([this] {
         tables.reset();
+        pages.forget();
         lastCalls.flush();
     });
     dispatcher.esnReceived.connect([this] { mainWindow.lblESN.setText(escaped(session.gESN)); });
@@ -63,7 +66,11 @@ Console::Console(Platform& platform_, const std::filesystem::path& folder)
     });
     objSpool.openFailed().connect([this](const std::string& reason) { tell(reason); });
     writes.refused().connect([this](const std::string& reason) { tell(reason); });
-    mainWindow.tie(bringUp, systemPage, board, realTimeUpdate);
+    pages.records.kindsChanged.connect([this] {
+        portTree.build(PortTree::Both, false);
+        portState.UpdateCDMA();
+    });
+    mainWindow.tie(bringUp, pages, board, realTimeUpdate);
     if (!untold_.empty()) mainWindow.notice(untold_);
     windowBuilt_ = true;
 }

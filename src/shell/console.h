@@ -6,7 +6,7 @@
 #include "config/port_detection.h"
 #include "config/port_tree.h"
 #include "config/routing_page.h"
-#include "config/system_page.h"
+#include "config/settings_pages.h"
 #include "link/analyze_cmd.h"
 #include "link/session_records.h"
 #include "monitor/last_calls.h"
@@ -52,7 +52,7 @@ public:
     SessionRecords sessionRecords;
     PortDetection portDetection;
     PortTree portTree;
-    SystemPage systemPage;
+    SettingsPages pages;
     RoutingPage routingPage;
     frmSimStatus board;
     PortState portState;

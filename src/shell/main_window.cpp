@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "config/system_page.h"
+#include "config/settings_pages.h"
 #include "link/clock_text.h"
 #include "monitor/sim_status.h"
 #include "text/text_rules.h"
@@ -17,7 +17,7 @@ constexpr int initialisedTimers = 4;
 constexpr int delayedClockTickMs = 1000;
 constexpr int delayedClockTicks = 2;
 
-enum CommandTimer { RequestClock = 0, SessionClock = 2 };
+enum CommandTimer { RequestClock = 0, SessionClock = 2, WritesAgain = 3 };
 
 // Timers that go on by themselves; the others tick once.
 bool repeats(int index) { return index == SessionClock || index == 6 || index == 7; }
@@ -69,10 +69,10 @@ FrmPRIGroups::FrmPRIGroups(Platform& platform, SessionState& session, CSpooling&
     cmbTrayIcon.pressed().connect([this] { hideToTray(); });
 }
 
-void FrmPRIGroups::tie(SessionBringUp& bringUp, SystemPage& system, frmSimStatus& board,
+void FrmPRIGroups::tie(SessionBringUp& bringUp, SettingsPages& pages, frmSimStatus& board,
                        RealTimeUpdate& realTimeUpdate) {
     bringUp_ = &bringUp;
-    system_ = &system;
+    pages_ = &pages;
     board_ = &board;
     realTimeUpdate.on("CLK", [this](const Fields&) { showClock(); });
     bringUp.phaseChanged().connect([this] { showPhase(); });
@@ -83,8 +83,6 @@ void FrmPRIGroups::tie(SessionBringUp& bringUp, SystemPage& system, frmSimStatus
         lblTimePanel.setText("");
         lblESN.setText("");
         session_.gClockField = {};
-        readWaits_ = false;
-        boardWaits_ = false;
     });
     bringUp.addressChosen.connect([this](const std::string& host, const std::string& port) {
         caption.setText(std::string(windowTitle) + " {" + host + ":" + port + "}");
@@ -93,13 +91,17 @@ void FrmPRIGroups::tie(SessionBringUp& bringUp, SystemPage& system, frmSimStatus
         if (val(session_.gAccessRights) == 0 && !session_.gAccessRights.empty())
             notice("The gateway did not accept the password: it gave no rights to this session.");
         if (session_.workOnlyWithMonitor) openPage("sim");
+        if (page_ == "main") pages_->main.select();  // its tree was built during the log-in
     });
     bringUp.openShownPage.connect([this] { readPage(); });
-    bringUp.openPasswords.connect([this] { notice("Passwords can't be set from this version of the console yet."); });
-    reads_.idle().connect([this] {
-        if (std::exchange(boardWaits_, false)) readBoard();
-        if (!reads_.running() && std::exchange(readWaits_, false)) readPage();
+    bringUp.phaseChanged().connect([this] {
+        loggedIn_ = bringUp_->phase() == SessionPhase::Connected;
+        followMainPage();
     });
+    pages.system.clockWritten().connect([this] { startDelayedClockUpdate(); });
+    for (auto* started : {&pages.port.writeStarted(), &pages.sim.writeStarted()})
+        started->connect([this] { holdWrites(); });
+    bringUp.openPasswords.connect([this] { notice("Passwords can't be set from this version of the console yet."); });
     showPhase();
 }
 
@@ -138,32 +140,42 @@ void FrmPRIGroups::openPage(std::string_view key) {
     tool(page_).setMarked(false);
     page_ = key;
     opened.setMarked(true);
+    followMainPage();
     pageChanged_.emit();
     // In a session that only watches the board, nothing else asks the gateway by itself.
     if (!session_.workOnlyWithMonitor) readPage();
 }
 
-bool FrmPRIGroups::connectedAndFree() {
-    if (!spool_.isConnected()) return false;
-    readWaits_ = reads_.running();
-    return !readWaits_;
+// The tree's selection asks the gateway while its page is open in a session that does more than watch.
+void FrmPRIGroups::followMainPage() {
+    pages_->main.setMayRead(loggedIn_ && page_ == "main" && !session_.workOnlyWithMonitor);
+}
+
+// A second press of a write button is most often the same one.
+void FrmPRIGroups::holdWrites() {
+    pages_->port.holdWrites(true);
+    pages_->sim.holdWrites(true);
+    tmrEnableCmd(WritesAgain, true);
 }
 
 // Reads what the open page lacks. A batch that runs is not disturbed: the page's own follows it.
 void FrmPRIGroups::readPage() {
-    if (page_ == "isdn" && connectedAndFree()) {
-        reads_.start({command("R_ISD", "ISDN")});
-    } else if (page_ == "system" && system_->TxtSystemVer.text().empty() && connectedAndFree()) {
-        reads_.start({command("R_CLK", "System time"), command("R_SYS", "System Version")});
-    }
+    if (!spool_.isConnected()) return;
+    reads_.whenFree("page", [this] {
+        if (page_ == "isdn" && !pages_->isdn.loaded())
+            reads_.start({command("R_ISD", "ISDN")});
+        else if (page_ == "system" && pages_->system.TxtSystemVer.text().empty())
+            reads_.start({command("R_CLK", "System time"), command("R_SYS", "System Version")});
+    });
 }
 
 void FrmPRIGroups::readBoard() {
-    if (board_->holdsData || !spool_.isConnected()) return;
-    boardWaits_ = reads_.running();
-    if (boardWaits_) return;
-    reads_.start({command("R_SYS", "System status"), command("R_ILS", "ISDN Statistic"),
-                  command("R_MON", "Gateway status")});
+    if (!spool_.isConnected()) return;
+    reads_.whenFree("board", [this] {
+        if (board_->holdsData) return;
+        reads_.start({command("R_SYS", "System status"), command("R_ILS", "ISDN Statistic"),
+                      command("R_MON", "Gateway status")});
+    });
 }
 
 bool FrmPRIGroups::queryUnload() {
@@ -204,6 +216,10 @@ void FrmPRIGroups::commandTimerTick(int index) {
     if (!repeats(index)) tmrEnableCmd(index, false);
     if (index == RequestClock && session_.firstDataFlag) spool_.SendCommand("R_CLK");
     if (index == SessionClock) ClockUpdate();
+    if (index == WritesAgain) {
+        pages_->port.holdWrites(false);
+        pages_->sim.holdWrites(false);
+    }
 }
 
 // The gateway's clock runs on between two of its reports.

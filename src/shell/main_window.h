@@ -16,7 +16,7 @@
 namespace trunvex {
 
 class frmSimStatus;
-class SystemPage;
+struct SettingsPages;
 
 inline constexpr const char* versionMajor = "6";
 inline constexpr const char* versionMinor = "24";
@@ -52,7 +52,7 @@ public:
                  ActionField& connectButton);
 
     // The session and the pages come into being after the window; they are tied to it here.
-    void tie(SessionBringUp& bringUp, SystemPage& system, frmSimStatus& board, RealTimeUpdate& realTimeUpdate);
+    void tie(SessionBringUp& bringUp, SettingsPages& pages, frmSimStatus& board, RealTimeUpdate& realTimeUpdate);
 
     // The tool bar's button, by key; throws std::out_of_range for an unknown one, as openPage does.
     ActionField& tool(std::string_view key);
@@ -99,8 +99,9 @@ private:
     void showClock();
     void showPhase();
     void readPage();
+    void followMainPage();
+    void holdWrites();
     void readBoard();
-    bool connectedAndFree();
     void delayedClockTick();
 
     Platform& platform_;
@@ -110,12 +111,11 @@ private:
     ReadQueue& reads_;
     ActionField& connectButton_;
     SessionBringUp* bringUp_ = nullptr;
-    SystemPage* system_ = nullptr;
+    SettingsPages* pages_ = nullptr;
     frmSimStatus* board_ = nullptr;
     std::deque<ActionField> tools_;
     std::string page_ = "main";
-    bool readWaits_ = false;   // the open page's reads wait for the batch that runs
-    bool boardWaits_ = false;  // and the board's
+    bool loggedIn_ = false;
     std::array<std::unique_ptr<Timer>, commandTimers> tmrEnableCmd_;
     std::array<int, commandTimers> commandIntervalMs_{};
     std::unique_ptr<Timer> TmrDelayClkUpdate_;

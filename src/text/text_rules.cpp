@@ -1,5 +1,6 @@
 #include "text/text_rules.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdlib>
 
@@ -32,6 +33,15 @@ bool isNumeric(std::string_view text) {
     for (const char c : text)
         if (!isDigit(c)) return false;
     return true;
+}
+
+bool isWhole(std::string_view text) {
+    constexpr std::size_t mostDigits = 18;
+    return !text.empty() && text.size() <= mostDigits && std::all_of(text.begin(), text.end(), isDigit);
+}
+
+bool wholeWithin(std::string_view text, std::int64_t least, std::int64_t most) {
+    return isWhole(text) && val(text) >= least && val(text) <= most;
 }
 
 std::string_view mid(std::string_view text, std::size_t start, std::size_t count) {

@@ -15,6 +15,11 @@ std::int64_t val(std::string_view text);
 // True when the whole text, blanks around it aside, is a decimal number.
 bool isNumeric(std::string_view text);
 
+// True for digits and nothing else: one at least, and no more than a number holds.
+bool isWhole(std::string_view text);
+// True when the text is whole and the number is within both limits.
+bool wholeWithin(std::string_view text, std::int64_t least, std::int64_t most);
+
 // The characters from position `start` (1-based) on, at most `count`; empty when the text is shorter.
 std::string_view mid(std::string_view text, std::size_t start, std::size_t count = std::string_view::npos);
 

@@ -1,8 +1,25 @@
 #include "widgets/fields.h"
 
 #include <algorithm>
+#include <charconv>
 
 namespace trunvex {
+
+namespace {
+
+// The whole number that the text is, or -1.
+int indexIn(const std::string& text) {
+    int index = -1;
+    const auto* end = text.data() + text.size();
+    const auto read = std::from_chars(text.data(), end, index);
+    return read.ec == std::errc() && read.ptr == end ? index : -1;
+}
+
+}  // namespace
+
+void SliderField::setValue(const std::string& value) { setPosition(indexIn(value)); }
+
+void ChoiceField::setValue(const std::string& value) { setIndex(indexIn(value)); }
 
 void ChoiceField::setItems(std::vector<std::string> items) {
     if (items == items_) return;

@@ -47,10 +47,42 @@ private:
     sigc::signal<void()> changed_;
 };
 
-// A line of text that the operator may edit.
-class TextField : public Field {
+// A field that the operator may change. As a part of a record it also tells how it stands to what the gateway holds.
+class InputField : public Field {
 public:
-    explicit TextField(std::string name, std::string text = {}) : Field(std::move(name)), text_(std::move(text)) {}
+    enum class Standing {
+        Free,    // belongs to no record, or to none that is compared
+        Unread,  // the gateway has not told yet
+        AsRead,
+        Edited,  // differs from what the gateway holds, and is not written yet
+    };
+
+    using Field::Field;
+    // The content as text, whatever the kind of field; setValue() takes it back.
+    virtual std::string value() const = 0;
+    virtual void setValue(const std::string& value) = 0;
+    Standing standing() const { return standing_; }
+    void setStanding(Standing standing) { assign(standing_, standing); }
+    // Why the content can't be written; empty while nothing is known against it.
+    const std::string& problem() const { return problem_; }
+    void setProblem(std::string problem) { assign(problem_, std::move(problem)); }
+
+protected:
+    ~InputField() = default;
+
+private:
+    Standing standing_ = Standing::Free;
+    std::string problem_;
+};
+
+// A line of text that the operator may edit.
+class TextField : public InputField {
+public:
+    explicit TextField(std::string name, std::string text = {})
+        : InputField(std::move(name)), text_(std::move(text)) {}
+    virtual ~TextField() = default;
+    std::string value() const override { return text_; }
+    void setValue(const std::string& value) override { setText(value); }
     const std::string& text() const { return text_; }
     void setText(std::string text) { assign(text_, std::move(text)); }
 
@@ -59,10 +91,13 @@ private:
 };
 
 // A check box, also one mark of a group of which one is set.
-class CheckField : public Field {
+class CheckField final : public InputField {
 public:
     explicit CheckField(std::string name, std::string caption = {})
-        : Field(std::move(name)), caption_(std::move(caption)) {}
+        : InputField(std::move(name)), caption_(std::move(caption)) {}
+    // "1" or "0"; any other text is "0".
+    std::string value() const override { return checked_ ? "1" : "0"; }
+    void setValue(const std::string& value) override { setChecked(value == "1"); }
     bool checked() const { return checked_; }
     void setChecked(bool checked) { assign(checked_, checked); }
     const std::string& caption() const { return caption_; }
@@ -73,12 +108,15 @@ private:
 };
 
 // A list of which one entry is chosen.
-class ChoiceField : public Field {
+class ChoiceField final : public InputField {
 public:
     static constexpr int none = -1;
 
     explicit ChoiceField(std::string name, std::vector<std::string> items = {})
-        : Field(std::move(name)), items_(std::move(items)) {}
+        : InputField(std::move(name)), items_(std::move(items)) {}
+    // The index in decimal; empty for none, and a text that is no index chooses none.
+    std::string value() const override { return index_ == none ? std::string() : std::to_string(index_); }
+    void setValue(const std::string& value) override;
     const std::vector<std::string>& items() const { return items_; }
     // Keeps the chosen index when the new list still has it.
     void setItems(std::vector<std::string> items);
@@ -98,8 +136,27 @@ private:
     int index_ = none;
 };
 
+// A lever over a range of whole numbers.
+class SliderField final : public InputField {
+public:
+    static constexpr int none = -1;  // no position is known
+
+    SliderField(std::string name, int highest) : InputField(std::move(name)), highest_(highest) {}
+    int highest() const { return highest_; }  // positions are 0 to this
+    int position() const { return position_; }
+    // A position outside the range is none.
+    void setPosition(int position) { assign(position_, position < 0 || position > highest_ ? none : position); }
+    // As with ChoiceField.
+    std::string value() const override { return position_ == none ? std::string() : std::to_string(position_); }
+    void setValue(const std::string& value) override;
+
+private:
+    int highest_;
+    int position_ = none;
+};
+
 // A line of text that remembers what was entered before.
-class HistoryField : public TextField {
+class HistoryField final : public TextField {
 public:
     using TextField::TextField;
     const std::vector<std::string>& entries() const { return entries_; }

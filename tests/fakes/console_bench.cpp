@@ -18,6 +18,7 @@ TemporaryFolder::~TemporaryFolder() {
 }
 
 ConsoleBench::ConsoleBench() {
+    console.mainWindow.openPage("groups");  // a page that asks the gateway for nothing by itself
     console.bringUp.showConnectionDialog = [this](frmConnectionSelect& shown) {
         if (dialog)
             dialog(shown);

@@ -37,8 +37,8 @@ TEST_F(AnalyzeCmd, TakesTheSessionRecords) {
     EXPECT_THAT(session.gClockField, ElementsAre("01", "02", "26", "3", "04", "05", "00"));
     EXPECT_TRUE(session.gGotESN && session.gGotClock && session.gGotActivePorts);
     EXPECT_EQ(session.gVersion, "6.24");
-    EXPECT_EQ(console.systemPage.TxtSystemVer.text(), "6.24");
-    EXPECT_EQ(console.systemPage.dtpDate.text(), "01/02/2026");
+    EXPECT_EQ(console.pages.system.TxtSystemVer.text(), "6.24");
+    EXPECT_EQ(console.pages.system.dtpDate.text(), "01/02/2026");
     EXPECT_EQ(console.tables.port(8, 3).Kind, "GSM");
     EXPECT_EQ(console.tables.port(8, 4).Kind, "ERR");
 }

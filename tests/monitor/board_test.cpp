@@ -6,9 +6,11 @@ namespace trunvex {
 namespace {
 
 using fakes::ConsoleBench;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::UnorderedElementsAre;
 
 constexpr const char* red = "imgLedRed";
 constexpr const char* yellow = "imgLedYellow";
@@ -137,8 +139,8 @@ TEST_F(Board, GrowsDotsWhileAModuleRegisters) {
     }
     EXPECT_THAT(lengths, ElementsAre(1, 2, 3, 4, 5, 6, 7, 8, 0, 1));
     cell().lblNetworkID.setText("A long network name");
-    bench.advance(200);
-    EXPECT_EQ(cell().lblNetworkID.text(), "");
+    bench.advance(400);
+    EXPECT_EQ(cell().lblNetworkID.text(), std::string(11, '.')) << "no more dots than there are";
     report("23");
     EXPECT_FALSE(cell().lblNetworkID.bold());
     EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
@@ -199,6 +201,10 @@ TEST_F(Board, MarksPortsAndChannelsOnOrOff) {
     console.realTimeUpdate("PRT", splitString("53,0,32,0", ','));
     EXPECT_EQ(cell().lblBCH.text(), "Port #19 (RESERVED2)");
     EXPECT_EQ(cell().lblBCH.colour(), 255u);
+    console.realTimeUpdate("PRT", splitString("53,1", ','));
+    EXPECT_TRUE(cell().chkSTPEnable.checked());
+    EXPECT_EQ(cell().lblBCH.text(), "Port #19 (RESERVED2)") << "the record has not told a channel";
+    EXPECT_EQ(cell().portBch, 32);
 }
 
 TEST_F(Board, RestoresACellFromASnapshot) {
@@ -226,7 +232,9 @@ TEST_F(Board, RestoresACellFromASnapshot) {
 
 TEST_F(Board, KeepsTheRecordOfEachSim) {
     std::string ready;
-    console.realTimeUpdate.on("SIM", [&](const Fields& fields) { ready = std::string(fields.at(2)) + std::string(fields.at(3)); });
+    console.realTimeUpdate.on("SIM", [&](const Fields& fields) {
+        ready = std::string(fields.at(2)) + std::string(fields.at(3));
+    });
     for (const auto& [code, text] : {std::pair{"21", "42501"}, {"22", "REGISTERATION"}, {"23", "REGISTERED"},
                                      {"24", "UNREGISTERED"}, {"40", "UNREGISTERED"}}) {
         report(code, "42501");
@@ -241,8 +249,16 @@ TEST_F(Board, KeepsACdmaCellFromShowingASim) {
     console.portState.UpdateCDMA();
     report("15", "61", "0");
     EXPECT_EQ(cell().lblNetBCCH.text(), "CDMA");
-    EXPECT_FALSE(cell().LblSIM_num.visible() || cell().imgStatusSim.visible() || cell().lblLimit.visible());
+    std::vector<std::string> hidden;
+    cell().forEachField([&](Field& field) {
+        if (!field.visible()) hidden.push_back(field.name());
+    });
+    EXPECT_THAT(hidden, UnorderedElementsAre("LblSIM_num_19", "lblSimLed_19", "imgStatusSim_19", "lblLimit_19",
+                                             "lblSimClick_19"));
     EXPECT_TRUE(board.cell(1).LblSIM_num.visible());
+    bench.connect();
+    console.bringUp.ConnectChange("disconnect", true);
+    EXPECT_TRUE(cell().LblSIM_num.visible()) << "the next gateway may have a SIM there";
 }
 
 TEST_F(Board, AddsUpTheTalkTime) {
@@ -263,6 +279,11 @@ TEST_F(Board, RefreshAsksForEveryActivePort) {
     EXPECT_THAT(bench.platform.boxes.texts(), ElementsAre(notConnectedText));
     bench.logIn(gateway);
     gateway.forgetLinesReceived();
+    std::vector<std::string> told;
+    auto& bar = console.refreshes.ucCoolProgressBar;
+    bar.changed().connect([&] {
+        if (told.empty() || told.back() != bar.text()) told.push_back(bar.text());
+    });
     board.cmdSTSRefresh.press();
     bench.advance(30000);
     const auto& ports = console.session.gActivePorts;
@@ -271,6 +292,12 @@ TEST_F(Board, RefreshAsksForEveryActivePort) {
     EXPECT_EQ(gateway.linesReceived().size(), active);
     EXPECT_FALSE(console.refreshes.ucCoolProgressBar.visible());
     EXPECT_EQ(bench.platform.boxes.shown.size(), 1u);
+    EXPECT_EQ(told.front(), "Please wait...");
+    EXPECT_EQ(told.back(), "Refreshing data  complete seccessful!");
+    const auto second = ports.find('1', ports.find('1') + 1) + 1;
+    const auto percent = (100 + active / 2) / active;
+    EXPECT_THAT(told, Contains("Loading Get data from port " + std::to_string(second) + "   " +
+                               std::to_string(percent) + "%"));
 }
 
 TEST_F(Board, ForgetsTheSessionThatEnded) {
@@ -306,9 +333,14 @@ TEST_F(Board, KeepsItsColours) {
         kept.load(console.setting);
         EXPECT_EQ(kept[BoardColours::PORT_CALL], 8840850u) << bad;
     }
+    // Two states in one colour are two states still, and part again.
+    window.lblColor[BoardColours::PORT_CONNECTED].setColour(board.colours()[BoardColours::PORT_PROBLEM]);
+    window.cmdSave.press();
+    EXPECT_EQ(cell().state, BoardColours::PORT_CONNECTED);
     window.cmdDefault.press();
     window.cmdSave.press();
     EXPECT_EQ(cell().shpSim.colour(), 14811110u);
+    EXPECT_EQ(cell().shpSim.tip(), "Call connected");
 }
 
 TEST_F(Board, RemembersTheLastFiveNumbersOfAPort) {

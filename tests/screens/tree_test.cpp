@@ -1,12 +1,15 @@
 // The tree pages as real widgets without a screen.
 #include <gmock/gmock.h>
 
+#include <QDropEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QPushButton>
 #include <QTest>
 
 #include "fakes/console_bench.h"
+#include "screens/board_frame.h"
 #include "screens/main_window_screen.h"
 #include "screens/screens.h"
 #include "screens/select_group_screen.h"
@@ -29,7 +32,28 @@ protected:
         const auto found = view("tvGroups_1")->findItems(text, Qt::MatchExactly | Qt::MatchRecursive);
         return found.isEmpty() ? nullptr : found.front();
     }
-    void press(const char* name) { window().findChild<QWidget*>("page_groups")->findChild<QPushButton*>(name)->click(); }
+    // A drag of `from` is let go over a point of the tree, after `meanwhile`; true when the tree offered to take it.
+    bool drop(QTreeWidgetItem* from, const QPoint& to, const std::function<void()>& meanwhile = {}) {
+        auto* tree = view("tvGroups_1");
+        const std::unique_ptr<QMimeData> carried(tree->model()->mimeData({tree->indexFromItem(from)}));
+        QDragEnterEvent enter(to, Qt::MoveAction, carried.get(), Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(tree->viewport(), &enter);
+        if (meanwhile) meanwhile();
+        QDragMoveEvent move(to, Qt::MoveAction, carried.get(), Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(tree->viewport(), &move);
+        QDropEvent dropped(to, Qt::MoveAction, carried.get(), Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(tree->viewport(), &dropped);
+        EXPECT_NE(dropped.dropAction(), Qt::MoveAction) << "the widget itself would take the node out of the tree";
+        return move.isAccepted();
+    }
+    bool drop(const QString& from, const QString& to) {
+        view("tvGroups_1")->scrollToItem(item(to));
+        return drop(item(from), view("tvGroups_1")->visualItemRect(item(to)).center());
+    }
+    std::string parentOf(const char* key) { return console.portTree.tvGroups[1].find(key)->parent; }
+    void press(const char* name) {
+        window().findChild<QWidget*>("page_groups")->findChild<QPushButton*>(name)->click();
+    }
 
     fakes::ConsoleBench bench;
     Console& console = bench.console;
@@ -61,6 +85,72 @@ TEST_F(TreePages, MoveMarkedPorts) {
     EXPECT_EQ(item("Ports(2)")->childCount(), 2);
 }
 
+TEST_F(TreePages, TakeAPortThatIsDraggedOntoAGroup) {
+    press("cmdCreateGroup");
+    press("cmdCreateGroup");
+    press("cmdRefreshTree");
+    EXPECT_TRUE(drop("Port 1", "Group 1"));
+    EXPECT_EQ(parentOf("MOD11"), "PRT01");
+    EXPECT_TRUE(drop("Port 2", "Ports(1)")) << "the group's list takes it too";
+    EXPECT_TRUE(drop("Port 5", "Port 1")) << "and so does a port of the group, whatever the module is";
+    EXPECT_EQ(parentOf("ERR21"), "PRT01");
+    ASSERT_NE(item("Ports(3)"), nullptr);
+    EXPECT_EQ(item("Ports(3)")->childCount(), 3);
+    EXPECT_TRUE(drop("Port 1", "Group 2")) << "from one group to another";
+    EXPECT_EQ(parentOf("MOD11"), "PRT02");
+    EXPECT_EQ(item("Ports(2)")->childCount(), 2);
+    EXPECT_EQ(item("Ports(1)")->childCount(), 1);
+    EXPECT_EQ(console.portTree.children("PRT02"), std::vector<std::string>{"MOD11"});
+}
+
+TEST_F(TreePages, RefuseADragThatMeansNothing) {
+    press("cmdCreateGroup");
+    press("cmdRefreshTree");
+    ASSERT_TRUE(drop("Port 1", "Group 1"));
+    const std::pair<const char*, const char*> drags[] = {
+        {"Port 3", "Port 3"}, {"Port 3", "Port 4"},   {"Port 1", "Port 1"},  {"Port 1", "Group 1"},
+        {"SIM 1", "Group 1"}, {"Group 1", "Group 1"}, {"Ports(1)", "Group 1"}};
+    for (const auto& [from, to] : drags) EXPECT_FALSE(drop(from, to)) << from << " on " << to;
+    EXPECT_FALSE(drop(item("Port 3"), QPoint(5, -5))) << "beside the tree";
+    EXPECT_EQ(parentOf("MOD13"), "");
+    EXPECT_EQ(console.portTree.children("PRT01"), std::vector<std::string>{"MOD11"});
+    EXPECT_FALSE(item("SIM 1")->flags() & Qt::ItemIsDragEnabled);
+    QMimeData text;
+    text.setText("MOD13");
+    QDragEnterEvent foreign(QPoint(5, 5), Qt::MoveAction, &text, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(view("tvGroups_1")->viewport(), &foreign);
+    EXPECT_FALSE(foreign.isAccepted());
+}
+
+// The gateway may tell other modules while the operator holds the mouse: what he took is moved, or nothing.
+TEST_F(TreePages, DropWhatWasTakenThoughTheTreeIsBuiltAnew) {
+    press("cmdCreateGroup");
+    press("cmdRefreshTree");
+    const auto group = [this] { return view("tvGroups_1")->visualItemRect(item("Group 1")).center(); };
+    const auto modules = [this](const char* digits) {
+        return [this, digits] { console.dispatcher.AnalyzeCmd(digits + std::string(28, '0'), true); };
+    };
+    view("tvGroups_1")->setCurrentItem(item("Port 1"));
+    EXPECT_TRUE(drop(item("Port 2"), group(), modules("A_PPR1100")));
+    EXPECT_EQ(parentOf("MOD12"), "PRT01");
+    EXPECT_EQ(parentOf("MOD11"), "");
+    EXPECT_FALSE(drop(item("Port 1"), group(), modules("A_PPR0100")));
+    EXPECT_EQ(parentOf("ERR11"), "");
+}
+
+TEST_F(TreePages, ANewGroupComesIntoSight) {
+    auto* tree = view("tvGroups_1");
+    press("cmdCreateGroup");
+    EXPECT_TRUE(tree->viewport()->rect().contains(tree->visualItemRect(item("Group 1")).center()));
+}
+
+TEST_F(TreePages, AMarkIsNoNewName) {
+    console.portTree.rename("MOD11", " Port one");
+    item(" Port one")->setCheckState(0, Qt::Checked);
+    EXPECT_TRUE(console.portTree.tvGroups[1].find("MOD11")->checked);
+    EXPECT_EQ(console.portTree.tvGroups[1].find("MOD11")->text, " Port one");
+}
+
 TEST_F(TreePages, RenameInPlaceAndRefuseAnEmptyName) {
     press("cmdCreateGroup");
     auto* group = item("Group 1");
@@ -89,11 +179,23 @@ TEST_F(TreePages, TellTheSelectedPortLive) {
     bench.receive("A_PPR1111" + std::string(28, '0'));
     window().findChild<QAction*>("tool_main")->trigger();
     console.portTree.tvGroups[0].select("MOD14");
-    EXPECT_EQ(window().findChild<QLabel*>("lblSelectedNode")->text(), "Port 4");
+    const auto told = [this](const QString& text) {
+        for (auto* label : window().findChild<QWidget*>("page_ports")->findChildren<QLabel*>())
+            if (label->text() == text) return true;
+        return false;
+    };
+    EXPECT_TRUE(told("MCU 1, module 4"));
     bench.receive("I_ALR141,2,0501234567,,");
-    bool told = false;
-    for (auto* label : window().findChildren<QLabel*>()) told = told || label->text() == "DIAL ISDN";
-    EXPECT_TRUE(told);
+    bench.receive("I_ALR131,16,,,");
+    bench.advance(3 * BoardFrame::intervalMs);
+    EXPECT_TRUE(told("DIAL ISDN"));
+    EXPECT_TRUE(told("0501234567"));
+    console.portTree.tvGroups[0].select("SIM131");
+    EXPECT_TRUE(told("ALERTING"));
+    window().findChild<QAction*>("tool_groups")->trigger();
+    bench.receive("I_ALR131,3,,,");
+    window().findChild<QAction*>("tool_main")->trigger();
+    EXPECT_TRUE(told("CONNECTING")) << "what was missed while the page was away";
 }
 
 }  // namespace

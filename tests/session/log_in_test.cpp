@@ -208,7 +208,7 @@ TEST(LogIn, IsNotAnnouncedWhenItIsCutOff) {
     ASSERT_EQ(bench.console.bringUp.phase(), SessionPhase::LogIn);
     bench.console.mainWindow.openPage("connect");
     EXPECT_EQ(announced, 0);
-    EXPECT_EQ(bench.console.mainWindow.page(), "main");
+    EXPECT_EQ(bench.console.mainWindow.page(), "groups");
     EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
 }
 
@@ -357,7 +357,7 @@ TEST_F(Master, CallsAListeningConsoleAgainAndAgain) {
 
 TEST(ConSwitch, AsksFirstAndRefusesTheModeThatStands) {
     ConsoleBench bench;
-    auto& system = bench.console.systemPage;
+    auto& system = bench.console.pages.system;
     system.cmdConSwitch_0.press();
     EXPECT_EQ(bench.platform.boxes.texts().back(), notConnectedText);
     simulator::Gateway gateway(seeded(3));
@@ -381,6 +381,7 @@ TEST(ReceiveWatchdog, RepeatsTheRequestsUntilTheSessionIsKnown) {
     ConsoleBench bench;
     bench.connect();
     auto& console = bench.console;
+    console.mainWindow.openPage("groups");  // a page that reads nothing by itself
     console.panel.StartProgress("receive");
     bench.advance(500);
     EXPECT_THAT(bench.sent(), ElementsAre("R_ESN"));

@@ -27,7 +27,7 @@ TEST_F(Pages, ReadWhatTheyLackAndNotTwice) {
     window.tool("system").press();
     bench.advance(1000);
     EXPECT_THAT(gateway.linesReceived(), ElementsAre("R_CLK", "R_SYS"));
-    EXPECT_NE(bench.console.systemPage.TxtSystemVer.text(), "");
+    EXPECT_NE(bench.console.pages.system.TxtSystemVer.text(), "");
     window.tool("sim").press();
     bench.advance(2000);
     EXPECT_TRUE(bench.console.board.holdsData);

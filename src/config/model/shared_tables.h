@@ -5,6 +5,9 @@
 #include <utility>
 #include <vector>
 
+#include "config/model/isdn_record.h"
+#include "config/model/port_record.h"
+#include "config/model/sim_record.h"
 #include "queues/queue_item.h"
 
 namespace trunvex {
@@ -15,20 +18,11 @@ inline constexpr int simsPerModule = 4;
 inline constexpr int portCount = mcuCount * modulesPerMcu;
 inline constexpr int bChannelCount = 30;
 
-// A radio module, as the gateway reports it.
-struct PortRec {
-    std::string Kind;  // "GSM", "CDM" or "ERR"; empty until the gateway has told
-};
-
-// A SIM of a module, as the gateway reports it.
-struct SimRec {
-    std::string network;  // its registration in words, or the network's identity
-};
-
 // What the settings pages and the monitor know of the gateway's hardware. Values are kept as the text that travels.
 struct SharedTables {
     std::array<std::array<PortRec, modulesPerMcu>, mcuCount> gPorts;
     std::array<std::array<std::array<SimRec, simsPerModule>, modulesPerMcu>, mcuCount> gSims;
+    IsdnRec isdn;
     // The flat list behind the port tree. It outlives the link, so that groups can still be exported without one.
     std::vector<QueueItem> gTreeItems;
 
@@ -46,6 +40,7 @@ struct SharedTables {
     void reset() {
         gPorts = {};
         gSims = {};
+        isdn = {};
     }
 };
 

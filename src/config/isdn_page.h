@@ -1,0 +1,54 @@
+#pragma once
+
+#include "config/page_tools.h"
+#include "config/settings_records.h"
+
+namespace trunvex {
+
+// The page "isdn": how the E1 line is framed, which side it plays, which ISDN variant it speaks, how incoming calls are
+// taken, and the system number.
+class IsdnPage {
+public:
+    IsdnPage(const PageTools& tools, SettingsRecords& records);
+
+    // The line that writes the page; with `store` the record takes the values at once. Empty after a message.
+    std::string buildLine(bool store);
+    void cmdIsdnRefresh();
+    void CmdWriteISDN();
+    bool loaded() const { return tools_.tables.isdn.loaded(); }
+    void forget();
+
+    TextField TxtISM_VER{"TxtISM_VER"};
+    ChoiceField CmbIncomingCallsMode{"CmbIncomingCallsMode", {"Real Processing", "Imitation Processing"}};
+    TextField txtInCallMode{"txtInCallMode_0"};  // the timer 'Alerting', 0.1 s
+    std::array<ChoiceField, 2> cmbISD{ChoiceField("cmbISD_0", {"CRC4", "CRC4 extended"}),
+                                      ChoiceField("cmbISD_1", {"Short", "Long"})};
+    ChoiceField CmbNetworkAccess{"CmbNetworkAccess"};
+    ChoiceField CmbSynchronization{"CmbSynchronization"};
+    ChoiceField CmbIncomingCalls{"CmbIncomingCalls"};
+    ChoiceField CmbCountryCode{"CmbCountryCode"};
+    // Its list and the gateway's words differ in two spellings; any text can stand here, and the line takes only the
+    // gateway's.
+    HistoryField CmbISDNVersion{"CmbISDNVersion"};
+    TextField TxtLocalNumber{"TxtLocalNumber"};
+    TextField TxtLocalSubAddress{"TxtLocalSubAddress"};
+    ChoiceField cmbTypeOfNumber{"cmbTypeOfNumber",
+                                {"Unknown", "International Number", "National Number", "Network Specific Number",
+                                 "Subscriber Number", "Reseved", "Abbreviated Number", "Reserved for Extension"}};
+    ChoiceField cmbNumIdentif{"cmbNumIdentif"};
+    ActionField CmdWriteISDN_{"CmdWriteISDN", "Write"};
+    ActionField cmdIsdnRefresh_{"cmdIsdnRefresh", "Read"};
+    ActionField cmdUndoIsdn{"cmdUndoIsdn", "Undo"};
+
+    RecordForm form;
+
+private:
+    void show();
+    void followRules();
+    std::vector<std::string> heldValues(const IsdnRec& isdn) const;
+    BuiltLine firstFault();
+
+    const PageTools& tools_;
+};
+
+}  // namespace trunvex

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "config/model/shared_tables.h"
+#include "platform/dialogs.h"
+#include "queues/command_sender.h"
+#include "queues/read_queue.h"
+#include "queues/write_queue.h"
+#include "widgets/record_form.h"
+
+namespace trunvex {
+
+// What every settings page works with.
+struct PageTools {
+    Dialogs& dialogs;
+    CommandSender& sender;
+    SharedTables& tables;
+    ReadQueue& reads;
+    WriteQueue& writes;
+    std::function<void(const std::string&)> tell;  // a line in the window, where no box is called for
+
+    // A page's Refresh: asks before edits are thrown away; they are gone when it answers true.
+    bool mayLose(RecordForm& form) const;
+    // Reads a batch at once, or as soon as the one that runs is over.
+    void read(std::vector<QueueItem> batch, int budgetMs) const;
+};
+
+// What a builder makes of a page: the line to send, or the word on the first thing that is wrong.
+struct BuiltLine {
+    std::string line;
+    std::string word;
+    InputField* field = nullptr;  // where the fault is
+    const char* title = "Error Message";
+
+    static BuiltLine wrong(std::string word, InputField& field) { return {{}, std::move(word), &field}; }
+    // The line; or, with the word in a box and at the field, nothing.
+    std::string orTell(Dialogs& dialogs) const;
+};
+
+// The fields of a command that was built, behind its five letters.
+Fields fieldsOf(std::string_view line);
+
+// True for a text that can stand in one field of a line: printable ASCII without comma and quotes.
+bool fitsField(std::string_view text);
+inline constexpr const char* doesNotFitField = "Commas, quotes, line ends and letters beyond ASCII can't be sent to the gateway.";
+
+}  // namespace trunvex

@@ -1,0 +1,205 @@
+#include "config/time_table.h"
+
+#include "text/text_rules.h"
+
+namespace trunvex {
+
+namespace {
+
+constexpr const char* midnight = "00:00";
+constexpr const char* lastMinute = "23:59";
+constexpr std::size_t wireTimeLength = 4;
+
+int dayBit(std::size_t day) { return (everyDay + 1) >> (day + 1); }
+
+// HH:MM with digits around the colon; which hour and which minute is another question.
+bool hasForm(std::string_view text) { return text.size() == 5 && text[2] == ':'; }
+bool hasDigits(std::string_view text) { return isWhole(text.substr(0, 2)) && isWhole(text.substr(3)); }
+int hourOf(std::string_view text) { return static_cast<int>(val(text.substr(0, 2))); }
+int minuteOf(std::string_view text) { return static_cast<int>(val(text.substr(3))); }
+bool isTime(std::string_view text) {
+    return hasForm(text) && hasDigits(text) && hourOf(text) < 24 && minuteOf(text) < 60;
+}
+
+std::string wireTime(std::string_view text) { return std::string(text.substr(3)) + std::string(text.substr(0, 2)); }
+
+}  // namespace
+
+const std::array<const char*, daysOfWeek> dayNames{"Su", "Mo", "Tu", "We", "Th", "Fr", "Sa"};
+
+std::string shownTime(std::string_view wire) {
+    if (wire.size() != wireTimeLength) return {};
+    return escaped(std::string(wire.substr(2)) + ":" + std::string(wire.substr(0, 2)));
+}
+
+std::string dayWords(int mask) {
+    if (mask == everyDay) return "every day";
+    std::string words;
+    for (std::size_t day = 0; day < daysOfWeek;) {
+        if ((mask & dayBit(day)) == 0) {
+            ++day;
+            continue;
+        }
+        auto last = day;
+        while (last + 1 < daysOfWeek && (mask & dayBit(last + 1)) != 0) ++last;
+        words += (words.empty() ? "" : ", ") + std::string(dayNames[day]);
+        if (last > day) words += (last == day + 1 ? ", " : "-") + std::string(dayNames[last]);
+        day = last + 1;
+    }
+    return words;
+}
+
+TimeTable::TimeTable(RecordForm& form) : form_(form) {
+    for (std::size_t row = 0; row < timeRowCount; ++row) {
+        const auto number = static_cast<int>(row) + 1;
+        txtTimeIntFrom.emplace_back(arrayName("txtTimeIntFrom", number));
+        txtTimeIntTo.emplace_back(arrayName("txtTimeIntTo", number));
+        for (std::size_t day = 0; day < daysOfWeek; ++day)
+            chkSIMDayOfWk[row].emplace_back(arrayName(arrayName("chkSIMDayOfWk", number), static_cast<int>(day)),
+                                            dayNames[day]);
+    }
+}
+
+void TimeTable::addFields() {
+    form_.add(chkTimeIntEnable);
+    form_.add(chkDayOfWkEnable);
+    for (std::size_t row = 0; row < timeRowCount; ++row) {
+        form_.add(txtTimeIntFrom[row]);
+        form_.add(txtTimeIntTo[row]);
+        for (auto& box : chkSIMDayOfWk[row]) form_.add(box);
+    }
+    onTurn(chkTimeIntEnable, [this] { switchTimes(); });
+    onTurn(chkDayOfWkEnable, [this] { switchDays(); });
+}
+
+// The operator has turned a switch; a record that comes in brings its own rows.
+void TimeTable::onTurn(CheckField& box, std::function<void()> act) {
+    box.changed().connect([this, &box, act = std::move(act), was = box.checked()]() mutable {
+        const bool turned = box.checked() != was;
+        was = box.checked();
+        if (turned && !form_.filling()) act();
+    });
+}
+
+std::vector<std::string> TimeTable::heldValues(const SimRec& sim) {
+    std::vector<std::string> values(2, "0");
+    for (const auto& row : sim.rows) {
+        const auto from = shownTime(mid(row.time, 1, wireTimeLength));
+        const auto to = shownTime(mid(row.time, wireTimeLength + 1));
+        const bool used = !row.time.empty() && (from != midnight || to != midnight);
+        const auto days = used ? static_cast<int>(val(row.days)) : 0;  // the days of an unused row mean nothing
+        if (used) values[0] = "1";
+        if (used && days != everyDay) values[1] = "1";
+        values.push_back(from);
+        values.push_back(to);
+        for (std::size_t day = 0; day < daysOfWeek; ++day) values.emplace_back((days & dayBit(day)) != 0 ? "1" : "0");
+    }
+    return values;
+}
+
+bool TimeTable::inUse(std::size_t row) const {
+    const auto& from = txtTimeIntFrom[row].text();
+    const auto& to = txtTimeIntTo[row].text();
+    const bool nothing = (from == midnight || from.empty()) && (to == midnight || to.empty());
+    return chkTimeIntEnable.checked() && !nothing;
+}
+
+int TimeTable::dayMask(std::size_t row) const {
+    if (!inUse(row)) return 0;
+    if (!chkDayOfWkEnable.checked()) return everyDay;
+    int mask = 0;
+    for (std::size_t day = 0; day < daysOfWeek; ++day)
+        if (chkSIMDayOfWk[row][day].checked()) mask += dayBit(day);
+    return mask;
+}
+
+void TimeTable::setDays(std::size_t row, bool set) {
+    for (auto& box : chkSIMDayOfWk[row]) box.setChecked(set);
+}
+
+void TimeTable::switchTimes() {
+    for (std::size_t row = 0; row < timeRowCount; ++row) {
+        const bool begins = chkTimeIntEnable.checked() && (row == 0 || forGroup_);
+        txtTimeIntFrom[row].setText(midnight);
+        txtTimeIntTo[row].setText(begins ? lastMinute : midnight);
+        setDays(row, begins);
+    }
+}
+
+void TimeTable::switchDays() {
+    if (chkDayOfWkEnable.checked()) return;
+    for (std::size_t row = 0; row < timeRowCount; ++row) setDays(row, inUse(row));
+}
+
+void TimeTable::followSwitches() {
+    const bool times = chkTimeIntEnable.checked();
+    chkDayOfWkEnable.setEnabled(times);
+    for (std::size_t row = 0; row < timeRowCount; ++row) {
+        txtTimeIntFrom[row].setEnabled(times);
+        txtTimeIntTo[row].setEnabled(times);
+        // A row that comes into use while all days count shows them all.
+        if (times && !chkDayOfWkEnable.checked()) setDays(row, inUse(row));
+        for (auto& box : chkSIMDayOfWk[row]) box.setEnabled(times && chkDayOfWkEnable.checked());
+    }
+}
+
+BuiltLine TimeTable::timeFault(TextField& field, bool from, std::size_t row, bool lineByLine) const {
+    const auto& text = field.text();
+    const std::string side = from ? "from" : "to";
+    if (!hasForm(text))
+        return BuiltLine::wrong("ERROR: 'Time table limit " + side + "' must to be in the format: HH:MM ", field);
+    if (!hasDigits(text))
+        return BuiltLine::wrong("ERROR: 'Time table limit " + side + "' must to be Number in the format: HH:MM ", field);
+    if (!lineByLine) return {};
+    const auto line = std::string("ERROR: 'Time table limit ") + (from ? "From" : "To") + "' (Line " +
+                      std::to_string(row + 1) + ") , ";
+    if (hourOf(text) > 23) return BuiltLine::wrong(line + "Hour not correct .", field);
+    if (minuteOf(text) > 59) return BuiltLine::wrong(line + "Minutes not correct . ", field);
+    return {};
+}
+
+BuiltLine TimeTable::firstFault(bool lineByLine) {
+    for (std::size_t row = 0; row < timeRowCount; ++row) {
+        if (!inUse(row)) continue;
+        for (const bool from : {true, false}) {
+            auto& field = from ? txtTimeIntFrom[row] : txtTimeIntTo[row];
+            if (auto fault = timeFault(field, from, row, lineByLine); !fault.word.empty()) return fault;
+        }
+    }
+    return {};
+}
+
+std::array<TimeRow, timeRowCount> TimeTable::rows() const {
+    std::array<TimeRow, timeRowCount> written;
+    for (std::size_t row = 0; row < timeRowCount; ++row) {
+        written[row] = {"00000000", std::to_string(dayMask(row))};
+        if (inUse(row)) written[row].time = wireTime(txtTimeIntFrom[row].text()) + wireTime(txtTimeIntTo[row].text());
+    }
+    return written;
+}
+
+TimeTable::Bar TimeTable::bar(std::size_t row) const {
+    Bar bar;
+    const auto& from = txtTimeIntFrom[row].text();
+    const auto& to = txtTimeIntTo[row].text();
+    bar.readable = isTime(from) && isTime(to);
+    bar.days = dayMask(row);
+    if (!bar.readable) return bar;
+    bar.from = hourOf(from) * 60 + minuteOf(from);
+    bar.to = hourOf(to) * 60 + minuteOf(to);
+    return bar;
+}
+
+std::string TimeTable::meaning(std::size_t row) const {
+    const auto shown = bar(row);
+    if (!inUse(row)) return "not in use";
+    if (!shown.readable) return "not a time of day: HH:MM, 00:00 to 23:59";
+    if (shown.days == 0) return "never: no day is marked";
+    const auto words = dayWords(shown.days);
+    const auto& from = txtTimeIntFrom[row].text();
+    const auto& to = txtTimeIntTo[row].text();
+    if (from == midnight && to == lastMinute) return words + ", all day";
+    return words + " " + from + "-" + to + (shown.from > shown.to ? ", over midnight" : "");
+}
+
+}  // namespace trunvex
