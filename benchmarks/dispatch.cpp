@@ -1,4 +1,5 @@
-// A mixed trace of a busy gateway through the whole dispatcher, against cutting and splitting the same bytes alone.
+// A mixed trace of a busy gateway through the whole dispatcher, against cutting and splitting the same bytes alone: once
+// as far as the reports' records, once with all that the board's rules make of them.
 #include <benchmark/benchmark.h>
 
 #include <random>
@@ -38,14 +39,27 @@ void split(benchmark::State& state) {
     }
 }
 
-void analyze(benchmark::State& state) {
+void deliver(benchmark::State& state, trunvex::fakes::ConsoleBench& bench) {
     const auto trace = mixedTrace();
-    trunvex::fakes::ConsoleBench bench;
     bench.connect();
     for (auto _ : state) bench.platform.socket->deliver(trace);
 }
 
+void analyze(benchmark::State& state) {
+    trunvex::fakes::ConsoleBench bench;
+    bench.console.dispatcher.on("I_ALR", [](const trunvex::Record& record) {
+        benchmark::DoNotOptimize(record.fields().size());
+    });
+    deliver(state, bench);
+}
+
+void analyzeWithBoard(benchmark::State& state) {
+    trunvex::fakes::ConsoleBench bench;
+    deliver(state, bench);
+}
+
 BENCHMARK(split)->Name("dispatch/split")->Repetitions(7)->Unit(benchmark::kMillisecond);
 BENCHMARK(analyze)->Name("dispatch/AnalyzeCmd")->Repetitions(7)->Unit(benchmark::kMillisecond);
+BENCHMARK(analyzeWithBoard)->Name("dispatch/AnalyzeCmd+board")->Repetitions(7)->Unit(benchmark::kMillisecond);
 
 }  // namespace

@@ -21,6 +21,7 @@ const std::vector<Ratio>& ratios() {
         {"cutting lines / QByteArray indexOf and mid (rates)", "cut/LineCutter", "cut/QByteArray", 3, false, Of::Rates},
         {"dispatch of a mixed trace / cutting and splitting it (times)", "dispatch/AnalyzeCmd", "dispatch/split", 8,
          true, Of::Times},
+        {"the same with the board's fields (times)", "dispatch/AnalyzeCmd+board", "dispatch/split", 0, true, Of::Times},
         {"queued reads / blocking ping-pong over loopback (rates)", "loopback/queued", "loopback/blocking", 0.5, false,
          Of::Rates},
         {"log-in / its first tick and four round trips of 20 ms (times)", "login/console", "login/prescribed", 0, true,

@@ -75,6 +75,9 @@ void CallLife::setUp(int slot, int channel) {
     now.channel = channel;
     now.incoming = scene.random.chance(0.4);
     now.isdnAnswersLast = !now.incoming && scene.random.chance(0.25);
+    now.number = someNumber();
+    now.originated = scene.state.clock.moment(scene.agenda.now());
+    now.answered.reset();
     ++now.serial;
     scene.port(slot).dialling = true;
     bearer(slot).slot = slot;
@@ -88,7 +91,7 @@ void CallLife::setUp(int slot, int channel) {
         scene.reportSystem("100", {row, port, {}});
     scene.reportSystem("140", {row, {}, {}});
     const int first = now.incoming ? ringing : now.isdnAnswersLast ? diallingAgain : dialling;
-    scene.report(slot, first, {someNumber(), {}, {}});
+    scene.report(slot, first, {now.number, {}, {}});
     later(slot, scene.pause(300, 1'500), &CallLife::connecting);
 }
 
@@ -110,6 +113,7 @@ void CallLife::connect(int slot) {
     port.dialling = false;
     port.connected = true;
     call(slot).counted = scene.agenda.now();
+    call(slot).answered = scene.state.clock.moment(scene.agenda.now());
     if (!call(slot).isdnAnswersLast) scene.report(slot, isdnConnected);
     scene.report(slot, mobileConnected, {counter(slot), {}, {}});
     if (call(slot).isdnAnswersLast) scene.report(slot, isdnConnected);
@@ -132,10 +136,30 @@ void CallLife::end(int slot, const CallEnd& how) {
     if (talked)
         scene.report(slot, scene.random.chance(0.5) ? counterAfterCall : runningCounter, {counter(slot), {}, {}});
     scene.reportSystem(how.rowCode, {std::to_string(call(slot).channel), cause, {}});
+    record(slot, how);
     port.dialling = port.connected = false;
     bearer(slot).slot.reset();
     bearer(slot).cause = how.cause;
     ++call(slot).serial;
+}
+
+// Every call is billed by what is kept of it here, also one that nobody answered.
+void CallLife::record(int slot, const CallEnd& how) {
+    const Call& now = call(slot);
+    const Port& port = scene.port(slot);
+    CallRecord record;
+    record.sim = now.sim;
+    record.incoming = now.incoming;
+    record.simIdentity = "99901" + padded(slot * simsPerPort + now.sim, 10);
+    record.dialled = now.number;
+    record.originated = now.originated;
+    record.answered = now.answered;
+    record.disconnected = scene.state.clock.moment(scene.agenda.now());
+    record.clearCause = record.releaseCause = how.cause;
+    record.level = port.signal;
+    record.bcch = port.bcch;
+    record.network = port.network;
+    scene.state.callRecords.add(PortAddress::ofSlot(slot), std::move(record));
 }
 
 void CallLife::later(int slot, Scene::Milliseconds delay, std::function<void(CallLife&, int)> step) {

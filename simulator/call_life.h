@@ -23,6 +23,9 @@ private:
         int channel = 0;
         bool incoming = false;           // from the mobile side
         bool isdnAnswersLast = false;    // a call dialled by code 9
+        std::string number;
+        std::chrono::sys_seconds originated;
+        std::optional<std::chrono::sys_seconds> answered;
         Scene::Milliseconds counted{0};  // the talk up to this moment is in the SIM's counter
         // Tells a call of a port from the ones before, so that what was planned for those does nothing.
         unsigned serial = 0;
@@ -33,6 +36,7 @@ private:
     void connecting(int slot);
     void connect(int slot);
     void tick(int slot);
+    void record(int slot, const CallEnd& how);
     void end(int slot, const CallEnd& how);
 
     // Does it unless the call has ended by then.

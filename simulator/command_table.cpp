@@ -28,6 +28,8 @@ constexpr std::array rows{
     CommandRow{"C_MOD", writePortSettings},
     CommandRow{"R_SIM", readSimSettings},
     CommandRow{"C_SIM", writeSimSettings},
+    CommandRow{"R_CDR", readCallRecord},
+    CommandRow{"C_CDR", dropCallRecord},
     CommandRow{"R_ISD", readIsdn},
     CommandRow{"C_ISD", writeIsdn},
     CommandRow{"R_ILS", readIsdnCounters},

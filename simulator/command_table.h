@@ -28,6 +28,9 @@ void readPortSettings(Request&);
 void writePortSettings(Request&);
 void readSimSettings(Request&);
 void writeSimSettings(Request&);
+// Call records.
+void readCallRecord(Request&);
+void dropCallRecord(Request&);
 // E1 line.
 void readIsdn(Request&);
 void writeIsdn(Request&);

@@ -30,7 +30,22 @@ Gateway::Gateway(GatewayOptions options)
     keptState.accounts.adminPassword = std::move(options.adminPassword);
     if (!options.esn.empty()) keptState.esn = std::move(options.esn);
     fitCdmaModules(keptState.ports, options.cdmaPorts);
+    recordEarlierCalls(options.callRecords, options.seed);
     wakeLife();
+}
+
+// With dice of their own, so that their number changes nothing else.
+void Gateway::recordEarlierCalls(int count, std::uint64_t seed) {
+    Random dice(seed + 1);
+    std::vector<int> slots;
+    for (int slot = 0; slot < portCount; ++slot)
+        if (keptState.ports[static_cast<std::size_t>(slot)].module == '1') slots.push_back(slot);
+    const auto start = keptState.clock.moment(currentTime);
+    for (int call = 0; call < count && !slots.empty(); ++call) {
+        const auto slot = slots[static_cast<std::size_t>(dice.between(0, static_cast<std::int64_t>(slots.size()) - 1))];
+        const auto ago = std::chrono::seconds(30) * (count - call);
+        keptState.callRecords.add(PortAddress::ofSlot(slot), someCallRecord(dice, start - ago));
+    }
 }
 
 void Gateway::linkUp() {

@@ -22,6 +22,7 @@ struct GatewayOptions {
     std::optional<std::chrono::sys_seconds>
         start;  // the gateway's date and time at 0 ms; none: one of the seed
     int cdmaPorts = 0;  // of the ports in service; the others are GSM
+    int callRecords = 0;  // calls that nobody has fetched yet, of the hours before the start
     Faults faults;
     LifeRates life;  // nothing happens by itself
 };
@@ -63,6 +64,7 @@ public:
     void forgetLinesReceived() { received.clear(); }
 
 private:
+    void recordEarlierCalls(int count, std::uint64_t seed);
     bool hears(const std::string& line, const ReplyFaults& how);
     void sendDue();
     void carryOut(const std::string& line, const ReplyFaults& how);

@@ -24,8 +24,12 @@ std::string ClockReading::text() const {
 
 GatewayClock::GatewayClock(sys_seconds start) : base(start) {}
 
+sys_seconds GatewayClock::moment(milliseconds now) const {
+    return base + duration_cast<seconds>(now - basedAt);
+}
+
 ClockReading GatewayClock::read(milliseconds now) const {
-    const auto time = base + duration_cast<seconds>(now - basedAt);
+    const auto time = moment(now);
     const auto date = floor<days>(time);
     const year_month_day calendar(date);
     const hh_mm_ss<seconds> ofDay(time - date);

@@ -27,6 +27,8 @@ public:
     explicit GatewayClock(std::chrono::sys_seconds start);
 
     ClockReading read(std::chrono::milliseconds now) const;
+    // The same to the second.
+    std::chrono::sys_seconds moment(std::chrono::milliseconds now) const;
 
     // Takes the six fields of `text()`'s order; an empty one keeps what the clock shows. False, and nothing
     // changed, when the fields make no date or time.

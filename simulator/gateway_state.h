@@ -1,5 +1,6 @@
 #pragma once
 
+#include "simulator/call_records.h"
 #include "simulator/gateway_clock.h"
 #include "simulator/port_address.h"
 #include "simulator/port_record.h"
@@ -114,6 +115,7 @@ struct GatewayState {
     std::array<Bearer, channelCount> bearers;
     IsdnRecord isdn;
     IsdnCounters isdnCounters{};
+    CallRecords callRecords;
 };
 
 }  // namespace simulator

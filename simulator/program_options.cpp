@@ -76,6 +76,13 @@ std::string setCdma(Options& options, Text text) {
     return {};
 }
 
+std::string setRecords(Options& options, Text text) {
+    const auto count = number(text, 0, 10'000'000);
+    if (!count) return "no number of records: " + std::string(text);
+    options.gateway.callRecords = *count;
+    return {};
+}
+
 std::string setPing(Options& options, Text text) {
     const auto interval = number(text, 0, 3'600'000);
     if (!interval) return "no interval in ms: " + std::string(text);
@@ -125,6 +132,7 @@ constexpr std::array flags{
          [](Options& o, Text t) { return setPassword(o.gateway.adminPassword, t); }},
     Flag{"--esn", Value::needed, "E", "the gateway's serial number", setEsn},
     Flag{"--cdma", Value::needed, "N", "so many of the ports in service are CDMA, the last ones (0)", setCdma},
+    Flag{"--records", Value::needed, "N", "call records that wait to be fetched (200)", setRecords},
     Flag{"--life", Value::needed, "RATE",
          "what happens by itself: off, quiet, busy, storm[=LINES_PER_SECOND] (quiet; 10000)",
          [](Options& o, Text t) { return readLife(o.gateway.life, t); }},

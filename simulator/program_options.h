@@ -11,8 +11,11 @@ namespace simulator {
 
 // What the command line of trunvex-gateway asks for.
 struct ProgramOptions {
-    // A newcomer who starts the program sees something move.
-    ProgramOptions() { gateway.life = LifeRates::quiet(); }
+    // A newcomer who starts the program sees something move, and has calls to fetch.
+    ProgramOptions() {
+        gateway.life = LifeRates::quiet();
+        gateway.callRecords = 200;
+    }
 
     enum class Way { listen, dial, terminal };
 

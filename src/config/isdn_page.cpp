@@ -84,7 +84,8 @@ std::vector<std::string> IsdnPage::heldValues(const IsdnRec& isdn) const {
 
 // The timer counts for imitated processing only; greyed, it is what the gateway holds.
 void IsdnPage::followRules() {
-    const bool used = CmbIncomingCallsMode.index() != 0;
+    const auto way = CmbIncomingCallsMode.index();
+    const bool used = way == imitation || way == ChoiceField::none;
     if (!used && txtInCallMode.enabled() && !form.filling()) form.undo(txtInCallMode);
     txtInCallMode.setEnabled(used);
     cmdUndoIsdn.setEnabled(form.edited());

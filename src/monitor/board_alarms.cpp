@@ -40,8 +40,9 @@ std::string count(std::string_view counter) { return "Count:" + escaped(counter)
 
 void frmSimStatus::systemAlarm(const Fields& fields) {
     const auto code = fields.at(3);
-    for (const auto& lamp : lampCodes)
-        if (lamp.code == code) imgSystemStatus[static_cast<std::size_t>(lamp.lamp)].setPicture(lamp.picture);
+    if (!code.empty() && code.front() == '0')
+        for (const auto& lamp : lampCodes)
+            if (lamp.code == code) imgSystemStatus[static_cast<std::size_t>(lamp.lamp)].setPicture(lamp.picture);
     const auto first = fields.at(4);
     const auto second = fields.at(5);
     if (code == "100") {
@@ -76,13 +77,14 @@ void frmSimStatus::portAlarm(const Fields& fields) {
     const auto sim = fields.at(2);
     const auto code = fields.at(3);
     constexpr int messageReport = 19;  // of the messages, and no state of a cell
-    if (val(code) == messageReport || simAbsence(port, sim, code)) return;
-    if (!lamps(port, code)) return;
-    if (showsSim(val(code))) {
+    const auto number = val(code);
+    if (number == messageReport || simAbsence(port, sim, code)) return;
+    if (!lamps(port, code, number)) return;
+    if (showsSim(number)) {
         port.setState(BoardColours::PORT_ACTIVE, colours_);
         port.LblSIM_num.setText("SIM #" + std::string(sim));
     }
-    effect(port, fields);
+    effect(port, fields, number);
     countCall(port);
 }
 
@@ -105,8 +107,7 @@ bool frmSimStatus::simAbsence(PortCell& port, std::string_view sim, std::string_
 }
 
 // False when the event ends at its lamp: code 20 has no text for the tip, and never had.
-bool frmSimStatus::lamps(PortCell& port, std::string_view code) {
-    const auto number = val(code);
+bool frmSimStatus::lamps(PortCell& port, std::string_view code, std::int64_t number) {
     if (number >= 26 && number <= 40) {
         port.imgStatusSim.setPicture(number == 40 ? greenLamp : redLamp);
         port.imgStatusSim.setTip("sim status:" + statusItems_.at(code));
@@ -125,10 +126,9 @@ bool frmSimStatus::lamps(PortCell& port, std::string_view code) {
     return true;
 }
 
-void frmSimStatus::effect(PortCell& port, const Fields& fields) {
+void frmSimStatus::effect(PortCell& port, const Fields& fields, std::int64_t number) {
     const auto code = fields.at(3);
     const auto first = fields.at(4);
-    const auto number = val(code);
     switch (number) {
         case 1:
         case 2:

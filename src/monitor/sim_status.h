@@ -71,8 +71,8 @@ private:
     void bindChannel(std::string_view port, std::string_view channel);
     void portAlarm(const Fields& fields);
     bool simAbsence(PortCell& cell, std::string_view sim, std::string_view code);
-    bool lamps(PortCell& cell, std::string_view code);
-    void effect(PortCell& cell, const Fields& fields);
+    bool lamps(PortCell& cell, std::string_view code, std::int64_t number);
+    void effect(PortCell& cell, const Fields& fields, std::int64_t number);
     void registered(PortCell& cell, const char* where);
     void signalLevel(PortCell& cell, std::int64_t level);
     void countCall(PortCell& cell);

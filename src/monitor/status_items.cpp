@@ -48,14 +48,28 @@ StatusItems::StatusItems()
              {"IMG254", "imgAnt_4"},
              {"IMG22", "imgREG1"},
              {"IMG23", "imgAnt_0"},
-             {"IMG24", "imgREG2"}} {}
-
-const std::string& StatusItems::at(std::string_view key) const {
-    const auto found = items_.find(key);
-    if (found == items_.end()) throw std::out_of_range("no status item " + std::string(key));
-    return found->second;
+             {"IMG24", "imgREG2"}} {
+    for (std::size_t code = 0; code < codes; ++code)
+        if (const auto found = items_.find(std::to_string(code)); found != items_.end()) byCode_[code] = &found->second;
 }
 
-bool StatusItems::isEmptyItem(std::string_view key) const { return items_.find(key) == items_.end(); }
+const std::string* StatusItems::find(std::string_view key) const {
+    const auto digit = [key](std::size_t at) { return static_cast<std::size_t>(key[at] - '0'); };
+    const bool isCode = (key.size() == 1 || (key.size() == 2 && digit(1) <= 9)) && digit(0) >= 1 && digit(0) <= 9;
+    if (isCode) {
+        const auto code = key.size() == 1 ? digit(0) : digit(0) * 10 + digit(1);
+        return code < codes ? byCode_[code] : nullptr;
+    }
+    const auto found = items_.find(key);
+    return found == items_.end() ? nullptr : &found->second;
+}
+
+const std::string& StatusItems::at(std::string_view key) const {
+    const auto* text = find(key);
+    if (!text) throw std::out_of_range("no status item " + std::string(key));
+    return *text;
+}
+
+bool StatusItems::isEmptyItem(std::string_view key) const { return find(key) == nullptr; }
 
 }  // namespace trunvex

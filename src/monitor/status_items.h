@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <map>
 #include <string>
 #include <string_view>
@@ -10,13 +11,20 @@ namespace trunvex {
 class StatusItems {
 public:
     StatusItems();
+    StatusItems(const StatusItems&) = delete;  // it points into itself
+    StatusItems& operator=(const StatusItems&) = delete;
 
     // Throws std::out_of_range for a key that is not there.
     const std::string& at(std::string_view key) const;
     bool isEmptyItem(std::string_view key) const;
 
 private:
+    static constexpr std::size_t codes = 41;
+
+    const std::string* find(std::string_view key) const;
+
     std::map<std::string, std::string, std::less<>> items_;
+    std::array<const std::string*, codes> byCode_{};  // the texts once more: each report looks for several
 };
 
 }  // namespace trunvex

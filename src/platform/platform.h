@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/clock.h"
+#include "platform/database.h"
 #include "platform/dialogs.h"
 #include "platform/serial_port.h"
 #include "platform/tcp_socket.h"
@@ -27,6 +28,7 @@ public:
     virtual std::unique_ptr<TcpSocket> makeTcpSocket() = 0;
     virtual Dialogs& dialogs() = 0;
     virtual Tray& tray() = 0;
+    virtual DatabaseEngine& databases() = 0;
 };
 
 }  // namespace trunvex

@@ -24,6 +24,8 @@ Console::Console(Platform& platform_, const std::filesystem::path& folder)
       pages(platform.dialogs(), tables, objSpool, reads, writes, platform.clock(), setting, dispatcher, bringUp,
             realTimeUpdate, portTree, [this](const std::string& text) { tell(text); }),
       routingPage(realTimeUpdate),
+      callStore(platform.databases(), folder),
+      cdrDownload(platform, setting, session, objSpool, dispatcher, bringUp, callStore),
       board(platform, setting, dispatcher, session, bringUp, realTimeUpdate, objSpool, reads, refreshes),
       portState(board, tables, dispatcher, session, refreshes, realTimeUpdate),
       lastCalls(platform, history, session),
@@ -61,6 +63,7 @@ Console::Console(Platform& platform_, const std::filesystem::path& folder)
         portState.UpdateCDMA();
     });
     dispatcher.esnReceived.connect([this] { portTree.takeIdentity(); });
+    dispatcher.esnReceived.connect([this] { callStore.setGateway(session.gESN); });
     board.dialled().connect([this](int index, const std::string& number) {
         lastCalls.SAVE_LastCalls(index, number + " (" + panel.getPanelText("time") + ")");
     });

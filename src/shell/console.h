@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "config/model/shared_tables.h"
+#include "cdr/cdr_download.h"
 #include "config/port_detection.h"
 #include "config/port_tree.h"
 #include "config/routing_page.h"
@@ -54,6 +55,8 @@ public:
     PortTree portTree;
     SettingsPages pages;
     RoutingPage routingPage;
+    CallStore callStore;
+    CdrDownload cdrDownload;
     frmSimStatus board;
     PortState portState;
     LastCalls lastCalls;

@@ -13,12 +13,14 @@ namespace trunvex::fakes {
 class SettingsBench : public testing::Test {
 protected:
     SettingsBench() {
+        using enum simulator::ModuleKind;
         gateway.state().ports.fill(simulator::Port{});
-        fit("11", simulator::ModuleKind::gsm);
-        fit("12", simulator::ModuleKind::gsmSecondScale);
-        fit("13", simulator::ModuleKind::cdma);
-        fit("21", simulator::ModuleKind::gsm);
-        fit("22", simulator::ModuleKind::gsm);
+        for (const auto& [at, kind] :
+             {std::pair{"11", gsm}, {"12", gsmSecondScale}, {"13", cdma}, {"21", gsm}, {"22", gsm}}) {
+            module(at).module = '1';
+            module(at).kind = kind;
+        }
+        module("12").settings.rxLevel = "2";
         console.dispatcher.debugDisplay.connect([this](std::string_view line) { heard.emplace_back(line); });
         console.mainWindow.openPage("groups");  // a page that reads nothing by itself
         bench.logIn(gateway);
@@ -27,12 +29,6 @@ protected:
 
     simulator::Port& module(const std::string& at) {
         return gateway.state().port(*simulator::PortAddress::parse(at));
-    }
-    void fit(const std::string& address, simulator::ModuleKind kind) {
-        auto& fitted = module(address);
-        fitted.module = '1';
-        fitted.kind = kind;
-        if (kind == simulator::ModuleKind::gsmSecondScale) fitted.settings.rxLevel = "2";
     }
     // Selects a node on the main page and lets what it lacks be read.
     void select(const std::string& key) {
@@ -58,24 +54,18 @@ protected:
         bench.runStation();
         bench.advance(10);
     }
-    // What arrived at the gateway since it was last asked for.
+    // What arrived at the gateway, and the texts of the boxes, since they were last asked for.
     std::vector<std::string> arrived() {
         auto lines = gateway.linesReceived();
         gateway.forgetLinesReceived();
         return lines;
     }
-    // The last answer that begins so, empty without one.
-    std::string answer(const std::string& start) const {
-        const auto found = std::find_if(heard.rbegin(), heard.rend(),
-                                        [&](const std::string& line) { return line.starts_with(start); });
-        return found == heard.rend() ? std::string() : *found;
-    }
-    // Texts of the boxes since they were last asked for.
     std::vector<std::string> told() {
         auto texts = boxes.texts();
         boxes.shown.clear();
         return texts;
     }
+    const std::string& notice() const { return console.mainWindow.lblNotice.text(); }
     // The word with which a button's press is refused, and nothing sent; empty when it is carried out.
     std::string refusal(ActionField& button) {
         arrived();
@@ -87,6 +77,7 @@ protected:
         EXPECT_THAT(lines, testing::IsEmpty()) << texts[0];
         return texts[0];
     }
+
     struct Limit {
         InputField& field;
         std::string value;
@@ -94,28 +85,27 @@ protected:
     };
     // Each value in its turn, in a record that is in order but for it.
     void expectLimits(RecordForm& form, ActionField& write, const std::vector<Limit>& limits) {
-        for (const auto& limit : limits) {
-            SCOPED_TRACE(limit.field.name() + " = " + limit.value);
-            limit.field.setValue(limit.value);
-            EXPECT_EQ(refusal(write), limit.word);
-            EXPECT_EQ(limit.field.problem(), limit.word);
+        for (const auto& [field, value, word] : limits) {
+            SCOPED_TRACE(field.name() + " = " + value);
+            field.setValue(value);
+            EXPECT_EQ(refusal(write), word);
+            EXPECT_EQ(field.problem(), word);
             form.undo();
-            EXPECT_EQ(limit.field.problem(), "");
         }
     }
-    // All faults at once: each is named when those before it are mended, and at last the record is written.
     struct Fault {
         InputField& field;
         std::string bad;
         std::string good;
         std::string word;
     };
+    // All faults at once: each is named when those before it are mended, and at last the record is written.
     void expectOrder(ActionField& write, const std::vector<Fault>& faults) {
         for (const auto& fault : faults) fault.field.setValue(fault.bad);
-        for (const auto& fault : faults) {
-            EXPECT_EQ(refusal(write), fault.word);
-            EXPECT_EQ(fault.field.problem(), fault.word) << fault.field.name();
-            fault.field.setValue(fault.good);
+        for (const auto& [field, bad, good, word] : faults) {
+            EXPECT_EQ(refusal(write), word);
+            EXPECT_EQ(field.problem(), word) << field.name();
+            field.setValue(good);
         }
         EXPECT_EQ(refusal(write), "");
     }
@@ -129,7 +119,6 @@ protected:
                 form.undo();
             }
     }
-    const std::string& notice() const { return console.mainWindow.lblNotice.text(); }
 
     simulator::Gateway gateway{seeded(3)};
     ConsoleBench bench;
@@ -139,6 +128,7 @@ protected:
     PortPage& port = pages.port;
     SimPage& sim = pages.sim;
     IsdnPage& isdn = pages.isdn;
+    SystemPage& system = pages.system;
     ScriptedDialogs& boxes = bench.platform.boxes;
     std::vector<std::string> heard;
 };

@@ -13,13 +13,12 @@ enum class Fate {
     Written,  // as it was read
     Kept,     // an empty field leaves it to the gateway
     Zeroed,   // always written "0"
-    Told,     // the gateway's own word, which nobody writes
 };
 
 struct Column {
     std::size_t at;  // position in the answer
     const char* name;
-    Values values;
+    Values values;  // none for the gateway's own word, which nobody writes
     Fate fate = Fate::Written;
     std::map<std::size_t, std::string> with = {};            // other fields, so that the value means something
     std::string (*as)(const std::string& value) = nullptr;  // how it comes back; unchanged without
@@ -38,11 +37,6 @@ struct Record {
 Values range(int first, int last, int digits = 1) {
     Values values;
     for (int value = first; value <= last; ++value) values.push_back(simulator::padded(value, digits));
-    return values;
-}
-
-Values operator+(Values values, const Values& more) {
-    values.insert(values.end(), more.begin(), more.end());
     return values;
 }
 
@@ -71,8 +65,11 @@ std::string joined(const Values& fields, std::size_t first, std::size_t last) {
 class RoundTrip : public fakes::SettingsBench {
 protected:
     Values readNow(const Record& record) {
+        heard.clear();
         press(record.read);
-        return simulator::splitFields(answer("A_" + record.key).substr(5));
+        const auto answer = std::find_if(heard.begin(), heard.end(),
+                                         [&](const std::string& line) { return line.starts_with("A_" + record.key); });
+        return answer == heard.end() ? Values() : simulator::splitFields(answer->substr(5));
     }
 
     void expectAll(const Record& record) {
@@ -113,10 +110,10 @@ protected:
         const auto address = node.substr(3);
         module(address).settings.moduleInfo = "Rev 4.1";
         std::vector<Column> columns{
-            {1, "kind", {}, Fate::Told},
-            {2, "information", {}, Fate::Told},
-            {3, "more information", {}, Fate::Told},
-            {4, "no registration timer", Values{"0"} + range(60, 255)},
+            {1, "kind", {}},
+            {2, "information", {}},
+            {3, "more information", {}},
+            {4, "no registration timer", range(60, 255)},
             {7, "least digits", range(2, 7)},
             {8, "most digits", range(5, 32)},
             {9, "pause between digits", range(1, 200)},
@@ -128,7 +125,7 @@ protected:
             {15, "reserved text", {"0a1B2c3D", "--------"}, Fate::Kept}};
         columns.insert(columns.end(), levels.begin(), levels.end());
         const auto set = [&](const Values& fields) {
-            const auto ofLevels = levels.front().fate == Fate::Told ? "," : joined(fields, 5, 6);
+            const auto ofLevels = levels.front().values.empty() ? "," : joined(fields, 5, 6);
             elsewhere("C_MOD" + address + ",,,," + fields.at(4) + "," + ofLevels + "," + joined(fields, 7, 15) + ",,");
         };
         select(node);
@@ -137,35 +134,28 @@ protected:
     }
 };
 
-TEST_F(RoundTrip, OfAPortOfTheFirstScale) {
+TEST_F(RoundTrip, OfAPortOfEachKind) {
     expectPort("MOD11", {{5, "transmit level", {"250", "252", "254", "0", "2", "4", "6"}},
                          {6, "receive level", range(0, 111), Fate::Written, {}, ofBand}});
-}
-
-TEST_F(RoundTrip, OfAPortOfTheSecondScale) {
     expectPort("MOD12", {{5, "transmit level", range(0, 4)}, {6, "receive level", range(0, 4)}});
-}
-
-TEST_F(RoundTrip, OfACdmaPort) {
     select("MOD13");  // the console takes it for GSM until its record tells
-    expectPort("CDM13", {{5, "transmit level", {}, Fate::Told}, {6, "receive level", {}, Fate::Told}});
+    expectPort("CDM13", {{5, "transmit level", {}}, {6, "receive level", {}}});
 }
 
 TEST_F(RoundTrip, OfASim) {
-    std::vector<Column> columns{
-        {1, "phone number", {"5550100", "+99955512345", "0"}},
-        {2, "PIN", {"0000", "12345678", "1"}},
-        {3, "predial", {"*31#", "0"}, Fate::Kept},
-        {4, "caller ID", range(0, 2)},
-        {5, "budget", {"0", "1", "59998", "59999"}},
-        {6, "call minutes", {"0", "1", "59999"}},
-        {7, "cell lock", {"00000", "00001", "00044", "01023", "01024"}, Fate::Written, {{9, "60"}}},
-        {8, "least signal", range(0, 63)},
-        {9, "BCCH timer", {"0", "30", "31", "65534", "65535"}},
-        {10, "operator", {"0", "1", "00101", "99901", "999999"}},
-        {11, "first row off", {"00000000", "00005923"}, Fate::Written, {{12, "0"}}},
-        {19, "bundle", {"0", "32", "64", "96", "128", "160", "192", "224"}},
-        {20, "mark", {}, Fate::Told}};
+    std::vector<Column> columns{{1, "phone number", {"5550100", "+99955512345", "0"}},
+                                {2, "PIN", {"0000", "12345678", "1"}},
+                                {3, "predial", {"*31#", "0"}, Fate::Kept},
+                                {4, "caller ID", range(0, 2)},
+                                {5, "budget", {"0", "1", "59998", "59999"}},
+                                {6, "call minutes", {"0", "1", "59999"}},
+                                {7, "cell lock", {"00000", "00001", "01023", "01024"}, Fate::Written, {{9, "60"}}},
+                                {8, "least signal", range(0, 63)},
+                                {9, "BCCH timer", {"0", "30", "31", "65534", "65535"}},
+                                {10, "operator", {"0", "1", "00101", "99901", "999999"}},
+                                {11, "first row off", {"00000000", "00005923"}, Fate::Written, {{12, "0"}}},
+                                {19, "bundle", {"0", "32", "64", "96", "128", "160", "192", "224"}},
+                                {20, "mark", {}}};
     for (const std::size_t row : {11, 13, 15, 17}) {
         columns.push_back({row, "times", times()});
         columns.push_back({row + 1, "days", range(0, 127), Fate::Written, {{row, "00080020"}}});
@@ -177,7 +167,7 @@ TEST_F(RoundTrip, OfASim) {
 
 TEST_F(RoundTrip, OfTheIsdnRecord) {
     const std::vector<Column> columns{
-        {0, "version", {}, Fate::Told},
+        {0, "version", {}},
         {1, "network access", {"8", "4"}},
         {2, "synchronization", {"4", "1"}},
         {3, "incoming calls", {"2", "130"}},
@@ -207,8 +197,7 @@ TEST_F(RoundTrip, OfTheClock) {
                                       {4, "hour", range(0, 23, 2)},
                                       {5, "minute", range(0, 59, 2)}};
     const auto set = [this](const Values& fields) { gateway.state().clock.set(joined(fields, 0, 5), gateway.now()); };
-    auto& page = pages.system;
-    expectAll({"CLK", 0, columns, set, page.form, page.cmdClkRefresh, page.cmdSetTime_});
+    expectAll({"CLK", 0, columns, set, system.form, system.cmdClkRefresh, system.cmdSetTime_});
 }
 
 }  // namespace

@@ -12,12 +12,18 @@ TemporaryFolder::TemporaryFolder() {
     path_ = name;
 }
 
+TemporaryFolder::TemporaryFolder(const char* callTemplate) : TemporaryFolder() {
+    std::filesystem::create_directory(path_ / "data");
+    std::filesystem::copy_file(callTemplate, path_ / "data" / "CDR.mdb");
+}
+
 TemporaryFolder::~TemporaryFolder() {
     std::error_code error;
     std::filesystem::remove_all(path_, error);
 }
 
-ConsoleBench::ConsoleBench() {
+ConsoleBench::ConsoleBench(std::filesystem::path home)
+    : console(platform, home.empty() ? folder.path() : home) {
     console.mainWindow.openPage("groups");  // a page that asks the gateway for nothing by itself
     console.bringUp.showConnectionDialog = [this](frmConnectionSelect& shown) {
         if (dialog)

@@ -22,6 +22,8 @@ inline simulator::GatewayOptions seeded(std::uint64_t seed, std::string esn = "4
 class TemporaryFolder {
 public:
     TemporaryFolder();
+    // With the template of the call database, as an installed program has it.
+    explicit TemporaryFolder(const char* callTemplate);
     ~TemporaryFolder();
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
@@ -34,7 +36,8 @@ private:
 // A whole console on the manual clock. Its connection dialog is answered by `dialog`: TCP and OK when that is unset.
 class ConsoleBench {
 public:
-    ConsoleBench();
+    // In a folder of its own, or in one that an earlier console has left.
+    explicit ConsoleBench(std::filesystem::path home = {});
 
     // Presses Connect and lets the peer take the call.
     void connect();
@@ -50,10 +53,10 @@ public:
     const std::string& panelText() const { return console.panel.getPanelText(); }
     std::vector<std::string> sent() const { return platform.socket->sentLines(); }
 
-    TemporaryFolder folder;
+    TemporaryFolder folder{CALL_TEMPLATE};
     ManualPlatform platform;
     std::function<void(frmConnectionSelect&)> dialog;
-    Console console{platform, folder.path()};
+    Console console;
 
 private:
     simulator::Station* station_ = nullptr;

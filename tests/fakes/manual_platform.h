@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/platform.h"
+#include "platform/sqlite/sqlite_engine.h"
 
 namespace trunvex::fakes {
 
@@ -148,8 +149,10 @@ public:
     std::unique_ptr<TcpSocket> makeTcpSocket() override;
     Dialogs& dialogs() override { return boxes; }
     Tray& tray() override { return trayIcon; }
+    DatabaseEngine& databases() override { return databaseFiles; }
 
     ManualLoop loop;
+    SqliteEngine databaseFiles;
     ScriptedDialogs boxes;
     FakeTray trayIcon;
     std::vector<SerialDevice> devices;

@@ -8,11 +8,13 @@
 #include "platform/qt/qt_tcp_socket.h"
 #include "platform/qt/qt_timer.h"
 #include "platform/qt/qt_tray.h"
+#include "platform/sqlite/sqlite_engine.h"
 
 namespace trunvex {
 
 QtPlatform::QtPlatform()
-    : clock_(std::make_unique<QtClock>()), dialogs_(std::make_unique<QtDialogs>()), tray_(std::make_unique<QtTray>()) {}
+    : clock_(std::make_unique<QtClock>()), dialogs_(std::make_unique<QtDialogs>()), tray_(std::make_unique<QtTray>()),
+      databases_(std::make_unique<SqliteEngine>()) {}
 
 QtPlatform::~QtPlatform() = default;
 
@@ -36,5 +38,6 @@ std::vector<SerialDevice> QtPlatform::serialDevices() {
 std::unique_ptr<TcpSocket> QtPlatform::makeTcpSocket() { return std::make_unique<QtTcpSocket>(); }
 Dialogs& QtPlatform::dialogs() { return *dialogs_; }
 Tray& QtPlatform::tray() { return *tray_; }
+DatabaseEngine& QtPlatform::databases() { return *databases_; }
 
 }  // namespace trunvex

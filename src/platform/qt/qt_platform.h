@@ -19,11 +19,13 @@ public:
     std::unique_ptr<TcpSocket> makeTcpSocket() override;
     Dialogs& dialogs() override;
     Tray& tray() override;
+    DatabaseEngine& databases() override;
 
 private:
     std::unique_ptr<Clock> clock_;
     std::unique_ptr<Dialogs> dialogs_;
     std::unique_ptr<Tray> tray_;
+    std::unique_ptr<DatabaseEngine> databases_;
 };
 
 }  // namespace trunvex

@@ -1,0 +1,197 @@
+#include "cdr/call_journal.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <charconv>
+#include <cstdint>
+#include <fstream>
+#include <sstream>
+#include <system_error>
+
+#include "text/text_rules.h"
+
+namespace trunvex {
+
+namespace {
+
+constexpr char separator = '\t';
+constexpr const char* recordLine = "R";
+constexpr const char* addedLine = "A";
+constexpr mode_t ownersOnly = 0600;  // numbers of callers are nobody else's business
+
+// FNV-1a, 64 bits.
+std::string checkSum(std::string_view text) {
+    std::uint64_t sum = 0xcbf29ce484222325;
+    for (const char c : text) sum = (sum ^ static_cast<unsigned char>(c)) * 0x100000001b3;
+    std::array<char, 16> digits{};
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), sum, 16).ptr;
+    return {digits.data(), end};
+}
+
+// A value without separators and line ends of its own.
+std::string packed(std::string_view value) {
+    std::string text;
+    for (const char c : value) {
+        switch (c) {
+            case '\\':
+                text += "\\\\";
+                break;
+            case '\t':
+                text += "\\t";
+                break;
+            case '\n':
+                text += "\\n";
+                break;
+            default:
+                text += c;
+        }
+    }
+    return text;
+}
+
+std::string unpacked(std::string_view text) {
+    std::string value;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '\\' || i + 1 == text.size())
+            value += text[i];
+        else if (const char next = text[++i]; next == 't' || next == 'n')
+            value += next == 't' ? '\t' : '\n';
+        else
+            value += next;
+    }
+    return value;
+}
+
+std::string sealed(const std::string& body) { return body + separator + checkSum(body) + '\n'; }
+
+std::string lineOf(const CallJournal::Entry& entry) {
+    std::string body = recordLine;
+    const auto add = [&body](std::string_view value) { body += separator + packed(value); };
+    add(std::to_string(entry.number));
+    add(std::to_string(entry.slot));
+    add(entry.record.RecordID);
+    for (const auto& column : callColumns) add(entry.record.*column.value);
+    return sealed(body);
+}
+
+// The parts of a line whose check sum is right, else nothing.
+std::vector<std::string> partsOf(const std::string& line) {
+    const auto seal = line.rfind(separator);
+    if (seal == std::string::npos || line.substr(seal + 1) != checkSum(std::string_view(line).substr(0, seal))) return {};
+    std::vector<std::string> parts;
+    std::istringstream body(line.substr(0, seal));
+    for (std::string part; std::getline(body, part, separator);) parts.push_back(unpacked(part));
+    if (line[seal - 1] == separator) parts.emplace_back();  // an empty last value
+    return parts;
+}
+
+[[noreturn]] void fail(const std::filesystem::path& path) {
+    throw std::system_error(errno, std::generic_category(), path.filename().string());
+}
+
+}  // namespace
+
+CallJournal::CallJournal(std::filesystem::path path) : path_(std::move(path)) { read(); }
+
+CallJournal::~CallJournal() {
+    if (file_ >= 0) ::close(file_);
+}
+
+void CallJournal::read() {
+    std::ifstream file(path_, std::ios::binary);
+    for (std::string line; std::getline(file, line);) {
+        const auto parts = partsOf(line);
+        if (parts.size() == 2 && parts[0] == addedLine) {
+            addedUpTo_ = static_cast<int>(val(parts[1]));
+            lastNumber_ = std::max(lastNumber_, addedUpTo_);
+        }
+        if (parts.size() != callColumnCount + 4 || parts[0] != recordLine) continue;
+        Entry entry;
+        entry.number = static_cast<int>(val(parts[1]));
+        entry.slot = static_cast<int>(val(parts[2]));
+        entry.record.RecordID = parts[3];
+        for (std::size_t column = 0; column < callColumnCount; ++column)
+            entry.record.*callColumns[column].value = parts[column + 4];
+        if (entry.slot >= 1 && entry.slot <= cdrChannelCount) keep(std::move(entry));
+    }
+}
+
+void CallJournal::keep(Entry entry) {
+    lastNumber_ = std::max(lastNumber_, entry.number);
+    const auto slot = static_cast<std::size_t>(entry.slot - 1);
+    entries_.push_back(std::move(entry));
+    last_[slot] = static_cast<int>(entries_.size());
+}
+
+void CallJournal::open() {
+    if (file_ >= 0) return;
+    file_ = ::open(path_.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, ownersOnly);
+    if (file_ < 0) fail(path_);
+}
+
+// All of it on the disk, or nothing: half a line would hide the one behind it.
+void CallJournal::write(std::string_view text) {
+    open();
+    const auto end = ::lseek(file_, 0, SEEK_END);
+    std::size_t done = 0;
+    while (done < text.size()) {
+        const auto written = ::write(file_, text.data() + done, text.size() - done);
+        if (written < 0 && errno == EINTR) continue;
+        if (written < 0) break;
+        done += static_cast<std::size_t>(written);
+    }
+    if (done == text.size() && ::fdatasync(file_) == 0) return;
+    const int why = errno;
+    // A file that can't even be cut back is opened anew; its last line fails its check sum.
+    if (::ftruncate(file_, end) != 0) errno = why;
+    ::close(file_);
+    file_ = -1;
+    errno = why;
+    fail(path_);
+}
+
+void CallJournal::append(int slot, const CDRSlot& record) {
+    Entry entry{lastNumber_ + 1, slot, record};
+    write(lineOf(entry));
+    keep(std::move(entry));
+}
+
+const CallJournal::Entry* CallJournal::lastOf(int slot) const {
+    const auto place = last_.at(static_cast<std::size_t>(slot - 1));
+    return place == 0 ? nullptr : &entries_[static_cast<std::size_t>(place - 1)];
+}
+
+// The new file stands beside the old one until it is whole.
+void CallJournal::shrink(int upTo) {
+    if (file_ >= 0) ::close(file_);
+    file_ = -1;
+    std::vector<Entry> kept;
+    for (const auto& entry : entries_)
+        if (entry.number > upTo || lastOf(entry.slot) == &entry) kept.push_back(entry);
+    const auto path = path_;
+    auto fresh = path;
+    fresh += ".new";
+    std::error_code error;
+    std::filesystem::remove(fresh, error);
+    path_ = fresh;
+    try {
+        std::string text = sealed(std::string(addedLine) + separator + std::to_string(upTo));
+        for (const auto& entry : kept) text += lineOf(entry);
+        write(text);
+        std::filesystem::rename(fresh, path);
+    } catch (...) {
+        path_ = path;
+        if (file_ >= 0) ::close(file_);
+        file_ = -1;
+        throw;
+    }
+    path_ = path;
+    addedUpTo_ = upTo;
+    entries_.clear();
+    last_ = {};
+    for (auto& entry : kept) keep(std::move(entry));
+}
+
+}  // namespace trunvex

@@ -1,0 +1,183 @@
+#include "cdr/call_store.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/quietly.h"
+#include "text/text_rules.h"
+
+namespace trunvex {
+
+namespace {
+
+constexpr std::ptrdiff_t lookBack = 64;         // entries
+constexpr std::size_t longestJournal = 4096;  // entries; then it is shrunk in the middle of a run
+
+std::string insertStatement() {
+    std::string names;
+    std::string marks;
+    for (const auto& column : callColumns) {
+        names += (names.empty() ? "" : ", ") + std::string(column.name);
+        marks += marks.empty() ? "?" : ", ?";
+    }
+    return "INSERT INTO CDR (" + names + ") VALUES (" + marks + ")";
+}
+
+// The type of call may have been taken over from the record before, which another run does not know.
+bool sameRecord(const CDRSlot& one, const CDRSlot& other) {
+    return one.RecordID == other.RecordID &&
+           std::all_of(callColumns.begin(), callColumns.end(), [&](const CallColumn& column) {
+               return column.value == &CallRecord::TypeOfCall || one.*column.value == other.*column.value;
+           });
+}
+
+// Rows of a query and the database they are read from.
+class HeldRows : public DatabaseRows {
+public:
+    HeldRows(std::shared_ptr<Database> database, const std::string& sql)
+        : database_(std::move(database)), rows_(database_->query(sql)) {}
+    bool next() override { return rows_->next(); }
+    std::string_view text(int column) const override { return rows_->text(column); }
+    bool isNull(int column) const override { return rows_->isNull(column); }
+
+private:
+    std::shared_ptr<Database> database_;
+    std::unique_ptr<DatabaseRows> rows_;
+};
+
+}  // namespace
+
+CallStore::CallStore(DatabaseEngine& engine, std::filesystem::path applicationFolder)
+    : engine_(engine), folder_(std::move(applicationFolder)) {}
+
+void CallStore::setGateway(const std::string& esn) {
+    const auto file = folder_ / "data" / ("CDR" + fileNamePart(esn) + ".mdb");
+    if (file == file_) return;
+    endRun();
+    journal_.reset();
+    file_ = file;
+}
+
+bool CallStore::CheckCDRFile() {
+    if (file_.empty()) file_ = folder_ / "CDR_NO_ESN.mdb";
+    if (std::filesystem::exists(file_)) return false;
+    // A copy that a crash has cut short must never be taken for a database.
+    auto fresh = file_;
+    fresh += ".new";
+    std::filesystem::copy_file(folder_ / "data" / "CDR.mdb", fresh, std::filesystem::copy_options::overwrite_existing);
+    std::filesystem::permissions(fresh, std::filesystem::perms::owner_write, std::filesystem::perm_options::add);
+    std::filesystem::rename(fresh, file_);
+    return true;
+}
+
+std::shared_ptr<Database> CallStore::database() {
+    if (held_ && !std::filesystem::exists(file_)) held_.reset();  // someone has taken the file away
+    if (held_) return held_;
+    CheckCDRFile();
+    std::shared_ptr<Database> opened = engine_.open(file_);
+    if (holding_) held_ = opened;
+    return opened;
+}
+
+CallJournal& CallStore::journal() {
+    if (file_.empty()) CheckCDRFile();
+    if (!journal_) journal_ = std::make_unique<CallJournal>(std::filesystem::path(file_).replace_extension(".journal"));
+    return *journal_;
+}
+
+int CallStore::addedUpTo(Database& database) { return std::max(database.mark(), journal().addedUpTo()); }
+
+void CallStore::take(int slot, const CDRSlot& record) {
+    if (record.port.empty() && record.sim.empty()) return;
+    if (takenAlready(slot, record)) return;
+    if (const auto* last = journal().lastOf(slot)) addUpTo(last->number);
+    journal().append(slot, record);
+}
+
+// A late or doubled answer may bring an earlier record than the last one.
+bool CallStore::takenAlready(int slot, const CDRSlot& record) {
+    const auto& entries = journal().entries();
+    const auto* last = journal().lastOf(slot);
+    if (last && sameRecord(last->record, record)) return true;
+    const auto from = static_cast<std::ptrdiff_t>(entries.size()) > lookBack ? entries.end() - lookBack : entries.begin();
+    return std::any_of(from, entries.end(), [&](const CallJournal::Entry& entry) {
+        return entry.slot == slot && sameRecord(entry.record, record);
+    });
+}
+
+void CallStore::add(int slot) {
+    if (const auto* last = journal().lastOf(slot)) addUpTo(last->number);
+}
+
+void CallStore::recover() {
+    if (!file_.empty() && !journal().entries().empty()) addUpTo(journal().entries().back().number);
+}
+
+void CallStore::addUpTo(int number) {
+    const auto& entries = journal().entries();
+    try {
+        const auto into = database();
+        const int already = addedUpTo(*into);
+        if (number <= already) return;
+        std::vector<const CallRecord*> rows;
+        into->execute("BEGIN IMMEDIATE");
+        try {
+            static const auto insert = insertStatement();
+            for (const auto& entry : entries) {
+                if (entry.number <= already || entry.number > number) continue;
+                std::vector<std::string_view> values;
+                for (const auto& column : callColumns) values.emplace_back(entry.record.*column.value);
+                into->execute(insert, values);
+                rows.push_back(&entry.record);
+            }
+            into->setMark(number);
+            into->execute("COMMIT");
+        } catch (...) {
+            held_.reset();  // closing it takes back what was begun
+            throw;
+        }
+        for (const auto* row : rows) added_.emit(*row);
+        if (entries.size() < longestJournal) return;
+        into->makeDurable();
+        journal().shrink(number);
+    } catch (const DatabaseError&) {
+        held_.reset();
+        throw;
+    }
+}
+
+// What was added is made safe, so that the journal can be short.
+void CallStore::endRun() {
+    const bool ran = std::exchange(holding_, false);
+    const auto last = std::exchange(held_, nullptr);
+    if (!ran || !last || !journal_ || journal_->entries().empty()) return;
+    // Otherwise the journal stays long, and the next run shrinks it.
+    quietly("endRun", [&] {
+        last->makeDurable();
+        journal_->shrink(addedUpTo(*last));
+    });
+}
+
+std::unique_ptr<DatabaseRows> CallStore::query(const std::string& sql) {
+    return std::make_unique<HeldRows>(database(), sql);
+}
+
+void CallStore::clear() {
+    if (file_.empty() || !std::filesystem::exists(file_)) return;
+    int already = journal().addedUpTo();
+    // A damaged file is deleted all the same; what the journal holds beyond its own mark is added to the next one.
+    quietly("clear", [&] { already = addedUpTo(*database()); });
+    held_.reset();
+    journal().shrink(already);
+    engine_.remove(file_);
+}
+
+void CallStore::copyTo(const std::filesystem::path& target) {
+    auto fresh = target;
+    fresh += ".new";
+    std::filesystem::remove(fresh);
+    database()->copyTo(fresh);
+    std::filesystem::rename(fresh, target);
+}
+
+}  // namespace trunvex

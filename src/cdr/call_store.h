@@ -1,0 +1,73 @@
+#pragma once
+
+#include <sigc++/sigc++.h>
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "cdr/call_journal.h"
+#include "cdr/call_record.h"
+#include "platform/database.h"
+
+namespace trunvex {
+
+// The call records of one gateway on disk: the database with the table CDR, and beside it the journal of what was taken
+// from the gateway. A record is in the journal, and on the disk, before the gateway may drop it; it leaves the journal
+// in the transaction that adds its row. So the end of the program at any moment neither loses a call nor counts one
+// twice.
+//
+// What fails throws: DatabaseError from the database, std::system_error from files. Nothing has changed then, and the
+// same call may be tried again.
+class CallStore {
+public:
+    CallStore(DatabaseEngine& engine, std::filesystem::path applicationFolder);
+
+    // The database of a gateway, "data/CDR<ESN>.mdb" in the application folder. What is held open is closed.
+    void setGateway(const std::string& esn);
+    // Empty until a gateway is known, or something was stored without one.
+    const std::filesystem::path& gCDRFile() const { return file_; }
+    // Makes sure that there is a database; true when it had to be made from the template. While no gateway is known it
+    // is "CDR_NO_ESN.mdb" in the application folder.
+    bool CheckCDRFile();
+
+    // The record of a channel (slot 1 to 16) goes to the journal. One that equals the channel's last one, or one a
+    // little before, is that one: the gateway has not heard that it may drop it. An earlier one that was never added is added now: the gateway has
+    // gone on, so it has dropped that.
+    void take(int slot, const CDRSlot& record);
+    // Adds what was taken of the channel, and what was taken of others before it. What is in the table already is not
+    // added again.
+    void add(int slot);
+    // Adds all that was taken and is not in the table: what the end of the program, a full disk or a lock has left.
+    void recover();
+    // A row came into the table.
+    sigc::signal<void(const CallRecord&)>& added() { return added_; }
+
+    // Between these the database stays open; outside, each call opens and closes it.
+    void beginRun() { holding_ = true; }
+    void endRun();
+
+    // The rows of a query. The database stays open while they live.
+    std::unique_ptr<DatabaseRows> query(const std::string& sql);
+    // Deletes the database. What was taken and is not in the table yet stays in the journal.
+    void clear();
+    // The whole database as one file, which is there when it is complete.
+    void copyTo(const std::filesystem::path& target);
+
+private:
+    std::shared_ptr<Database> database();
+    CallJournal& journal();
+    bool takenAlready(int slot, const CDRSlot& record);
+    int addedUpTo(Database& database);
+    void addUpTo(int number);
+
+    DatabaseEngine& engine_;
+    std::filesystem::path folder_;
+    std::filesystem::path file_;
+    std::unique_ptr<CallJournal> journal_;
+    std::shared_ptr<Database> held_;
+    bool holding_ = false;
+    sigc::signal<void(const CallRecord&)> added_;
+};
+
+}  // namespace trunvex

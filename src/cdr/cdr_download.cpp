@@ -1,0 +1,275 @@
+#include "cdr/cdr_download.h"
+
+#include <system_error>
+#include <utility>
+
+#include "config/model/shared_tables.h"
+#include "text/text_rules.h"
+
+namespace trunvex {
+
+namespace {
+
+constexpr int entryMs = 1000;
+constexpr int atOnceMs = 2;
+constexpr int minuteMs = 60000;
+constexpr int holdMs = 1000;         // between two tries to write what could not be written
+constexpr std::size_t batchSize = 51;  // a round that begins below it is finished
+constexpr int barIndex = CoolProgressBar::Read;
+
+// "PORT: 3 MCU: 2": the digits of a channel's address, the second as 1 or 2.
+std::string labelOf(std::string_view address) {
+    return "PORT: " + std::string(address.substr(0, 1)) + " MCU: " + (right(address, 1) == "3" ? "2" : "1");
+}
+
+std::string reasonOf(const std::exception& error) {
+    const auto* failed = dynamic_cast<const DatabaseError*>(&error);
+    std::string what = "The call can't be stored";
+    if (failed) {
+        switch (failed->cause()) {
+            case DatabaseError::Cause::Locked:
+                what = "The call database is locked by another program";
+                break;
+            case DatabaseError::Cause::Full:
+                what = "The disk is full";
+                break;
+            case DatabaseError::Cause::ReadOnly:
+                what = "The call database can't be written";
+                break;
+            case DatabaseError::Cause::Damaged:
+                what = "The call database is damaged";
+                break;
+            case DatabaseError::Cause::Other:
+                break;
+        }
+    }
+    return what + ": " + error.what() + ". The download waits, and no call is taken from the gateway until this is mended.";
+}
+
+}  // namespace
+
+CdrDownload::CdrDownload(Platform& platform, Settings& settings, SessionState& session, CommandSender& sender,
+                         Dispatcher& dispatcher, SessionBringUp& bringUp, CallStore& store)
+    : ucCDRProg("ucCDRProg", platform), settings_(settings), session_(session), sender_(sender), store_(store) {
+    tmrCDRLimit_ = platform.makeTimer([this] { minuteTick(); });
+    holdTimer_ = platform.makeTimer([this] { tryAgain(); });
+    ucCDRProg.stepped().connect([this](int mode, int) {
+        if (mode != barIndex) return;
+        ucCDRProg.RestoreSpeed(barIndex);
+        CDRQueue();
+    });
+    ucCDRProg.completed().connect([this](int) { queueEnded(); });
+    dispatcher.on("A_CDR", [this](const Record& record) {
+        if (gCDRDownloading) takeRecord(record);
+    });
+    dispatcher.callRecordErased.connect([this](std::string_view channel) {
+        if (gCDRDownloading) erased(channel);
+    });
+    bringUp.tornDown.connect([this] {
+        endRun();
+        rearm();
+    });
+}
+
+int CdrDownload::downLimit() const {
+    return static_cast<int>(val(settings_.readOr("CDRConfig", "DownLimit", "0")));
+}
+
+void CdrDownload::start() {
+    tmrCDRLimit_->stop();
+    gCDRMinutes = 0;
+    endRun();
+    gCDRTotal = 0;
+    gCDRDone = 0;
+    gCDRPercent = 0;
+    for (auto& slot : CDRSlots) slot.Pending = -1;
+    gCDRQueue.clear();
+    gCDRQueueIndex = 0;
+    gCDRPhase = 0;
+    for (int slot = 1; slot <= cdrChannelCount; ++slot) {
+        const auto address = getMCU_XY(slot);
+        const auto position = static_cast<std::size_t>((val(mid(address, 1, 1)) - 1) * modulesPerMcu + val(right(address, 1)));
+        if (val(mid(session_.gActivePorts, position, 1)) == 0) continue;
+        gCDRQueue.push_back({"R_CDR" + address + ",2", "CDR Count  " + labelOf(address)});
+    }
+    gCDRDownloading = true;
+    if (gCDRQueue.empty()) return;
+    guard([this] { store_.beginRun(); });
+    ucCDRProg.setText(gCDRQueue.front().Label);
+    ucCDRProg.setVisible(true);
+    sendCurrent();
+    ucCDRProg.StartProgress(barIndex, entryMs, static_cast<int>(gCDRQueue.size()));
+    if (!held_.empty()) ucCDRProg.PauseProgress(true);
+}
+
+void CdrDownload::stop() {
+    ucCDRProg.EndProgress(barIndex);
+    endRun();
+    rearm();
+}
+
+void CdrDownload::endRun() {
+    if (std::exchange(gCDRDownloading, false)) store_.endRun();
+    held_.clear();
+    holdTimer_->stop();
+    lblCDRStatus.setText("");
+    ucCDRProg.EndProgress(barIndex);
+    ucCDRProg.setText("Done ...");
+    gCDRMinutes = 0;
+    tmrCDRLimit_->stop();
+}
+
+void CdrDownload::rearm() {
+    tmrCDRLimit_->stop();
+    gCDRMinutes = 0;
+    if (downLimit() == 0) {
+        lblCDRTimer.setText("Auto downloading is disable");
+        return;
+    }
+    tmrCDRLimit_->start(minuteMs);
+    lblCDRTimer.setText("Next check will start in " + std::to_string(downLimit()) + " min");
+}
+
+void CdrDownload::minuteTick() {
+    if (!sender_.isConnected()) return;
+    ++gCDRMinutes;
+    lblCDRTimer.setText("Next check will start in " + std::to_string(downLimit() - gCDRMinutes) + " min");
+    if (gCDRMinutes < downLimit()) return;
+    start();
+    gCDRMinutes = 0;
+}
+
+void CdrDownload::sendCurrent() {
+    auto& entry = gCDRQueue.at(static_cast<std::size_t>(gCDRQueueIndex));
+    entry.Answered = false;
+    sender_.SendCommand(entry.Command);
+}
+
+// A step goes on whether or not the entry was answered: what a lost reply leaves in the gateway is asked for again in
+// the next batch.
+void CdrDownload::CDRQueue() {
+    if (gCDRQueue.empty()) return;
+    gCDRQueue.at(static_cast<std::size_t>(gCDRQueueIndex)).Answered = false;
+    if (gCDRQueueIndex + 1 >= static_cast<int>(gCDRQueue.size())) return;
+    ++gCDRQueueIndex;
+    const auto& label = gCDRQueue.at(static_cast<std::size_t>(gCDRQueueIndex)).Label;
+    ucCDRProg.setText(gCDRPhase == 1 ? " " + std::to_string(gCDRPercent) + "%   " + label : label);
+    sendCurrent();
+}
+
+bool CdrDownload::addRound(std::array<int, cdrChannelCount + 1>& queued, bool first) {
+    bool added = false;
+    for (std::size_t index = 0; index < CDRSlots.size(); ++index) {
+        if (CDRSlots[index].Pending - queued[index] <= 0) continue;
+        const auto address = getMCU_XY(static_cast<int>(index) + 1);
+        gCDRQueue.push_back({"R_CDR" + address + ",1", labelOf(address)});
+        ++queued[index];
+        if (first) gCDRTotal += CDRSlots[index].Pending;
+        added = true;
+    }
+    return added;
+}
+
+void CdrDownload::queueEnded() {
+    gCDRQueue.clear();
+    gCDRQueueIndex = 0;
+    gCDRPhase = 1;
+    std::array<int, cdrChannelCount + 1> queued{};
+    bool first = gCDRTotal <= 0;
+    while (addRound(queued, std::exchange(first, false)) && gCDRQueue.size() < batchSize) {
+    }
+    ucCDRProg.EndProgress(barIndex);
+    if (gCDRQueue.empty()) {
+        endRun();
+        rearm();
+        return;
+    }
+    ucCDRProg.setVisible(true);
+    sendCurrent();
+    ucCDRProg.StartProgress(barIndex, entryMs, static_cast<int>(gCDRQueue.size()));
+}
+
+void CdrDownload::takeRecord(const Record& record) {
+    const auto fields = record.fields();
+    const int number = slotOfChannel(fields.at(0));
+    if (number == 0) throw std::out_of_range("no such channel");
+    auto& slot = slotAt(number);
+    if (!gCDRQueue.empty()) gCDRQueue.at(static_cast<std::size_t>(gCDRQueueIndex)).Answered = true;
+    if (fields.at(1) == "2") {
+        slot.Pending = static_cast<int>(val(fields.at(2)));
+        ucCDRProg.setProgressSpeed(barIndex, atOnceMs);
+    } else if (fields.at(1) == "1") {
+        if (slot.Pending > 0 && parseCallRecord(fields, slot))
+            guard([this, number] { acknowledge(number); });
+        else
+            slot.Pending = -1;
+    }
+}
+
+// The record is on the disk before the gateway may drop it.
+void CdrDownload::acknowledge(int number) {
+    auto& slot = slotAt(number);
+    store_.take(number, slot);
+    sender_.SendCommand("C_CDR" + getMCU_XY(number) + ",2," + slot.RecordID);
+    slot.Stage = 1;
+}
+
+void CdrDownload::erased(std::string_view channel) {
+    const int number = slotOfChannel(channel);
+    if (number == 0) throw std::out_of_range("no such channel");
+    if (slotAt(number).Stage == 2) return;
+    guard([this, number] { storeErased(number); });
+}
+
+void CdrDownload::storeErased(int number) {
+    auto& slot = slotAt(number);
+    store_.add(number);
+    ++gCDRDone;
+    --slot.Pending;
+    slot.Stage = 2;
+    ucCDRProg.setProgressSpeed(barIndex, atOnceMs);
+    if (gCDRTotal > 0) gCDRPercent = static_cast<std::int16_t>(static_cast<std::int64_t>(gCDRDone) * 100 / gCDRTotal);
+}
+
+// What needs the disk: done now, or, when the disk refuses, as soon as it does no more.
+void CdrDownload::guard(std::function<void()> act) {
+    if (!held_.empty()) {
+        held_.push_back(std::move(act));
+        return;
+    }
+    try {
+        act();
+    } catch (const DatabaseError& error) {
+        hold(std::move(act), reasonOf(error));
+    } catch (const std::system_error& error) {
+        hold(std::move(act), reasonOf(error));
+    }
+}
+
+void CdrDownload::hold(std::function<void()> again, const std::string& reason) {
+    held_.push_back(std::move(again));
+    lblCDRStatus.setText(escaped(reason));
+    ucCDRProg.PauseProgress(true);
+    holdTimer_->start(holdMs);
+}
+
+void CdrDownload::tryAgain() {
+    try {
+        while (!held_.empty()) {
+            held_.front()();
+            held_.erase(held_.begin());
+        }
+    } catch (const DatabaseError& error) {
+        lblCDRStatus.setText(escaped(reasonOf(error)));
+        return;
+    } catch (const std::system_error& error) {
+        lblCDRStatus.setText(escaped(reasonOf(error)));
+        return;
+    }
+    holdTimer_->stop();
+    lblCDRStatus.setText("");
+    ucCDRProg.PauseProgress(false);
+    ucCDRProg.setProgressSpeed(barIndex, atOnceMs);
+}
+
+}  // namespace trunvex

@@ -1,0 +1,87 @@
+#pragma once
+
+#include <array>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "cdr/call_record.h"
+#include "cdr/call_store.h"
+#include "link/analyze_cmd.h"
+#include "link/session_bring_up.h"
+#include "platform/platform.h"
+#include "platform/settings.h"
+#include "widgets/cool_progress_bar.h"
+
+namespace trunvex {
+
+struct CDRQueueEntry {
+    std::string Command;
+    std::string Label;  // on the bar
+    bool Answered = false;
+};
+
+// Fetches the call records from the gateway, one at a time over sixteen channels: asks each channel how many it holds,
+// then reads in rounds over the channels until all are empty. Each record is on the disk before the gateway may drop
+// it. The bar ucCDRProg paces the run: its tick is the time-out and the step; an answer only speeds it.
+//
+// When a record can't be written, the run holds still where it stands, says why, and goes on by itself when the cause
+// is gone.
+class CdrDownload {
+public:
+    CdrDownload(Platform& platform, Settings& settings, SessionState& session, CommandSender& sender,
+                Dispatcher& dispatcher, SessionBringUp& bringUp, CallStore& store);
+
+    // The Start button, or the minute timer: a run that goes on starts anew.
+    void start();
+    // The Stop button.
+    void stop();
+    // The setting of the minute timer has changed.
+    void rearm();
+    // Minutes between two automatic runs; 0 is off.
+    int downLimit() const;
+
+    // The run holds still: the rollover holds it so too.
+    void pause(bool paused) { ucCDRProg.PauseProgress(paused); }
+
+    CoolProgressBar ucCDRProg;
+    LabelField lblCDRTimer{"lblCDRTimer"};    // when the next run will begin
+    LabelField lblCDRStatus{"lblCDRStatus"};  // why the run holds still; empty while it does not
+
+    bool gCDRDownloading = false;
+    int gCDRPhase = 0;  // 0 counting, 1 reading
+    std::vector<CDRQueueEntry> gCDRQueue;
+    std::int16_t gCDRQueueIndex = 0;
+    int gCDRTotal = 0;
+    int gCDRDone = 0;
+    std::int16_t gCDRPercent = 0;
+    int gCDRMinutes = 0;
+    std::array<CDRSlot, cdrChannelCount + 1> CDRSlots;  // by slot - 1; the last belongs to no channel
+
+private:
+    CDRSlot& slotAt(int slot) { return CDRSlots.at(static_cast<std::size_t>(slot - 1)); }
+    void endRun();
+    void sendCurrent();
+    void CDRQueue();
+    void queueEnded();
+    bool addRound(std::array<int, cdrChannelCount + 1>& queued, bool first);
+    void takeRecord(const Record& record);
+    void acknowledge(int slot);
+    void erased(std::string_view channel);
+    void storeErased(int slot);
+    void minuteTick();
+    void hold(std::function<void()> again, const std::string& reason);
+    void tryAgain();
+    void guard(std::function<void()> act);
+
+    Settings& settings_;
+    SessionState& session_;
+    CommandSender& sender_;
+    CallStore& store_;
+    std::unique_ptr<Timer> tmrCDRLimit_;
+    std::unique_ptr<Timer> holdTimer_;
+    std::vector<std::function<void()>> held_;  // what could not be written, in order
+};
+
+}  // namespace trunvex

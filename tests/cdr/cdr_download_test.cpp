@@ -1,0 +1,223 @@
+// Runs of the call record download: a whole console against the simulated gateway, and the gateway's bad moods.
+#include <gmock/gmock.h>
+
+#include <fstream>
+#include <set>
+
+#include "fakes/console_bench.h"
+#include "simulator/call_records.h"
+
+namespace trunvex {
+namespace {
+
+using fakes::ConsoleBench;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+class Download : public testing::Test {
+protected:
+    void logIn(int records) {
+        auto options = fakes::seeded(3);
+        gateway = std::make_unique<simulator::Gateway>(options);
+        fill(*gateway, records);
+        bench.logIn(*gateway);
+        gateway->forgetLinesReceived();
+    }
+    // Calls on all the channels that a console asks: the first of its two ports has a module.
+    static void fill(simulator::Gateway& of, int records) {
+        simulator::Random dice(7);
+        auto& state = of.state();
+        for (auto& port : state.ports) port.module = '1';
+        const auto start = state.clock.moment(of.now());
+        for (int call = 0; call < records; ++call)
+            state.callRecords.add(simulator::PortAddress::ofSlot(static_cast<int>(dice.between(0, 31))),
+                                  simulator::someCallRecord(dice, start - std::chrono::seconds(30) * (records - call)));
+    }
+    // Rows of the table, each as its columns joined.
+    std::multiset<std::string> rows() {
+        std::multiset<std::string> all;
+        const auto found = store.query("SELECT * FROM CDR");
+        while (found->next()) {
+            std::string row;
+            for (int column = 0; column < static_cast<int>(callColumnCount); ++column)
+                row += std::string(found->text(column)) + "|";
+            all.insert(row);
+        }
+        return all;
+    }
+    std::size_t left() {
+        std::size_t count = 0;
+        for (int slot = 1; slot <= cdrChannelCount; ++slot)
+            count += gateway->state().callRecords.channel(getMCU_XY(slot))->size();
+        return count;
+    }
+    void run(int seconds) {
+        download.start();
+        bench.advance(seconds * 1000);
+    }
+
+    std::unique_ptr<simulator::Gateway> gateway;
+    ConsoleBench bench;
+    CallStore& store = bench.console.callStore;
+    CdrDownload& download = bench.console.cdrDownload;
+};
+
+TEST_F(Download, FetchesEveryRecordOnceAndEndsEmpty) {
+    logIn(300);
+    std::set<std::string> kept;  // what identifies each call
+    for (int slot = 1; slot <= cdrChannelCount; ++slot)
+        for (const auto& record : *gateway->state().callRecords.channel(getMCU_XY(slot))) kept.insert(record.dialled);
+    ASSERT_EQ(left(), 300u);
+    run(60);
+    EXPECT_EQ(left(), 0u);
+    EXPECT_FALSE(download.gCDRDownloading);
+    EXPECT_EQ(download.gCDRDone, 300);
+    EXPECT_EQ(download.gCDRPercent, 100);
+    EXPECT_EQ(download.ucCDRProg.text(), "Done ...");
+    const auto stored = rows();
+    EXPECT_EQ(stored.size(), 300u);
+    std::set<std::string> found;
+    for (const auto& row : stored) {
+        const auto parts = splitString(row, '|');
+        found.insert(std::string(parts.at(5)));
+    }
+    EXPECT_EQ(found, kept);
+}
+
+TEST_F(Download, LosesAndDoublesNothingOnABadWire) {
+    for (const char* fault : {"C_CDR:lost=0.2", "C_CDR:try=2", "R_CDR:lost=0.2", "R_CDR:doubled=0.3", "C_CDR:doubled=0.3",
+                              "C_CDR:late=0.3-1500", "R_CDR:late=0.3-1500"}) {
+        SCOPED_TRACE(fault);
+        ConsoleBench other;
+        auto options = fakes::seeded(5);
+        simulator::Gateway moody(options);
+        fill(moody, 60);
+        other.logIn(moody);
+        ASSERT_EQ(simulator::switchOn(moody.faults(), fault), "");
+        auto& console = other.console;
+        console.cdrDownload.start();
+        for (int second = 0; second < 900 && console.cdrDownload.gCDRDownloading; ++second) other.advance(1000);
+        moody.faults() = {};
+        console.cdrDownload.start();  // what the first run gave up
+        other.advance(120000);
+        console.callStore.recover();
+        int stored = 0;
+        std::set<std::string> different;
+        const auto found = console.callStore.query("SELECT * FROM CDR");
+        while (found->next()) {
+            ++stored;
+            different.insert(std::string(found->text(5)));
+        }
+        EXPECT_EQ(stored, 60);
+        EXPECT_EQ(different.size(), 60u);
+    }
+}
+
+TEST_F(Download, AcknowledgesNothingThatIsNotOnTheDisk) {
+    logIn(40);
+    const auto journal = bench.folder.path() / "data" / "CDR4711.journal";
+    std::filesystem::create_directory(journal);  // the journal can't be opened
+    run(30);
+    EXPECT_EQ(left(), 40u);
+    EXPECT_THAT(gateway->linesReceived(), testing::Not(testing::Contains(HasSubstr("C_CDR"))));
+    EXPECT_THAT(download.lblCDRStatus.text(), HasSubstr("waits"));
+    const auto sent = gateway->linesReceived().size();
+    bench.advance(60000);
+    EXPECT_EQ(gateway->linesReceived().size(), sent) << "the run holds still";
+    std::filesystem::remove(journal);
+    bench.advance(60000);
+    EXPECT_EQ(left(), 0u);
+    EXPECT_EQ(download.lblCDRStatus.text(), "");
+    EXPECT_EQ(rows().size(), 40u);
+}
+
+TEST_F(Download, WaitsForADatabaseThatIsDamaged) {
+    logIn(40);
+    const auto file = store.gCDRFile();
+    std::ofstream(file) << std::string(4096, 'x');
+    run(30);
+    EXPECT_THAT(download.lblCDRStatus.text(), HasSubstr("damaged"));
+    EXPECT_GE(left(), 39u) << "one may have been taken before the table was asked for";
+    std::filesystem::rename(file, file.string() + ".bad");
+    bench.advance(60000);
+    EXPECT_EQ(left(), 0u);
+    EXPECT_EQ(rows().size(), 40u) << "the one that was taken is there too";
+}
+
+TEST_F(Download, StopsSkipsAndStartsAnewWhenAsked) {
+    logIn(120);
+    simulator::switchOn(gateway->faults(), "latency=20");
+    download.start();
+    bench.advance(2000);
+    download.start();
+    bench.advance(1500);
+    download.stop();
+    EXPECT_FALSE(download.gCDRDownloading);
+    const auto after = left();
+    EXPECT_GT(after, 0u);
+    bench.advance(10000);
+    EXPECT_EQ(left(), after);
+    simulator::switchOn(gateway->faults(), "latency=0");
+    run(60);
+    EXPECT_EQ(rows().size(), 120u);
+}
+
+TEST_F(Download, GoesByTheMinuteTimer) {
+    logIn(20);
+    bench.console.setting.Write("CDRConfig", "DownLimit", "3");
+    download.rearm();
+    EXPECT_EQ(download.lblCDRTimer.text(), "Next check will start in 3 min");
+    bench.advance(60000);
+    EXPECT_EQ(download.lblCDRTimer.text(), "Next check will start in 2 min");
+    bench.advance(119000);
+    EXPECT_EQ(left(), 20u);
+    bench.advance(30000);
+    EXPECT_EQ(left(), 0u);
+    EXPECT_EQ(download.lblCDRTimer.text(), "Next check will start in 3 min") << "armed again";
+    bench.console.setting.Write("CDRConfig", "DownLimit", "0");
+    download.rearm();
+    EXPECT_EQ(download.lblCDRTimer.text(), "Auto downloading is disable");
+}
+
+TEST(CallRecordParser, TakesFlagsStampsAndDurations) {
+    const struct {
+        const char* flags;
+        const char* port;
+        const char* sim;
+        const char* direction;
+        const char* type;
+    } calls[] = {{"9", "5", "1", "OUT", "Voice"},   {"202", "6", "1", "IN", "Data"},  {"59", "5", "7", "OUT", "Fax"},
+                 {"4", "5", "0", "OUT", "SMS"},     {"128", "5", "0", "IN", "SMS"}};  // no type: as the one before
+    CDRSlot slot;
+    for (const auto& call : calls) {
+        const auto line = "21,1,17," + std::string(call.flags) + ",ID,100,200,07591421033009,00001021033009,05021021033009"
+                          ",16,17,47,61,99901";
+        ASSERT_TRUE(parseCallRecord(splitString(line, ','), slot));
+        EXPECT_EQ(slot.port, call.port);
+        EXPECT_EQ(slot.sim, call.sim);
+        EXPECT_EQ(slot.Direction, call.direction);
+        EXPECT_EQ(slot.TypeOfCall, call.type);
+    }
+    EXPECT_EQ(slot.RSSI, "-64db");
+    EXPECT_FALSE(parseCallRecord(splitString("21,1,18,255,x", ','), slot));
+    EXPECT_EQ(slot.RecordID, "18");
+    EXPECT_EQ(slot.SimID, "ID") << "nothing else has changed";
+    EXPECT_FALSE(parseCallRecord(splitString("21,1,18", ','), slot));
+
+    const std::pair<const char*, const char*> stamps[] = {{"59071425040309", "03-25-09 14:07:59 We"},
+                                                          {"59071431040209", " 14:07:59 We"},
+                                                          {"00000000000000", " 00:00:00 00"},
+                                                          {"59071425090309", "03-25-09 14:07:59 09"},
+                                                          {"60071425040309", "03-25-09 00:00:00"},
+                                                          {"ab", " 00:00:00"}};
+    for (const auto& [digits, text] : stamps) EXPECT_EQ(callStamp(digits), text) << digits;
+    const std::tuple<const char*, const char*, const char*> durations[] = {
+        {"03-25-09 14:00:00 We", "03-25-09 14:00:59 We", "0.59"}, {"03-25-09 14:00:00 We", "03-25-09 14:01:00 We", "1.00"},
+        {"03-25-09 14:00:00 We", "03-25-09 14:10:00 We", "10.00"}, {"03-25-09 14:00:00 We", "03-25-09 14:00:07 We", "0.07"},
+        {"12-31-09 23:59:30 Th", "01-01-10 00:01:35 Fr", "2.05"}, {" 00:00:00", "03-25-09 14:00:07 We", "0"},
+        {"03-25-09 14:00:07 We", "03-25-09 14:00:00 We", "0"}};
+    for (const auto& [answered, ended, total] : durations) EXPECT_EQ(getTotalTime(answered, ended), total) << ended;
+}
+
+}  // namespace
+}  // namespace trunvex
