@@ -119,7 +119,7 @@ void CallStore::addUpTo(int number) {
         const auto into = database();
         const int already = addedUpTo(*into);
         if (number <= already) return;
-        std::vector<const CallRecord*> rows;
+        std::vector<CallRecord> rows;  // copies: who hears of them may clear the table, and the journal with it
         into->execute("BEGIN IMMEDIATE");
         try {
             static const auto insert = insertStatement();
@@ -128,7 +128,7 @@ void CallStore::addUpTo(int number) {
                 std::vector<std::string_view> values;
                 for (const auto& column : callColumns) values.emplace_back(entry.record.*column.value);
                 into->execute(insert, values);
-                rows.push_back(&entry.record);
+                rows.push_back(entry.record);
             }
             into->setMark(number);
             into->execute("COMMIT");
@@ -136,7 +136,7 @@ void CallStore::addUpTo(int number) {
             held_.reset();  // closing it takes back what was begun
             throw;
         }
-        for (const auto* row : rows) added_.emit(*row);
+        for (const auto& row : rows) added_.emit(row);
         if (entries.size() < longestJournal) return;
         into->makeDurable();
         journal().shrink(number);

@@ -8,7 +8,6 @@ namespace {
 
 constexpr const char* formatSection = "CDRConfig";
 constexpr const char* formatKey = "DateFormat";
-constexpr std::size_t clockFields = 6;
 
 std::string twoDigits(std::int64_t number) { return pad(std::to_string(number), 2, '0', PadSide::Left); }
 std::string twoDigits(std::string_view text) { return pad(text, 2, '0', PadSide::Left); }
@@ -52,7 +51,6 @@ void SystemPage::readDateFormat() {
 
 // Day, month, two-digit year, weekday (1 is Sunday), hour, minute.
 void SystemPage::takeClock(const Fields& fields) {
-    if (fields.size() <= clockFields) return;  // cut short
     reportedDate_ = {std::string(fields.at(0)), std::string(fields.at(1)), std::string(fields.at(2))};
     const auto& [day, month, year] = reportedDate_;
     lblHoure.setText(escaped(fields.at(4)));

@@ -80,8 +80,8 @@ void TreeView::refresh() {
         setCurrentItem(selected);
         scrollToItem(selected);
     }
-    // A group that has just been made stands behind all ports until the next rebuild.
-    if (!same && !known.isEmpty())
+    // A group that the operator has just made here stands behind all ports until the next rebuild.
+    if (rename && isVisible() && !same && !known.isEmpty())
         for (const auto& node : field_.nodes())
             if (isGroupNode(node.key) && !known.contains(shown(node.key))) scrollToItem(items_.value(shown(node.key)));
     refreshing_ = false;

@@ -26,6 +26,7 @@ Console::Console(Platform& platform_, const std::filesystem::path& folder)
       routingPage(realTimeUpdate),
       callStore(platform.databases(), folder),
       cdrDownload(platform, setting, session, objSpool, dispatcher, bringUp, callStore),
+      calls(platform, setting, session, callStore, cdrDownload, [this](const std::string& text) { tell(text); }),
       board(platform, setting, dispatcher, session, bringUp, realTimeUpdate, objSpool, reads, refreshes),
       portState(board, tables, dispatcher, session, refreshes, realTimeUpdate),
       lastCalls(platform, history, session),
@@ -63,7 +64,10 @@ Console::Console(Platform& platform_, const std::filesystem::path& folder)
         portState.UpdateCDMA();
     });
     dispatcher.esnReceived.connect([this] { portTree.takeIdentity(); });
-    dispatcher.esnReceived.connect([this] { callStore.setGateway(session.gESN); });
+    dispatcher.esnReceived.connect([this] {
+        callStore.setGateway(session.gESN);
+        calls.gatewayKnown(mainWindow.page() == "call");
+    });
     board.dialled().connect([this](int index, const std::string& number) {
         lastCalls.SAVE_LastCalls(index, number + " (" + panel.getPanelText("time") + ")");
     });
@@ -72,6 +76,9 @@ Console::Console(Platform& platform_, const std::filesystem::path& folder)
     pages.records.kindsChanged.connect([this] {
         portTree.build(PortTree::Both, false);
         portState.UpdateCDMA();
+    });
+    mainWindow.pageChanged().connect([this] {
+        if (mainWindow.page() == "call") calls.open();
     });
     mainWindow.tie(bringUp, pages, board, realTimeUpdate);
     if (!untold_.empty()) mainWindow.notice(untold_);

@@ -3,7 +3,7 @@
 #include <filesystem>
 
 #include "config/model/shared_tables.h"
-#include "cdr/cdr_download.h"
+#include "cdr/calls_page.h"
 #include "config/port_detection.h"
 #include "config/port_tree.h"
 #include "config/routing_page.h"
@@ -57,6 +57,7 @@ public:
     RoutingPage routingPage;
     CallStore callStore;
     CdrDownload cdrDownload;
+    CallsPage calls;
     frmSimStatus board;
     PortState portState;
     LastCalls lastCalls;

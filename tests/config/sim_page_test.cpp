@@ -244,6 +244,7 @@ TEST_F(SimPageTest, WritesToAGroupWhatIsMarked) {
     press(sim.cmdWriteSIM);
     EXPECT_THAT(arrived(), ElementsAre("C_SIM112,,,,,59999,,,,,,,,,,,,,,,", "C_SIM212,,,,,59999,,,,,,,,,,,,,,,"));
     EXPECT_EQ(pages.groupWrite.summary(), "2 of 2 written");
+    EXPECT_FALSE(sim.form.edited());
     EXPECT_EQ(pages.groupWrite.members()[1].name, "Port 5 SIM 2");
     sim.chkIncGrpSim[IncTimeTable].setChecked(true);
     boxes.answers = {Button::Ignore, Button::Cancel};

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "cdr/call_list.h"
+
+namespace trunvex {
+
+// What the call list shows, in its order, as a file; row by row, so that a long list can be written in slices. The file
+// has its name when it is complete. What fails throws std::system_error, and leaves no file.
+class CallExport {
+public:
+    enum class Format { Csv, Xml };
+
+    // CSV: every value, and with `header` every heading, followed by a comma; a blank line behind each line. No value
+    // is quoted. XML: an element for each row and in it one for each value, nothing escaped.
+    CallExport(const CallList& list, std::filesystem::path path, Format format, bool header);
+    ~CallExport();
+    CallExport(const CallExport&) = delete;
+    CallExport& operator=(const CallExport&) = delete;
+
+    // Writes at most so many rows; false when the file is complete.
+    bool write(std::size_t most);
+    std::size_t written() const { return row_; }
+
+private:
+    void writeRow();
+    void finish();
+    void fail() const;
+
+    const CallList& list_;
+    std::filesystem::path path_;
+    std::filesystem::path fresh_;
+    Format format_;
+    std::ofstream file_;
+    std::size_t row_ = 0;
+};
+
+// The whole list at once; false when it could not be written.
+bool CSVExport(const std::filesystem::path& fileName, const CallList& list, bool includeHeader);
+bool XMLExport(const CallList& list, const std::filesystem::path& fileName);
+
+// A heading as the name of an element: the first "\" is left out, every blank is "_".
+std::string elementName(std::string_view heading);
+
+}  // namespace trunvex
