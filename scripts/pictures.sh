@@ -25,4 +25,6 @@ if [ "${1:-}" = --docs ]; then
     cp build/screens/light/07-sim.png docs/pictures/board.png
     cp build/screens/dark/07-sim.png docs/pictures/board-dark.png
     cp build/screens/light/06-system.png docs/pictures/system.png
+    cp build/screens/light/09-call.png docs/pictures/calls.png
+    cp build/screens/light/22-sim-edited.png docs/pictures/sim.png
 fi

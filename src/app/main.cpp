@@ -11,9 +11,11 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName("trunvex");
     QApplication::setApplicationVersion(QString(trunvex::versionMajor) + "." + trunvex::versionMinor);
 
+    const std::filesystem::path programFolder = QCoreApplication::applicationDirPath().toStdString();
     const auto folder = trunvex::applicationFolder(
-        QCoreApplication::applicationDirPath().toStdString(),
+        programFolder,
         QStandardPaths::writableLocation(QStandardPaths::AppDataLocation).toStdString());
+    trunvex::provideCallTemplate(programFolder, folder);
     trunvex::QtPlatform platform;
     trunvex::Console console(platform, folder);
     trunvex::Screens screens(console);

@@ -14,6 +14,7 @@
 #include "screens/main_window_screen.h"
 #include "screens/screens.h"
 #include "screens/theme.h"
+#include "shell/application_folder.h"
 #include "shell/console.h"
 
 namespace {
@@ -46,6 +47,10 @@ public:
             if (key == "connect" || key == "exit") continue;
             window.findChild<QAction*>("tool_" + key)->trigger();
             waitFor([&] { return console_.reads.formEnabled(); });
+            if (key == "call") {
+                console_.cdrDownload.start();
+                waitFor([&] { return !console_.cdrDownload.gCDRDownloading; });
+            }
             QWidget* shown = key == "sim" ? board() : &window;
             settle();
             save(shown, QString("%1-%2").arg(number++, 2, 10, QChar('0')).arg(key));
@@ -173,6 +178,7 @@ int main(int argc, char** argv) {
         return 1;
     }
     const QTemporaryDir settings;  // a console of its own: the operator's settings stay as they are
+    trunvex::provideCallTemplate(QCoreApplication::applicationDirPath().toStdString(), settings.path().toStdString());
     trunvex::QtPlatform platform;
     trunvex::Console console(platform, settings.path().toStdString());
     trunvex::Screens screens(console);

@@ -43,7 +43,7 @@ CallExport::CallExport(const CallList& list, std::filesystem::path path, Format 
 }
 
 CallExport::~CallExport() {
-    if (!file_.is_open()) return;
+    if (complete_) return;
     file_.close();
     std::error_code error;
     std::filesystem::remove(fresh_, error);
@@ -87,6 +87,7 @@ void CallExport::finish() {
     if (!file_) fail();
     file_.close();
     std::filesystem::rename(fresh_, path_);
+    complete_ = true;
 }
 
 bool CSVExport(const std::filesystem::path& fileName, const CallList& list, bool includeHeader) {

@@ -36,6 +36,7 @@ private:
     Format format_;
     std::ofstream file_;
     std::size_t row_ = 0;
+    bool complete_ = false;
 };
 
 // The whole list at once; false when it could not be written.

@@ -79,7 +79,7 @@ std::string lineOf(const CallJournal::Entry& entry) {
 // The parts of a line whose check sum is right, else nothing.
 std::vector<std::string> partsOf(const std::string& line) {
     const auto seal = line.rfind(separator);
-    if (seal == std::string::npos || line.substr(seal + 1) != checkSum(std::string_view(line).substr(0, seal))) return {};
+    if (seal == std::string::npos || seal == 0 || line.substr(seal + 1) != checkSum(std::string_view(line).substr(0, seal))) return {};
     std::vector<std::string> parts;
     std::istringstream body(line.substr(0, seal));
     for (std::string part; std::getline(body, part, separator);) parts.push_back(unpacked(part));
@@ -99,8 +99,11 @@ CallJournal::~CallJournal() {
     if (file_ >= 0) ::close(file_);
 }
 
+// A journal that is there and can't be read is no empty one: numbers would begin anew.
 void CallJournal::read() {
+    if (!std::filesystem::exists(path_)) return;
     std::ifstream file(path_, std::ios::binary);
+    if (!file) fail(path_);
     for (std::string line; std::getline(file, line);) {
         const auto parts = partsOf(line);
         if (parts.size() == 2 && parts[0] == addedLine) {
@@ -116,6 +119,7 @@ void CallJournal::read() {
             entry.record.*callColumns[column].value = parts[column + 4];
         if (entry.slot >= 1 && entry.slot <= cdrChannelCount) keep(std::move(entry));
     }
+    if (file.bad()) fail(path_);
 }
 
 void CallJournal::keep(Entry entry) {
@@ -125,10 +129,20 @@ void CallJournal::keep(Entry entry) {
     last_[slot] = static_cast<int>(entries_.size());
 }
 
+// A torn last line is ended, so that it does not take the next one with it.
 void CallJournal::open() {
     if (file_ >= 0) return;
-    file_ = ::open(path_.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, ownersOnly);
+    file_ = ::open(path_.c_str(), O_RDWR | O_CREAT | O_APPEND | O_CLOEXEC, ownersOnly);
     if (file_ < 0) fail(path_);
+    const auto end = ::lseek(file_, 0, SEEK_END);
+    char last = '\n';
+    if (end > 0 && ::pread(file_, &last, 1, end - 1) == 1 && (last == '\n' || ::write(file_, "\n", 1) == 1)) return;
+    if (end == 0) return;
+    const int why = errno;
+    ::close(file_);
+    file_ = -1;
+    errno = why;
+    fail(path_);
 }
 
 // All of it on the disk, or nothing: half a line would hide the one behind it.
@@ -152,8 +166,8 @@ void CallJournal::write(std::string_view text) {
     fail(path_);
 }
 
-void CallJournal::append(int slot, const CDRSlot& record) {
-    Entry entry{lastNumber_ + 1, slot, record};
+void CallJournal::append(int slot, const CDRSlot& record, int mark) {
+    Entry entry{std::max(lastNumber_, mark) + 1, slot, record};
     write(lineOf(entry));
     keep(std::move(entry));
 }

@@ -29,8 +29,9 @@ public:
     CallJournal(const CallJournal&) = delete;
     CallJournal& operator=(const CallJournal&) = delete;
 
-    // Returns when the record is on the disk.
-    void append(int slot, const CDRSlot& record);
+    // Returns when the record is on the disk. Its number is above the database's mark too: a journal that was lost
+    // begins anew, and a number that the table already knows would never be added.
+    void append(int slot, const CDRSlot& record, int mark);
     // In the order of their numbers; of those that are in the table, the last one of each channel at least.
     const std::vector<Entry>& entries() const { return entries_; }
     // The last record of a channel, or null. Lives until the next change.

@@ -24,10 +24,11 @@ Length lengthAt(const char* row, std::size_t column) {
 
 }  // namespace
 
-// "MM-DD-YY HH:MM:SS Wd": the year counts first. What is no number is before everything else.
+// "MM-DD-YY HH:MM:SS Wd": the year counts first. No number, and a stamp without its date, is before everything else.
 std::int64_t sortKey(std::string_view text, SortKind kind) {
     switch (kind) {
         case SortKind::Stamp: {
+            if (text.size() < 8 || text[2] != '-') return std::numeric_limits<std::int64_t>::min();
             const auto time = val(mid(text, 10, 2)) * 10000 + val(mid(text, 13, 2)) * 100 + val(mid(text, 16, 2));
             const auto day = val(mid(text, 7, 2)) * 10000 + val(mid(text, 1, 2)) * 100 + val(mid(text, 4, 2));
             return day * 1000000 + time;

@@ -1,6 +1,9 @@
 #include "cdr/call_record.h"
 
+#include <algorithm>
 #include <chrono>
+#include <cstdint>
+#include <limits>
 #include <optional>
 
 #include "config/model/shared_tables.h"
@@ -128,7 +131,8 @@ bool parseCallRecord(const Fields& fields, CDRSlot& slot) {
     slot.DisconnectTime = callStamp(fieldOf(fields, 9));
     slot.ClearCause = fieldOf(fields, 10);
     slot.ReleaseCause = fieldOf(fields, 11);
-    slot.RSSI = std::to_string(val(fieldOf(fields, 12)) - decibelsBelow) + "db";
+    const auto lowest = std::numeric_limits<std::int64_t>::min() + decibelsBelow;
+    slot.RSSI = std::to_string(std::max(val(fieldOf(fields, 12)), lowest) - decibelsBelow) + "db";
     slot.BCCH = fieldOf(fields, 13);
     slot.OperatorID = fieldOf(fields, 14);
     slot.Duration = getTotalTime(slot.AnswerTime, slot.DisconnectTime);

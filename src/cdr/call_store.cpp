@@ -10,8 +10,10 @@ namespace trunvex {
 
 namespace {
 
-constexpr std::ptrdiff_t lookBack = 64;         // entries
+constexpr std::ptrdiff_t lookBack = 64;       // entries
 constexpr std::size_t longestJournal = 4096;  // entries; then it is shrunk in the middle of a run
+
+constexpr const char* noGateway = "CDR_NO_ESN.mdb";
 
 std::string insertStatement() {
     std::string names;
@@ -34,14 +36,14 @@ bool sameRecord(const CDRSlot& one, const CDRSlot& other) {
 // Rows of a query and the database they are read from.
 class HeldRows : public DatabaseRows {
 public:
-    HeldRows(std::shared_ptr<Database> database, const std::string& sql)
+    HeldRows(std::unique_ptr<Database> database, const std::string& sql)
         : database_(std::move(database)), rows_(database_->query(sql)) {}
     bool next() override { return rows_->next(); }
     std::string_view text(int column) const override { return rows_->text(column); }
     bool isNull(int column) const override { return rows_->isNull(column); }
 
 private:
-    std::shared_ptr<Database> database_;
+    std::unique_ptr<Database> database_;
     std::unique_ptr<DatabaseRows> rows_;
 };
 
@@ -51,7 +53,8 @@ CallStore::CallStore(DatabaseEngine& engine, std::filesystem::path applicationFo
     : engine_(engine), folder_(std::move(applicationFolder)) {}
 
 void CallStore::setGateway(const std::string& esn) {
-    const auto file = folder_ / "data" / ("CDR" + fileNamePart(esn) + ".mdb");
+    // Without a name it would be the template.
+    const auto file = esn.empty() ? folder_ / noGateway : folder_ / "data" / ("CDR" + fileNamePart(esn) + ".mdb");
     if (file == file_) return;
     endRun();
     journal_.reset();
@@ -59,7 +62,7 @@ void CallStore::setGateway(const std::string& esn) {
 }
 
 bool CallStore::CheckCDRFile() {
-    if (file_.empty()) file_ = folder_ / "CDR_NO_ESN.mdb";
+    if (file_.empty()) file_ = folder_ / noGateway;
     if (std::filesystem::exists(file_)) return false;
     // A copy that a crash has cut short must never be taken for a database.
     auto fresh = file_;
@@ -91,7 +94,7 @@ void CallStore::take(int slot, const CDRSlot& record) {
     if (record.port.empty() && record.sim.empty()) return;
     if (takenAlready(slot, record)) return;
     if (const auto* last = journal().lastOf(slot)) addUpTo(last->number);
-    journal().append(slot, record);
+    journal().append(slot, record, database()->mark());
 }
 
 // A late or doubled answer may bring an earlier record than the last one.
@@ -114,36 +117,41 @@ void CallStore::recover() {
 }
 
 void CallStore::addUpTo(int number) {
-    const auto& entries = journal().entries();
     try {
-        const auto into = database();
-        const int already = addedUpTo(*into);
-        if (number <= already) return;
-        std::vector<CallRecord> rows;  // copies: who hears of them may clear the table, and the journal with it
-        into->execute("BEGIN IMMEDIATE");
-        try {
-            static const auto insert = insertStatement();
-            for (const auto& entry : entries) {
-                if (entry.number <= already || entry.number > number) continue;
-                std::vector<std::string_view> values;
-                for (const auto& column : callColumns) values.emplace_back(entry.record.*column.value);
-                into->execute(insert, values);
-                rows.push_back(entry.record);
-            }
-            into->setMark(number);
-            into->execute("COMMIT");
-        } catch (...) {
-            held_.reset();  // closing it takes back what was begun
-            throw;
+        while (addNext(number)) {
         }
-        for (const auto& row : rows) added_.emit(row);
-        if (entries.size() < longestJournal) return;
+        if (journal().entries().size() < longestJournal) return;
+        const auto into = database();
         into->makeDurable();
-        journal().shrink(number);
+        journal().shrink(addedUpTo(*into));
     } catch (const DatabaseError&) {
         held_.reset();
         throw;
     }
+}
+
+// The oldest record that is not in the table yet, up to this number. One at a time: who hears of a row may roll the
+// table over, and must find in it what was told and nothing else. False when none is left.
+bool CallStore::addNext(int number) {
+    auto into = database();
+    const int already = addedUpTo(*into);
+    const auto& entries = journal().entries();
+    const auto next = std::upper_bound(entries.begin(), entries.end(), already,
+                                       [](int mark, const CallJournal::Entry& entry) { return mark < entry.number; });
+    if (next == entries.end() || next->number > number) return false;
+    const bool more = next->number < number;
+    const CallRecord row = next->record;  // the entry goes when the table is cleared
+    std::vector<std::string_view> values;
+    for (const auto& column : callColumns) values.emplace_back(row.*column.value);
+    static const auto insert = insertStatement();
+    // What fails in between is taken back when the database is closed.
+    into->execute("BEGIN IMMEDIATE");
+    into->execute(insert, values);
+    into->setMark(next->number);
+    into->execute("COMMIT");
+    into.reset();
+    added_.emit(row);
+    return more;
 }
 
 // What was added is made safe, so that the journal can be short.
@@ -159,7 +167,8 @@ void CallStore::endRun() {
 }
 
 std::unique_ptr<DatabaseRows> CallStore::query(const std::string& sql) {
-    return std::make_unique<HeldRows>(database(), sql);
+    CheckCDRFile();
+    return std::make_unique<HeldRows>(engine_.open(file_), sql);
 }
 
 void CallStore::clear() {
@@ -175,9 +184,15 @@ void CallStore::clear() {
 void CallStore::copyTo(const std::filesystem::path& target) {
     auto fresh = target;
     fresh += ".new";
-    std::filesystem::remove(fresh);
-    database()->copyTo(fresh);
-    std::filesystem::rename(fresh, target);
+    try {
+        std::filesystem::remove(fresh);
+        database()->copyTo(fresh);
+        std::filesystem::rename(fresh, target);
+    } catch (...) {
+        std::error_code error;
+        std::filesystem::remove(fresh, error);
+        throw;
+    }
 }
 
 }  // namespace trunvex

@@ -32,22 +32,23 @@ public:
     bool CheckCDRFile();
 
     // The record of a channel (slot 1 to 16) goes to the journal. One that equals the channel's last one, or one a
-    // little before, is that one: the gateway has not heard that it may drop it. An earlier one that was never added is added now: the gateway has
-    // gone on, so it has dropped that.
+    // little before, is that one: the gateway has not heard that it may drop it. An earlier one that was never added is
+    // added now: the gateway has gone on, so it has dropped that.
     void take(int slot, const CDRSlot& record);
     // Adds what was taken of the channel, and what was taken of others before it. What is in the table already is not
     // added again.
     void add(int slot);
     // Adds all that was taken and is not in the table: what the end of the program, a full disk or a lock has left.
     void recover();
-    // A row came into the table.
+    // A row came into the table. Who hears of it may clear the table.
     sigc::signal<void(const CallRecord&)>& added() { return added_; }
 
     // Between these the database stays open; outside, each call opens and closes it.
     void beginRun() { holding_ = true; }
     void endRun();
 
-    // The rows of a query. The database stays open while they live.
+    // The rows of a query, on a connection of their own: what is added or copied meanwhile neither waits for them nor
+    // changes them.
     std::unique_ptr<DatabaseRows> query(const std::string& sql);
     // Deletes the database. What was taken and is not in the table yet stays in the journal.
     void clear();
@@ -60,6 +61,7 @@ private:
     bool takenAlready(int slot, const CDRSlot& record);
     int addedUpTo(Database& database);
     void addUpTo(int number);
+    bool addNext(int number);
 
     DatabaseEngine& engine_;
     std::filesystem::path folder_;

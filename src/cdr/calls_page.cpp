@@ -81,7 +81,6 @@ CallsPage::CallsPage(Platform& platform, Settings& settings, SessionState& sessi
     cmdCDRExport[7].pressed().connect([this] { download_.stop(); });
     cmdCDRExport[8].pressed().connect([this] { saveSettings(); });
     cmdCDRCancel.pressed().connect([this] { cancel(); });
-    readSettings();
     finishWork();
 }
 

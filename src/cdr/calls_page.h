@@ -32,9 +32,11 @@ public:
     CallsPage(Platform& platform, Settings& settings, SessionState& session, CallStore& store, CdrDownload& download,
               std::function<void(const std::string&)> tell);
 
+    // Shows what the settings file holds.
+    void readSettings();
     // The page is opened: the list is loaded when a gateway is known and nothing was loaded yet.
     void open();
-    // The gateway has told who it is.
+    // The gateway has told who it is. The calls of another one leave the list.
     void gatewayKnown(bool pageShown);
 
     void BuildCDRList(const std::string& sql);
@@ -77,12 +79,13 @@ private:
     void loadSlice();
     void exportSlice();
     void finishWork();
+    bool refuseBusy();
     void exportTo(std::size_t index);
     void askAndClear();
-    void readSettings();
     void saveSettings();
     void countShown();
-    bool writeRollover(const std::string& folder);
+    bool headerWanted();
+    bool writeRollover(const std::filesystem::path& file, std::int64_t format);
     std::filesystem::path rolloverPath(const std::string& folder, const char* extension) const;
 
     Platform& platform_;
@@ -95,8 +98,8 @@ private:
     std::unique_ptr<DatabaseRows> rows_;
     std::unique_ptr<CallExport> export_;
     bool fillingValues_ = false;
-    bool loadsWholeTable_ = false;
-    bool wholeTable_ = false;  // the list holds every row of the table
+    bool settingsRead_ = false;
+    std::filesystem::path listed_;  // the database whose calls the list holds
     sigc::signal<void()> totalsChanged_;
 };
 

@@ -1,5 +1,6 @@
 #include "cdr/cdr_download.h"
 
+#include <algorithm>
 #include <system_error>
 #include <utility>
 
@@ -13,8 +14,9 @@ namespace {
 constexpr int entryMs = 1000;
 constexpr int atOnceMs = 2;
 constexpr int minuteMs = 60000;
-constexpr int holdMs = 1000;         // between two tries to write what could not be written
-constexpr std::size_t batchSize = 51;  // a round that begins below it is finished
+constexpr int holdMs = 1000;              // between two tries to write what could not be written
+constexpr int mostPending = 100'000'000;  // no gateway holds so many; sixteen of them can be summed up
+constexpr std::size_t batchSize = 51;     // a round that begins below it is finished
 constexpr int barIndex = CoolProgressBar::Read;
 
 // "PORT: 3 MCU: 2": the digits of a channel's address, the second as 1 or 2.
@@ -94,7 +96,8 @@ void CdrDownload::start() {
     }
     gCDRDownloading = true;
     if (gCDRQueue.empty()) return;
-    guard([this] { store_.beginRun(); });
+    store_.beginRun();
+    guard([this] { store_.recover(); });  // what an earlier run could not add
     ucCDRProg.setText(gCDRQueue.front().Label);
     ucCDRProg.setVisible(true);
     sendCurrent();
@@ -196,33 +199,33 @@ void CdrDownload::takeRecord(const Record& record) {
     auto& slot = slotAt(number);
     if (!gCDRQueue.empty()) gCDRQueue.at(static_cast<std::size_t>(gCDRQueueIndex)).Answered = true;
     if (fields.at(1) == "2") {
-        slot.Pending = static_cast<int>(val(fields.at(2)));
+        slot.Pending = static_cast<int>(std::clamp<std::int64_t>(val(fields.at(2)), -1, mostPending));
         ucCDRProg.setProgressSpeed(barIndex, atOnceMs);
     } else if (fields.at(1) == "1") {
-        if (slot.Pending > 0 && parseCallRecord(fields, slot))
-            guard([this, number] { acknowledge(number); });
+        const bool parsed = parseCallRecord(fields, slot);
+        if (slot.Pending > 0 && parsed)
+            guard([this, number, record = slot] { acknowledge(number, record); });
         else
             slot.Pending = -1;
     }
 }
 
 // The record is on the disk before the gateway may drop it.
-void CdrDownload::acknowledge(int number) {
-    auto& slot = slotAt(number);
-    store_.take(number, slot);
-    sender_.SendCommand("C_CDR" + getMCU_XY(number) + ",2," + slot.RecordID);
-    slot.Stage = 1;
+void CdrDownload::acknowledge(int number, const CDRSlot& record) {
+    store_.take(number, record);
+    sender_.SendCommand("C_CDR" + getMCU_XY(number) + ",2," + record.RecordID);
+    slotAt(number).Stage = 1;
 }
 
 void CdrDownload::erased(std::string_view channel) {
     const int number = slotOfChannel(channel);
     if (number == 0) throw std::out_of_range("no such channel");
-    if (slotAt(number).Stage == 2) return;
     guard([this, number] { storeErased(number); });
 }
 
 void CdrDownload::storeErased(int number) {
     auto& slot = slotAt(number);
+    if (slot.Stage == 2) return;  // said twice
     store_.add(number);
     ++gCDRDone;
     --slot.Pending;
@@ -256,8 +259,9 @@ void CdrDownload::hold(std::function<void()> again, const std::string& reason) {
 void CdrDownload::tryAgain() {
     try {
         while (!held_.empty()) {
-            held_.front()();
-            held_.erase(held_.begin());
+            const auto act = held_.front();
+            act();
+            if (!held_.empty()) held_.erase(held_.begin());  // it may have ended the run
         }
     } catch (const DatabaseError& error) {
         lblCDRStatus.setText(escaped(reasonOf(error)));

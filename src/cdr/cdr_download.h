@@ -42,8 +42,10 @@ public:
     // Minutes between two automatic runs; 0 is off.
     int downLimit() const;
 
-    // The run holds still: the rollover holds it so too.
-    void pause(bool paused) { ucCDRProg.PauseProgress(paused); }
+    // The rollover holds the run still. A run that holds still by itself is not let go by that.
+    void pause(bool paused) {
+        if (held_.empty()) ucCDRProg.PauseProgress(paused);
+    }
 
     CoolProgressBar ucCDRProg;
     LabelField lblCDRTimer{"lblCDRTimer"};    // when the next run will begin
@@ -67,7 +69,7 @@ private:
     void queueEnded();
     bool addRound(std::array<int, cdrChannelCount + 1>& queued, bool first);
     void takeRecord(const Record& record);
-    void acknowledge(int slot);
+    void acknowledge(int slot, const CDRSlot& record);
     void erased(std::string_view channel);
     void storeErased(int slot);
     void minuteTick();

@@ -59,6 +59,7 @@ BoardScreen::BoardScreen(Console& console) : console_(console), frame_(console.p
         for (auto* cell : cells_) cell->hardwareChanged();
     };
     listen(this, console.portDetection.portsDetected, hardwareChanged);
+    listen(this, console.pages.records.kindsChanged, hardwareChanged);
     listen(this, console.bringUp.resetTables, hardwareChanged);
     listen(this, console.bringUp.tornDown, hardwareChanged);
     listen(this, board.shown(), [this] { bringUp(); });

@@ -1,3 +1,4 @@
+#include "screens/calls_screen.h"
 #include "screens/isdn_page_screen.h"
 #include "screens/main_window_screen.h"
 
@@ -39,8 +40,6 @@ struct EmptyPage {
 
 constexpr EmptyPage emptyPages[] = {
     {"stc", "frmStatics", "Statistics", "Calls, minutes and answer rates of every SIM, to be read here."},
-    {"call", "page_call", "Call records",
-     "The calls the gateway has carried, to be listed and searched here."},
     {"hst", "page_hst", "Handset test", "A test call over one port, to be dialled and heard here."},
     {"dbg", "page_dbg", "Debug console",
      "The lines that go to and come from the gateway, to be watched here."},
@@ -91,6 +90,7 @@ void MainWindowScreen::buildPages() {
     addPage("main", buildMain());
     addPage("groups", new GroupsScreen(console_));
     addPage("tsl", buildRouting());
+    addPage("call", new CallsScreen(console_));
     addPage("isdn", new IsdnPageScreen(console_));
     addPage("system", new SystemPageScreen(console_));
     for (const auto& page : emptyPages)

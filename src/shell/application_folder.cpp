@@ -28,4 +28,12 @@ std::filesystem::path applicationFolder(const std::filesystem::path& programFold
     return userDataFolder;
 }
 
+void provideCallTemplate(const std::filesystem::path& programFolder, const std::filesystem::path& applicationFolder) {
+    const auto name = std::filesystem::path("data") / "CDR.mdb";
+    std::error_code error;
+    std::filesystem::create_directories(applicationFolder / "data", error);
+    if (!std::filesystem::exists(applicationFolder / name, error))
+        std::filesystem::copy_file(programFolder / name, applicationFolder / name, error);
+}
+
 }  // namespace trunvex

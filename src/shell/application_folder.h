@@ -9,4 +9,8 @@ namespace trunvex {
 std::filesystem::path applicationFolder(const std::filesystem::path& programFolder,
                                         const std::filesystem::path& userDataFolder);
 
+// The template of the call database comes with the program; a console whose files are elsewhere gets its copy. Without
+// one in either place nothing happens: the page of the calls says so when it needs it.
+void provideCallTemplate(const std::filesystem::path& programFolder, const std::filesystem::path& applicationFolder);
+
 }  // namespace trunvex

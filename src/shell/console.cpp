@@ -36,6 +36,9 @@ Console::Console(Platform& platform_, const std::filesystem::path& folder)
     std::error_code error;
     std::filesystem::create_directories(folder / "data", error);
     completeSettings(setting, folder);
+    calls.readSettings();
+    cdrDownload.rearm();
+    cdrDownload.ucCDRProg.setText("");
 
     objSpool.AnalyzeCmd = [this](std::string_view line, bool show) { dispatcher.AnalyzeCmd(line, show); };
     writes.feedBack = [this](std::string_view line) { dispatcher.AnalyzeCmd(line, false); };
