@@ -1,7 +1,12 @@
 #include "cdr/calls_page.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
+#include <system_error>
 
 #include "platform/quietly.h"
 #include "text/text_rules.h"
@@ -24,6 +29,15 @@ const CallColumn* columnOf(const std::string& caption) {
     for (const auto& column : callColumns)
         if ((column.caption && column.caption == caption) || (!column.caption && column.name == caption)) return &column;
     return nullptr;
+}
+
+// Returns when the file is on the disk: the table is deleted behind it.
+void makeDurable(const std::filesystem::path& file) {
+    const int opened = ::open(file.c_str(), O_RDONLY | O_CLOEXEC);
+    const bool done = opened >= 0 && ::fsync(opened) == 0;
+    const int why = errno;
+    if (opened >= 0) ::close(opened);
+    if (!done) throw std::system_error(why, std::generic_category(), file.filename().string());
 }
 
 }  // namespace
@@ -53,14 +67,11 @@ CallsPage::CallsPage(Platform& platform, Settings& settings, SessionState& sessi
     work_ = platform.makeTimer([this] { rows_ ? loadSlice() : exportSlice(); });
     store_.added().connect([this](const CallRecord& record) { rowStored(record); });
     lsvCallReport.changed().connect([this] {
-        if (export_) {
-            finishWork();
-            tell_("The list has changed while it was written; no file was made.");
-        }
+        if (export_) cancel();
         if (!rows_) countShown();
     });
     cmbCDRColumn.changed().connect([this, was = cmbCDRColumn.index()]() mutable {
-        if (std::exchange(was, cmbCDRColumn.index()); was == ChoiceField::none) return;
+        if (std::exchange(was, cmbCDRColumn.index()) == cmbCDRColumn.index()) return;
         if (cmbCDRColumn.text() == allColumns)
             BuildCDRList(wholeTable);
         else
@@ -89,9 +100,10 @@ void CallsPage::readSettings() {
     txtCDRRecordLimit.setText(settings_.readOr(section, "Max", "1000"));
     txtCDRPath.setText(settings_.readOr(section, "Path", session_.applicationFolder + "/data"));
     optCDRFormat.setIndex(static_cast<int>(val(settings_.readOr(section, "Format", "0"))));
-    const auto header = settings_.Read(section, "Header");
-    chkCDRIncludeHeader.setChecked(header.empty() || val(header) == 1);
+    chkCDRIncludeHeader.setChecked(headerWanted());
 }
+
+bool CallsPage::headerWanted() { return val(settings_.readOr(section, "Header", "1")) == 1; }
 
 void CallsPage::saveSettings() {
     auto path = txtCDRPath.text();
@@ -118,6 +130,13 @@ void CallsPage::open() {
 
 void CallsPage::gatewayKnown(bool pageShown) {
     gCDRListLoaded = false;
+    if (listed_ != store_.gCDRFile()) {
+        listed_ = store_.gCDRFile();
+        cancel();
+        lsvCallReport.clear();
+        lblCDRTotal.setText("0");
+    }
+    // What can't be added now is added by the next download, which says what is wrong.
     quietly("recover", [&] { store_.recover(); });
     if (pageShown) BuildCDRList(wholeTable);
 }
@@ -129,8 +148,7 @@ void CallsPage::BuildCDRList(const std::string& sql) {
         cancel();
         lsvCallReport.clear();
         rows_ = std::move(rows);
-        wholeTable_ = false;
-        loadsWholeTable_ = sql == wholeTable;
+        listed_ = store_.gCDRFile();
         gCDRListLoaded = true;
         loadSlice();
     });
@@ -158,10 +176,9 @@ void CallsPage::GetCDRGROUP(const std::string& caption) {
 
 void CallsPage::loadSlice() {
     bool more = false;
-    const bool good = quietly("loadSlice", [&] { more = lsvCallReport.addFrom(*rows_, sliceRows); });
+    quietly("loadSlice", [&] { more = lsvCallReport.addFrom(*rows_, sliceRows); });
     lblCDRTotal.setText(std::to_string(lsvCallReport.held()));
     if (!more) {
-        wholeTable_ = good && loadsWholeTable_;
         finishWork();
         return;
     }
@@ -180,7 +197,10 @@ void CallsPage::finishWork() {
 }
 
 void CallsPage::cancel() {
-    if (busy()) finishWork();
+    if (!busy()) return;
+    const bool wasWriting = export_ != nullptr;
+    finishWork();
+    if (wasWriting) tell_("The writing was ended before it was complete; no file was made.");
 }
 
 void CallsPage::countShown() {
@@ -208,7 +228,6 @@ void CallsPage::clearCalls() {
         cancel();
         store_.clear();
         lsvCallReport.clear();
-        wholeTable_ = true;
         lblCDRTotal.setText("0");
     });
     if (!cleared) tell_("The call database can't be deleted; the calls stay.");
@@ -234,48 +253,73 @@ std::filesystem::path CallsPage::rolloverPath(const std::string& folder, const c
     return std::filesystem::path(folder) / name;
 }
 
-// The table is emptied behind it, so all of it is written, also what a filter keeps out of the list.
-bool CallsPage::writeRollover(const std::string& folder) {
-    const auto format = val(settings_.readOr(section, "Format", "0"));
-    if (format != 1 && format != 2)
-        return quietly("SaveCDRFile", [&] { store_.copyTo(rolloverPath(folder, ".mdb")); });
-    CallList whole;
-    const auto* list = &lsvCallReport;
-    if (!wholeTable_ || !txtCDRSearch.text().empty()) {
-        bool more = true;
-        const bool read = quietly("SaveCDRFile", [&] {
-            const auto rows = store_.query(wholeTable);
-            while (more) more = whole.addFrom(*rows, sliceRows);
-        });
-        if (!read) return false;
-        list = &whole;
-    }
-    return format == 1 ? CSVExport(rolloverPath(folder, ".csv"), *list, chkCDRIncludeHeader.checked())
-                       : XMLExport(*list, rolloverPath(folder, ".xml"));
+// The table is emptied behind it, so all of it is written, also what a filter keeps out of the list. The list holds rows
+// of the table only: when it shows as many, it shows all.
+bool CallsPage::writeRollover(const std::filesystem::path& file, std::int64_t format) {
+    bool written = true;
+    return quietly("SaveCDRFile", [&] {
+        if (format != 1 && format != 2) {
+            store_.copyTo(file);
+        } else {
+            CallList whole;
+            const auto counted = store_.query("SELECT COUNT(*) FROM CDR");
+            const bool listed = counted->next() && val(counted->text(0)) == static_cast<int>(lsvCallReport.size());
+            if (!listed) {
+                std::string columns;  // a null would end the reading
+                for (const auto& column : callColumns)
+                    columns += (columns.empty() ? "" : ", ") + ("ifnull(" + std::string(column.name)) + ", '')";
+                const auto rows = store_.query("SELECT " + columns + " FROM CDR");
+                while (whole.addFrom(*rows, sliceRows)) {
+                }
+            }
+            const auto& list = listed ? lsvCallReport : whole;
+            written = format == 1 ? CSVExport(file, list, headerWanted()) : XMLExport(list, file);
+        }
+        if (written) makeDurable(file);
+    }) && written;
 }
 
 void CallsPage::SaveCDRFile() {
-    download_.pause(true);
     auto folder = settings_.readOr(section, "Path", session_.applicationFolder + "/data");
     std::error_code error;
     if (std::filesystem::is_directory(folder, error) && std::filesystem::is_empty(folder, error)) {
         folder = session_.applicationFolder + "/data";
         txtCDRPath.setText(folder);
     }
-    if (writeRollover(folder))
+    const auto format = val(settings_.readOr(section, "Format", "0"));
+    const auto file = rolloverPath(folder, format == 1 ? ".csv" : format == 2 ? ".xml" : ".mdb");
+    // Two of the same second have the same name: the later one waits for the next call instead of replacing the first.
+    if (std::filesystem::exists(file, error)) return;
+    download_.pause(true);
+    if (writeRollover(file, format))
         clearCalls();
     else
         tell_("The call records can't be written to " + folder + "; they stay in the list.");
     download_.pause(false);
 }
 
+bool CallsPage::refuseBusy() {
+    if (busy()) tell_("The list is being " + std::string(rows_ ? "loaded" : "written") + ". Export it when that has ended.");
+    return busy();
+}
+
 void CallsPage::exportTo(std::size_t index) {
-    if (busy()) {
-        tell_("The list is being " + std::string(rows_ ? "loaded" : "written") + ". Export it when that has ended.");
+    if (refuseBusy()) return;
+    const std::filesystem::path path = platform_.dialogs().saveFile("Export", filters.at(index), "");
+    if (path.empty()) return;
+    std::error_code error;
+    if (std::filesystem::equivalent(path, store_.gCDRFile(), error)) {
+        tell_(path.string() + " is the call database itself; choose another name.");
         return;
     }
-    const std::filesystem::path path = platform_.dialogs().saveFile("Export", filters.at(index), "");
-    if (path.empty() || index == 0) return;
+    if (std::filesystem::exists(path, error)) {
+        const auto question = path.string() + "  already exists.\r\nDo you want to replace it?";
+        if (platform_.dialogs().message({question, "Export", ButtonSet::YesNo, BoxIcon::Question, 2}) != Button::Yes)
+            return;
+        // The others are replaced when the new file is complete.
+        if (index == 0) std::filesystem::remove(path, error);
+    }
+    if (index == 0 || refuseBusy()) return;
     if (index == 2) {
         if (!quietly("export", [&] { store_.copyTo(path); }))
             tell_("The database can't be written to " + path.string() + ".");

@@ -98,7 +98,6 @@ private:
     std::unique_ptr<DatabaseRows> rows_;
     std::unique_ptr<CallExport> export_;
     bool fillingValues_ = false;
-    bool settingsRead_ = false;
     std::filesystem::path listed_;  // the database whose calls the list holds
     sigc::signal<void()> totalsChanged_;
 };

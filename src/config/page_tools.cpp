@@ -16,6 +16,43 @@ bool PageTools::mayLose(RecordForm& form) const {
     return true;
 }
 
+bool PageTools::mayRefresh(const std::string& key, RecordForm& form) const {
+    if (key.empty())
+        dialogs.info("Please select first the port in the ports list.");
+    else if (!sender.isConnected())
+        dialogs.info("Please connect first the gateway.");
+    else
+        return mayLose(form);
+    return false;
+}
+
+bool PageTools::mayWrite(const std::string& key) const {
+    if (!sender.isConnected())
+        dialogs.info(notConnectedText);
+    else if (key.empty())
+        dialogs.info("You must select Port\\Sim first .");
+    else
+        return true;
+    return false;
+}
+
+bool PageTools::isRead(const RecordForm& form) const {
+    if (!form.known()) tell("Nothing was read here yet. Read it first, so that nothing unknown is overwritten.");
+    return form.known();
+}
+
+bool PageTools::anyMarked(const std::deque<CheckField>& boxes) const {
+    if (std::any_of(boxes.begin(), boxes.end(), [](const CheckField& box) { return box.checked(); })) return true;
+    tell("Nothing is marked to be written to the group. Mark the fields that the write is to include.");
+    return false;
+}
+
+bool PageTools::write(std::string line, std::string caption) const {
+    WriteBatch batch;
+    batch.items.push_back(command(std::move(line), std::move(caption)));
+    return writes.start(std::move(batch));
+}
+
 void PageTools::read(std::vector<QueueItem> batch, int budgetMs) const {
     reads.whenFree("record", [this, batch = std::move(batch), budgetMs] { reads.start(batch, budgetMs); });
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -24,6 +25,15 @@ struct PageTools {
 
     // A page's Refresh: asks before edits are thrown away; they are gone when it answers true.
     bool mayLose(RecordForm& form) const;
+    // Of the panels beside the tree, `key` being the node that is shown: what a read and a write refuse first, with a
+    // word to the operator.
+    bool mayRefresh(const std::string& key, RecordForm& form) const;
+    bool mayWrite(const std::string& key) const;
+    // And of a write behind that: a single record that was never read, a group of whose fields none is marked.
+    bool isRead(const RecordForm& form) const;
+    bool anyMarked(const std::deque<CheckField>& boxes) const;
+    // Begins a write of one line.
+    bool write(std::string line, std::string caption) const;
     // Reads a batch at once, or as soon as the one that runs is over.
     void read(std::vector<QueueItem> batch, int budgetMs) const;
 };

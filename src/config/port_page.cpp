@@ -205,15 +205,7 @@ void PortPage::readSelected() {
 }
 
 void PortPage::cmdModRefresh() {
-    if (key_.empty()) {
-        tools_.dialogs.info("Please select first the port in the ports list.");
-        return;
-    }
-    if (!tools_.sender.isConnected()) {
-        tools_.dialogs.info("Please connect first the gateway.");
-        return;
-    }
-    if (!tools_.mayLose(form)) return;
+    if (!tools_.mayRefresh(key_, form)) return;
     const auto* node = tree_.tvGroups[0].find(key_);
     std::vector<QueueItem> batch;
     if (!showsGroup()) batch.push_back(command("R_" + node_key::stored(key_), node ? node->text : key_));
@@ -288,28 +280,16 @@ std::string PortPage::WriteMod(std::string_view key, bool isCdma) {
 }
 
 void PortPage::write() {
-    if (!tools_.sender.isConnected()) {
-        tools_.dialogs.info(notConnectedText);
-        return;
-    }
-    if (key_.empty()) {
-        tools_.dialogs.info("You must select Port\\Sim first .");
-        return;
-    }
+    if (!tools_.mayWrite(key_)) return;
     if (showsGroup()) {
         writeGroup();
         return;
     }
-    if (!form.known()) {
-        tools_.tell("This port has not been read yet. Read it first, so that nothing unknown is overwritten.");
-        return;
-    }
+    if (!tools_.isRead(form)) return;
     const auto line = WriteMod(key_, contains(key_, "CDM"));
     if (line.empty()) return;
     respell(line);
-    WriteBatch batch;
-    batch.items.push_back(command(line, tree_.captionOf(key_)));
-    if (tools_.writes.start(std::move(batch))) writeStarted_.emit();
+    if (tools_.write(line, tree_.captionOf(key_))) writeStarted_.emit();
 }
 
 // "016" is told back as 16, and what was left empty as it was: neither is an edit any more once it is written.
@@ -320,13 +300,7 @@ void PortPage::respell(std::string_view line) {
 }
 
 void PortPage::writeGroup() {
-    const auto none = std::none_of(chkIncGrpMod.begin(), chkIncGrpMod.end(),
-                                   [](const CheckField& box) { return box.checked(); });
-    if (none) {
-        tools_.tell("Nothing is marked to be written to the group. Mark the fields that the write is to include.");
-        return;
-    }
-    if (WriteMod(key_, false).empty()) return;
+    if (!tools_.anyMarked(chkIncGrpMod) || WriteMod(key_, false).empty()) return;
     auto items = tree_.groupWritePorts(key_, [this](const std::string& member) {
         const auto* port = portOf(member);
         return build(member, port && port->Kind == "CDM").line;

@@ -197,16 +197,8 @@ void SimPage::holdWrites(bool held) {
 }
 
 void SimPage::cmdSimRefresh() {
-    if (key_.empty()) {
-        tools_.dialogs.info("Please select first the port in the ports list.");
-        return;
-    }
-    if (!tools_.sender.isConnected()) {
-        tools_.dialogs.info("Please connect first the gateway.");
-        return;
-    }
     const auto source = readKey();
-    if (source.empty() || !tools_.mayLose(form)) return;
+    if (!tools_.mayRefresh(key_, form) || source.empty()) return;
     tools_.read({command("R_" + source, "Load Values")}, refreshBudgetMs);
 }
 
@@ -290,32 +282,16 @@ void SimPage::respell(std::string_view line) {
 }
 
 void SimPage::write() {
-    if (!tools_.sender.isConnected()) {
-        tools_.dialogs.info(notConnectedText);
-        return;
-    }
-    if (key_.empty()) {
-        tools_.dialogs.info("You must select Port\\Sim first .");
-        return;
-    }
+    if (!tools_.mayWrite(key_)) return;
     if (!showsGroup()) {
-        if (!form.known()) {
-            tools_.tell("This SIM has not been read yet. Read it first, so that nothing unknown is overwritten.");
-            return;
-        }
+        if (!tools_.isRead(form)) return;
         const auto line = buildForOne(key_);
         if (line.empty()) return;
         respell(line);
-        WriteBatch batch;
-        batch.items.push_back(command(line, tree_.captionOf(key_)));
-        if (tools_.writes.start(std::move(batch))) writeStarted_.emit();
+        if (tools_.write(line, tree_.captionOf(key_))) writeStarted_.emit();
         return;
     }
-    if (std::none_of(chkIncGrpSim.begin(), chkIncGrpSim.end(), [](const CheckField& box) { return box.checked(); })) {
-        tools_.tell("Nothing is marked to be written to the group. Mark the fields that the write is to include.");
-        return;
-    }
-    if (buildForGroup(key_).empty()) return;
+    if (!tools_.anyMarked(chkIncGrpSim) || buildForGroup(key_).empty()) return;
     // The items of a port that has turned CDMA are in the list still, and no SIM is behind them.
     auto items = tree_.groupWriteSims(key_, [this](const std::string& member) {
         return tree_.moduleType(member) == "GSM" ? build(member, false).line : std::string();

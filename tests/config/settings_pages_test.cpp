@@ -216,7 +216,7 @@ TEST_F(Selection, ReadsWhatItLacksAndNothingTwice) {
         EXPECT_THAT(arrived(), IsEmpty()) << "another page is open";
         console.mainWindow.notice("");
         (key[0] == 'S' ? sim.cmdWriteSIM : port.cmdWritePort).press();
-        EXPECT_THAT(notice(), HasSubstr("has not been read yet"));
+        EXPECT_THAT(notice(), HasSubstr("read here yet"));
     }
     EXPECT_THAT(arrived(), IsEmpty());
 }

@@ -1,0 +1,207 @@
+// The journal and the table on the disk, and what happens to them behind the console's back.
+#include <gmock/gmock.h>
+#include <unistd.h>
+
+#include <fstream>
+
+#include "fakes/console_bench.h"
+
+namespace trunvex {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+CDRSlot call(const std::string& number) {
+    CDRSlot record;
+    record.port = "5";
+    record.sim = "1";
+    record.RecordID = number;
+    record.Dialed_CLI = number;
+    record.OperatorID = "a\tb\nc\\";  // what the journal uses itself
+    return record;
+}
+
+class Store : public testing::Test {
+protected:
+    Store() { store->setGateway("4711"); }
+    // The program ends and starts again.
+    void restart() {
+        store = std::make_unique<CallStore>(engine, folder.path());
+        store->setGateway("4711");
+    }
+    void store1(int slot, const std::string& number) {
+        store->take(slot, call(number));
+        store->add(slot);
+    }
+    std::vector<std::string> rows() {
+        std::vector<std::string> numbers;
+        const auto found = store->query("SELECT Dialed_CLI FROM CDR ORDER BY rowid");
+        while (found->next()) numbers.emplace_back(found->text(0));
+        return numbers;
+    }
+    std::filesystem::path data(const char* name) const { return folder.path() / "data" / name; }
+
+    fakes::TemporaryFolder folder{CALL_TEMPLATE};
+    SqliteEngine engine;
+    std::unique_ptr<CallStore> store = std::make_unique<CallStore>(engine, folder.path());
+};
+
+TEST_F(Store, MakesItsDatabaseFromTheTemplate) {
+    EXPECT_TRUE(store->CheckCDRFile());
+    EXPECT_FALSE(store->CheckCDRFile());
+    EXPECT_TRUE(std::filesystem::exists(data("CDR4711.mdb")));
+    const std::pair<const char*, std::filesystem::path> gateways[] = {
+        {"../x", data("CDR.._x.mdb")}, {"", folder.path() / "CDR_NO_ESN.mdb"}};
+    for (const auto& [esn, file] : gateways) {
+        store->setGateway(esn);
+        EXPECT_EQ(store->gCDRFile().filename().string().find('/'), std::string::npos);
+        EXPECT_NE(store->gCDRFile(), data("CDR.mdb")) << "never the template";
+    }
+    EXPECT_EQ(store->gCDRFile(), folder.path() / "CDR_NO_ESN.mdb");
+    std::filesystem::remove(data("CDR.mdb"));
+    store->setGateway("1");
+    EXPECT_THROW(store->query("SELECT * FROM CDR"), std::system_error);
+}
+
+TEST_F(Store, AddsWhatAnEndLeftOnce) {
+    store->take(1, call("100"));
+    store->take(3, call("101"));
+    restart();
+    EXPECT_THAT(rows(), IsEmpty());
+    store->recover();
+    store->recover();
+    store1(3, "101");  // the gateway did not hear that it was taken
+    EXPECT_THAT(rows(), ElementsAre("100", "101"));
+    store->take(1, call("102"));
+    store->take(1, call("103"));  // the gateway has gone on: 102 is dropped there
+    EXPECT_THAT(rows(), ElementsAre("100", "101", "102"));
+    CDRSlot nothing;
+    store->take(2, nothing);
+    store->add(2);
+    EXPECT_EQ(rows().size(), 3u);
+}
+
+TEST_F(Store, ReadsAJournalThatIsTornOrChanged) {
+    store->take(1, call("100"));
+    store->take(2, call("101"));
+    const auto journal = data("CDR4711.journal");
+    std::ifstream in(journal, std::ios::binary);
+    const std::string whole(std::istreambuf_iterator<char>(in), {});
+    const auto second = whole.find('\n') + 1;
+    auto changed = whole;
+    changed[second + 8] ^= 1;
+    const std::pair<std::string, bool> journals[] = {
+        {whole, true}, {whole.substr(0, whole.size() - 5), false}, {changed, false}, {whole.substr(0, second) + "R", false}};
+    for (const auto& [text, both] : journals) {
+        SCOPED_TRACE(text);
+        std::ofstream(journal, std::ios::binary | std::ios::trunc) << text;
+        std::filesystem::remove(data("CDR4711.mdb"));
+        restart();
+        store->take(4, call("102"));  // written behind what was torn
+        restart();
+        store->recover();
+        EXPECT_THAT(rows(), both ? ElementsAre("100", "101", "102") : testing::Matcher<std::vector<std::string>>(
+                                                                          ElementsAre("100", "102")));
+        const auto full = store->query("SELECT OperatorID FROM CDR");
+        while (full->next()) EXPECT_EQ(full->text(0), "a\tb\nc\\");
+    }
+}
+
+TEST_F(Store, GoesOnWhenItsJournalWasLost) {
+    store1(1, "100");
+    store1(2, "101");
+    std::filesystem::remove(data("CDR4711.journal"));
+    restart();
+    store1(1, "102");
+    EXPECT_THAT(rows(), ElementsAre("100", "101", "102"));
+    // One that can't be read is not an empty one.
+    std::filesystem::remove(data("CDR4711.journal"));
+    std::filesystem::create_directory(data("CDR4711.journal"));
+    restart();
+    EXPECT_THROW(store->take(1, call("103")), std::system_error);
+}
+
+TEST_F(Store, KeepsWhatIsNotInTheTableWhenItIsCleared) {
+    for (const bool run : {false, true}) {
+        SCOPED_TRACE(run);
+        const std::string first = run ? "200" : "100";
+        const std::string second = run ? "201" : "101";
+        if (run) store->beginRun();
+        store1(1, first);
+        store->take(1, call(second));
+        store->clear();
+        EXPECT_FALSE(std::filesystem::exists(data("CDR4711.mdb")));
+        restart();
+        store->recover();
+        EXPECT_THAT(rows(), ElementsAre(second)) << "not what was deleted";
+        store1(1, second);
+        EXPECT_EQ(rows().size(), 1u);
+        store->clear();
+    }
+}
+
+TEST_F(Store, MayBeClearedByWhoHearsOfARow) {
+    std::vector<std::string> heard;
+    store->added().connect([&](const CallRecord& record) {
+        heard.push_back(record.Dialed_CLI + ":" + std::to_string(rows().size()));
+        if (record.Dialed_CLI == "101") store->clear();
+    });
+    for (int slot = 1; slot <= 3; ++slot) store->take(slot, call(std::to_string(99 + slot)));
+    store->recover();
+    EXPECT_THAT(heard, ElementsAre("100:1", "101:2", "102:1"));
+    EXPECT_THAT(rows(), ElementsAre("102"));
+}
+
+TEST_F(Store, KeepsGatewaysApart) {
+    store->beginRun();
+    store1(1, "100");
+    store->take(1, call("101"));
+    store->setGateway("4712");
+    store1(1, "200");
+    EXPECT_THAT(rows(), ElementsAre("200"));
+    store->setGateway("4711");
+    store->recover();
+    EXPECT_THAT(rows(), ElementsAre("100", "101"));
+}
+
+TEST_F(Store, ChangesNothingWhileItsDatabaseCantBeWritten) {
+    for (const bool run : {false, true}) {
+        SCOPED_TRACE(run);
+        const std::string first = run ? "200" : "100";
+        const std::string second = run ? "201" : "101";
+        if (run) store->beginRun();
+        store1(1, first);
+        const auto other = engine.open(data("CDR4711.mdb"));
+        other->execute("BEGIN IMMEDIATE");
+        store->take(1, call(second));
+        try {
+            store->add(1);
+            ADD_FAILURE() << "the database is locked";
+        } catch (const DatabaseError& error) {
+            EXPECT_EQ(error.cause(), DatabaseError::Cause::Locked);
+        }
+        const auto reading = store->query("SELECT * FROM CDR");  // a list that is being loaded is in nobody's way
+        ASSERT_TRUE(reading->next());
+        other->execute("COMMIT");
+        store->add(1);
+        EXPECT_THAT(rows(), ElementsAre(first, second));
+        store->copyTo(data("copy.mdb"));
+        EXPECT_TRUE(std::filesystem::exists(data("copy.mdb")));
+        store->clear();
+    }
+    EXPECT_THROW(store->copyTo(folder.path() / "nowhere" / "copy.mdb"), std::exception);
+}
+
+TEST_F(Store, TakesNothingInAFolderThatCantBeWritten) {
+    if (::geteuid() == 0) GTEST_SKIP() << "everything can be written by root";
+    using std::filesystem::perms;
+    std::filesystem::permissions(folder.path() / "data", perms::owner_read | perms::owner_exec);
+    EXPECT_THROW(store->take(1, call("100")), std::exception);
+    std::filesystem::permissions(folder.path() / "data", perms::owner_all);
+    store1(1, "100");
+    EXPECT_THAT(rows(), ElementsAre("100"));
+}
+
+}  // namespace
+}  // namespace trunvex

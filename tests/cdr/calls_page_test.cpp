@@ -1,0 +1,326 @@
+// The page of the calls: list, filters, files, settings, and a download that meets a locked database.
+#include <gmock/gmock.h>
+
+#include <fstream>
+
+#include "fakes/console_bench.h"
+#include "simulator/call_records.h"
+#include "text/text_rules.h"
+
+namespace trunvex {
+namespace {
+
+using fakes::ConsoleBench;
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+std::string contentOf(const std::filesystem::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+class Calls : public testing::Test {
+protected:
+    Calls() { know("4711"); }
+    void know(const std::string& esn, bool shown = true) {
+        bench.console.session.gESN = esn;
+        store.setGateway(esn);
+        page.gatewayKnown(shown);
+    }
+    void add(const std::string& port, const std::string& dialled, const std::string& duration = "0") {
+        CDRSlot record;
+        record.RecordID = std::to_string(++number);
+        record.port = port;
+        record.sim = "1";
+        record.Dialed_CLI = dialled;
+        record.OriginateTime = "03-25-09 14:07:59 We";
+        record.Duration = duration;
+        store.take(1, record);
+        store.add(1);
+    }
+    std::vector<std::string> shown() const {
+        std::vector<std::string> numbers;
+        for (std::size_t row = 0; row < page.lsvCallReport.size(); ++row)
+            numbers.emplace_back(page.lsvCallReport.text(row, 5));
+        return numbers;
+    }
+    void setting(const char* key, const std::string& value) { bench.console.setting.Write("CDRConfig", key, value); }
+    int inTable() {
+        const auto count = store.query("SELECT COUNT(*) FROM CDR");
+        return count->next() ? static_cast<int>(val(count->text(0))) : -1;
+    }
+    std::filesystem::path made(const std::string& name) const { return bench.folder.path() / name; }
+    // The only file of a folder.
+    static std::filesystem::path only(const std::filesystem::path& folder) {
+        const std::filesystem::directory_iterator files(folder);
+        EXPECT_EQ(std::distance(begin(files), end(files)), 1);
+        return std::filesystem::directory_iterator(folder)->path();
+    }
+    void press(std::size_t button, const std::filesystem::path& file = {}) {
+        bench.platform.boxes.file = file.string();
+        page.cmdCDRExport.at(button).press();
+        bench.advance(100);
+    }
+
+    ConsoleBench bench;
+    CallStore& store = bench.console.callStore;
+    CallsPage& page = bench.console.calls;
+    int number = 0;
+};
+
+TEST_F(Calls, FilterByColumnAndValue) {
+    add("5", "100");
+    add("12", "101");
+    add("5", "it's");
+    page.cmbCDRColumn.setText("Port");
+    EXPECT_THAT(page.cmbCDRValue.items(), ElementsAre(" ", "12", "5"));
+    EXPECT_EQ(page.lblCDRTotal.text(), "3") << "nothing is filtered yet";
+    page.cmbCDRValue.setText("5");
+    EXPECT_THAT(shown(), ElementsAre("100", "it's"));
+    EXPECT_EQ(page.lblCDRTotal.text(), "2");
+    page.cmbCDRColumn.setText("Dialed CLI");
+    page.cmbCDRValue.setText("it's");
+    EXPECT_THAT(shown(), ElementsAre("100", "it's")) << "the query fails";
+    add("7", "102");
+    EXPECT_EQ(page.lblCDRTotal.text(), "3") << "counted on what is shown";
+    page.cmbCDRColumn.setText("ALL");
+    EXPECT_EQ(shown().size(), 4u);
+    page.BuildCDRListGroup("nonsense", "1");
+    page.BuildCDRListGroup("OperatorID", "");
+    EXPECT_EQ(shown().size(), 4u);
+    EXPECT_EQ(page.cmbCDRColumn.items().size(), 16u);
+    EXPECT_THAT(page.cmbCDRColumn.items(), testing::Contains("Anser Time"));
+    bench.console.session.gESN.clear();
+    page.cmbCDRColumn.setText("Port");
+    page.cmbCDRValue.setText("7");
+    EXPECT_EQ(shown().size(), 4u) << "no gateway is known";
+}
+
+TEST_F(Calls, SearchSortAndTotals) {
+    const struct {
+        SortKind kind;
+        std::vector<const char*> ascending;
+    } keys[] = {{SortKind::Stamp, {" 23:59:59 We", "12-31-08 23:59:59 We", "01-01-09 00:00:00 Th", "01-01-09 00:00:01 Th"}},
+                {SortKind::Duration, {"0", "0.59", "1.00", "2.05", "10.00"}},
+                {SortKind::Number, {"", "-64db", "-9db", "7", "12"}}};
+    for (const auto& [kind, ascending] : keys)
+        for (std::size_t i = 1; i < ascending.size(); ++i)
+            EXPECT_LT(sortKey(ascending[i - 1], kind), sortKey(ascending[i], kind)) << ascending[i];
+    add("5", "Abc", "2.05");
+    add("12", "abd", "0");
+    add("7", "x", "0.07");
+    EXPECT_EQ(page.totals.answered, 2u);
+    EXPECT_EQ(page.totals.talkSeconds, 132);
+    EXPECT_EQ(page.totals.asr(), 67);
+    EXPECT_EQ(page.totals.acd(), 66);
+    page.lsvCallReport.sort(0, true);
+    EXPECT_THAT(shown(), ElementsAre("Abc", "x", "abd"));
+    page.txtCDRSearch.setText("aB");
+    EXPECT_THAT(shown(), ElementsAre("Abc", "abd"));
+    EXPECT_EQ(page.totals.asr(), 50);
+    page.txtCDRSearch.setText("abd");
+    EXPECT_EQ(page.totals.acd(), 0);
+    page.txtCDRSearch.setText("");
+    EXPECT_EQ(shown().size(), 3u);
+}
+
+TEST_F(Calls, ClearAsksFirst) {
+    add("5", "100");
+    press(5);
+    EXPECT_EQ(inTable(), 1) << "refused";
+    bench.platform.boxes.answers = {Button::Yes};
+    press(5);
+    const auto& box = bench.platform.boxes.shown.back();
+    EXPECT_EQ(box.text, "this action will clear all the calls report !. \r\nare you sure that you want to continue?");
+    EXPECT_EQ(box.title, "warning");
+    EXPECT_EQ(page.lblCDRTotal.text(), "0");
+    EXPECT_THAT(shown(), IsEmpty());
+    EXPECT_FALSE(std::filesystem::exists(store.gCDRFile()));
+    add("5", "101");
+    EXPECT_EQ(inTable(), 1);
+}
+
+TEST_F(Calls, RollTheWholeTableOver) {
+    const auto folder = made("rolled");
+    setting("Path", folder.string());
+    setting("Max", "3");
+    for (const bool filtered : {false, true}) {
+        for (const auto& [format, name] : {std::pair("0", ".mdb"), {"1", ".csv"}, {"2", ".xml"}}) {
+            SCOPED_TRACE(testing::Message() << format << filtered);
+            std::filesystem::create_directory(folder);
+            std::ofstream(folder / "x");  // an empty folder is not used
+            setting("Format", format);
+            add("5", "first");
+            add("6", "second");
+            std::filesystem::remove(folder / "x");
+            if (filtered) {
+                page.BuildCDRListGroup("Port", "5");
+                std::ofstream(folder / "x");
+                add("7", "third");
+                EXPECT_EQ(inTable(), 3) << "the rollover counts what is shown";
+                add("5", "fourth");
+            } else {
+                std::ofstream(folder / "x");
+                add("7", "third");
+            }
+            EXPECT_EQ(page.lblCDRTotal.text(), "0");
+            EXPECT_THAT(shown(), IsEmpty());
+            EXPECT_EQ(inTable(), 0);
+            std::filesystem::remove(folder / "x");
+            const auto file = only(folder);
+            EXPECT_THAT(file.filename().string(), testing::StartsWith("CDR_4711 (1 - 3-2026 0,0,"));
+            EXPECT_THAT(file.string(), EndsWith(name));
+            for (const char* dialled : {"first", "second", "third"}) EXPECT_THAT(contentOf(file), HasSubstr(dialled));
+            std::filesystem::remove_all(folder);
+            page.BuildCDRList("SELECT * FROM CDR");
+        }
+    }
+}
+
+TEST_F(Calls, StayWhereARolloverCantBeWritten) {
+    setting("Max", "1");
+    setting("Format", "1");
+    std::ofstream(made("file")) << "x";
+    std::filesystem::create_directory(made("empty"));
+    for (const char* folder : {"missing", "file"}) {
+        setting("Path", made(folder).string());
+        add("5", folder);
+    }
+    EXPECT_EQ(inTable(), 2);
+    EXPECT_EQ(contentOf(made("file")), "x");
+    setting("Path", made("empty").string());
+    add("5", "third");
+    EXPECT_EQ(inTable(), 0) << "an empty folder is no goal: the default is";
+    EXPECT_EQ(page.txtCDRPath.text(), made("data").string());
+    EXPECT_TRUE(std::filesystem::is_empty(made("empty")));
+    add("5", "fourth");
+    EXPECT_EQ(inTable(), 1) << "the file of this second is not replaced";
+    bench.advance(1000);
+    add("5", "fifth");
+    EXPECT_EQ(inTable(), 0);
+    setting("Mode", "1");
+    add("5", "sixth");
+    EXPECT_EQ(inTable(), 1);
+}
+
+TEST_F(Calls, NeverRollOneGatewaysCallsOverAsAnothers) {
+    setting("Format", "1");
+    setting("Max", "2");
+    know("4712");
+    add("5", "old");
+    know("4711");
+    add("5", "other");
+    know("4712", false);
+    EXPECT_THAT(shown(), IsEmpty());
+    add("5", "new");
+    EXPECT_EQ(inTable(), 2) << "one is shown";
+    page.SaveCDRFile();
+    std::string rolled;
+    for (const auto& file : std::filesystem::directory_iterator(made("data")))
+        if (file.path().extension() == ".csv") rolled += contentOf(file.path());
+    EXPECT_THAT(rolled, testing::AllOf(HasSubstr("old"), HasSubstr("new"), testing::Not(HasSubstr("other"))));
+}
+
+TEST_F(Calls, ExportTheirBytes) {
+    const std::string headings = "Port,Sim,Direction,Type of call,Sim ID,Dialed \\ CLI number,Calling \\ Redirect number,"
+                                 "Originate Time,AnswerTime,Disconnect Time,Duration,Clear Cause,Release Cause,RSSI,BCCH,"
+                                 "Operator ID,\r\n\r\n";
+    press(1, made("empty.csv"));
+    EXPECT_EQ(contentOf(made("empty.csv")), headings);
+    press(3, made("empty.xml"));
+    EXPECT_EQ(contentOf(made("empty.xml")), "<?xml version=\"1.0\"?>\r\n<root>\r\n</root>\r\n");
+    add("5", "a,\"<&", "0.07");
+    add("6", "b");
+    page.BuildCDRListGroup("Port", "5");
+    press(1, made("one.csv"));
+    EXPECT_EQ(contentOf(made("one.csv")),
+              headings + "5,1,,,,a,\"<&,,03-25-09 14:07:59 We,,,0.07,,,,,,\r\n\r\n");
+    press(3, made("one.xml"));
+    const auto xml = contentOf(made("one.xml"));
+    EXPECT_THAT(xml, HasSubstr("<root>\r\n          <RECORD_1>\r\n               <Port > 5 </Port>\r\n"));
+    EXPECT_THAT(xml, HasSubstr("               <Dialed__CLI_number > a,\"<& </Dialed__CLI_number>\r\n"));
+    EXPECT_THAT(xml, EndsWith("               <Operator_ID >  </Operator_ID>\r\n          </RECORD_1>\r\n</root>\r\n"));
+    press(2, made("all.mdb"));
+    EXPECT_THAT(contentOf(made("all.mdb")), HasSubstr("a,\"<&"));
+    bench.platform.boxes.shown.clear();
+    press(3, made("one.csv"));  // refused
+    EXPECT_THAT(bench.platform.boxes.texts(),
+                ElementsAre(made("one.csv").string() + "  already exists.\r\nDo you want to replace it?"));
+    EXPECT_THAT(contentOf(made("one.csv")), testing::StartsWith("Port,"));
+    bench.platform.boxes.answers = {Button::Yes, Button::Yes};
+    press(0, made("one.csv"));
+    EXPECT_FALSE(std::filesystem::exists(made("one.csv")));
+    press(1, store.gCDRFile());
+    EXPECT_EQ(inTable(), 2) << "the database is not written over";
+    press(1, made("nowhere") / "x.csv");
+    std::filesystem::create_directory(made("dir"));
+    bench.platform.boxes.answers = {Button::Yes};
+    press(1, made("dir"));
+    EXPECT_FALSE(std::filesystem::exists(made("dir.new")));
+}
+
+TEST_F(Calls, SaveTheirSettings) {
+    const struct {
+        std::string path, limit, most;
+        std::string savedPath, savedLimit, savedMost;
+        bool told;
+    } cases[] = {{made("").string(), "5", "10", made("").string(), "5", "10", false},
+                 {"", "x", "0", made("data").string(), "0", "1000", true},
+                 {made("missing").string(), "0", "", made("data").string(), "0", "1000", true}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.path);
+        bench.platform.boxes.shown.clear();
+        page.txtCDRPath.setText(c.path);
+        page.txtCDRDownLimit.setText(c.limit);
+        page.txtCDRRecordLimit.setText(c.most);
+        page.optCDRFormat.setIndex(2);
+        page.chkCDRIncludeHeader.setChecked(false);
+        setting("Mode", "7");
+        press(8);
+        auto& saved = bench.console.setting;
+        EXPECT_EQ(saved.Read("CDRConfig", "Path"), c.savedPath);
+        EXPECT_EQ(saved.Read("CDRConfig", "DownLimit"), c.savedLimit);
+        EXPECT_EQ(saved.Read("CDRConfig", "Max"), c.savedMost);
+        EXPECT_EQ(saved.Read("CDRConfig", "Mode") + saved.Read("CDRConfig", "Format") + saved.Read("CDRConfig", "Header"),
+                  "020");
+        ASSERT_EQ(bench.platform.boxes.shown.size(), c.told ? 1u : 0u);
+        if (c.told) {
+            EXPECT_EQ(bench.platform.boxes.shown[0].text, "Path not found ,the path will changed to default value.");
+            EXPECT_EQ(bench.platform.boxes.shown[0].title, "path not found");
+        }
+    }
+}
+
+TEST_F(Calls, AreNotTakenWhileTheDatabaseIsLocked) {
+    simulator::Gateway gateway(fakes::seeded(3));
+    simulator::Random dice(7);
+    for (auto& port : gateway.state().ports) port.module = '1';
+    auto* channel = gateway.state().callRecords.channel("11");
+    for (int call = 0; call < 20; ++call)
+        gateway.state().callRecords.add(simulator::PortAddress::ofSlot(0), simulator::someCallRecord(dice, {}));
+    bench.logIn(gateway);
+    store.CheckCDRFile();
+    const auto other = bench.platform.databaseFiles.open(store.gCDRFile());
+    other->execute("BEGIN IMMEDIATE");
+    auto& download = bench.console.cdrDownload;
+    download.start();
+    bench.advance(60000);
+    EXPECT_THAT(download.lblCDRStatus.text(), HasSubstr("locked"));
+    EXPECT_EQ(channel->size(), 19u) << "the first one is in the journal";
+    download.pause(true);
+    download.pause(false);
+    bench.receive("OK#11");  // said twice
+    bench.advance(60000);
+    EXPECT_EQ(channel->size(), 19u);
+    other->execute("COMMIT");
+    bench.advance(60000);
+    EXPECT_EQ(download.lblCDRStatus.text(), "");
+    EXPECT_TRUE(channel->empty());
+    EXPECT_EQ(download.gCDRDone, 20);
+    EXPECT_EQ(inTable(), 20);
+}
+
+}  // namespace
+}  // namespace trunvex
