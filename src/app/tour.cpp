@@ -89,6 +89,20 @@ private:
         waitFor([&] { return !console_.writes.running(); });
         settle();
         save(&window, "24-group-written");
+        write("isdn", "TxtLocalNumber", "5550199", "CmdWriteISDN", "25-isdn-written");
+        write("system", "dtpDate", "29/02/2028", "cmdSetTime", "26-clock-written");
+    }
+
+    // A field of a page is changed, written, and shown as the gateway has it then.
+    void write(const char* page, const char* field, const char* text, const char* button, const QString& name) {
+        auto& window = screens_.mainWindow();
+        window.findChild<QAction*>(QString("tool_") + page)->trigger();
+        waitFor([&] { return console_.reads.formEnabled(); });
+        window.findChild<QLineEdit*>(field)->setText(text);
+        window.findChild<QPushButton*>(button)->click();
+        waitFor([&] { return !console_.writes.running(); });
+        settle();
+        save(&window, name);
     }
 
     void fillDialog(const QString& host, const QString& port) {

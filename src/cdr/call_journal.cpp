@@ -79,7 +79,8 @@ std::string lineOf(const CallJournal::Entry& entry) {
 // The parts of a line whose check sum is right, else nothing.
 std::vector<std::string> partsOf(const std::string& line) {
     const auto seal = line.rfind(separator);
-    if (seal == std::string::npos || seal == 0 || line.substr(seal + 1) != checkSum(std::string_view(line).substr(0, seal))) return {};
+    if (seal == std::string::npos || seal == 0) return {};
+    if (line.substr(seal + 1) != checkSum(std::string_view(line).substr(0, seal))) return {};
     std::vector<std::string> parts;
     std::istringstream body(line.substr(0, seal));
     for (std::string part; std::getline(body, part, separator);) parts.push_back(unpacked(part));

@@ -148,7 +148,8 @@ void CallList::sort(std::size_t column, bool ascending) {
     const auto kind = callColumns.at(column).sort;
     if (kind == SortKind::Text) {
         std::stable_sort(shown_.begin(), shown_.end(), [&](Row one, Row other) {
-            return ascending ? textOf(one, column) < textOf(other, column) : textOf(other, column) < textOf(one, column);
+            return ascending ? textOf(one, column) < textOf(other, column)
+                             : textOf(other, column) < textOf(one, column);
         });
     } else {
         // The keys are worked out once a row.

@@ -34,7 +34,8 @@ public:
     std::string_view text(std::size_t row, std::size_t column) const { return textOf(shown_.at(row), column); }
     CallRecord record(std::size_t row) const;
 
-    // Shows only rows that hold the text in some column, letters of either case alike; empty shows all. Keeps the order.
+    // Shows only rows that hold the text in some column, letters of either case alike; empty shows all. Keeps the
+    // order.
     void search(std::string text);
     const std::string& searched() const { return search_; }
     // Orders what is shown by a column's kind of value; rows of equal value keep their order. New rows go to the end.

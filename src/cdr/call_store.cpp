@@ -102,7 +102,8 @@ bool CallStore::takenAlready(int slot, const CDRSlot& record) {
     const auto& entries = journal().entries();
     const auto* last = journal().lastOf(slot);
     if (last && sameRecord(last->record, record)) return true;
-    const auto from = static_cast<std::ptrdiff_t>(entries.size()) > lookBack ? entries.end() - lookBack : entries.begin();
+    const auto from =
+        static_cast<std::ptrdiff_t>(entries.size()) > lookBack ? entries.end() - lookBack : entries.begin();
     return std::any_of(from, entries.end(), [&](const CallJournal::Entry& entry) {
         return entry.slot == slot && sameRecord(entry.record, record);
     });

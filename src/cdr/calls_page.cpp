@@ -27,7 +27,8 @@ constexpr std::array<const char*, 4> filters{"Excel file (*.xls)|*.xls",
 // The column behind a caption of the filter; null for a caption that is none.
 const CallColumn* columnOf(const std::string& caption) {
     for (const auto& column : callColumns)
-        if ((column.caption && column.caption == caption) || (!column.caption && column.name == caption)) return &column;
+        if ((column.caption && column.caption == caption) || (!column.caption && column.name == caption))
+            return &column;
     return nullptr;
 }
 
@@ -253,8 +254,8 @@ std::filesystem::path CallsPage::rolloverPath(const std::string& folder, const c
     return std::filesystem::path(folder) / name;
 }
 
-// The table is emptied behind it, so all of it is written, also what a filter keeps out of the list. The list holds rows
-// of the table only: when it shows as many, it shows all.
+// The table is emptied behind it, so all of it is written, also what a filter keeps out of the list. The list holds
+// rows of the table only: when it shows as many, it shows all.
 bool CallsPage::writeRollover(const std::filesystem::path& file, std::int64_t format) {
     bool written = true;
     return quietly("SaveCDRFile", [&] {
@@ -299,7 +300,8 @@ void CallsPage::SaveCDRFile() {
 }
 
 bool CallsPage::refuseBusy() {
-    if (busy()) tell_("The list is being " + std::string(rows_ ? "loaded" : "written") + ". Export it when that has ended.");
+    if (busy())
+        tell_("The list is being " + std::string(rows_ ? "loaded" : "written") + ". Export it when that has ended.");
     return busy();
 }
 

@@ -45,7 +45,8 @@ std::string reasonOf(const std::exception& error) {
                 break;
         }
     }
-    return what + ": " + error.what() + ". The download waits, and no call is taken from the gateway until this is mended.";
+    return what + ": " + error.what() +
+           ". The download waits, and no call is taken from the gateway until this is mended.";
 }
 
 }  // namespace
@@ -90,7 +91,8 @@ void CdrDownload::start() {
     gCDRPhase = 0;
     for (int slot = 1; slot <= cdrChannelCount; ++slot) {
         const auto address = getMCU_XY(slot);
-        const auto position = static_cast<std::size_t>((val(mid(address, 1, 1)) - 1) * modulesPerMcu + val(right(address, 1)));
+        const auto position =
+            static_cast<std::size_t>((val(mid(address, 1, 1)) - 1) * modulesPerMcu + val(right(address, 1)));
         if (val(mid(session_.gActivePorts, position, 1)) == 0) continue;
         gCDRQueue.push_back({"R_CDR" + address + ",2", "CDR Count  " + labelOf(address)});
     }

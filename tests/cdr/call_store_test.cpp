@@ -30,7 +30,7 @@ protected:
         store = std::make_unique<CallStore>(engine, folder.path());
         store->setGateway("4711");
     }
-    void store1(int slot, const std::string& number) {
+    void takeAndAdd(int slot, const std::string& number) {
         store->take(slot, call(number));
         store->add(slot);
     }
@@ -51,14 +51,10 @@ TEST_F(Store, MakesItsDatabaseFromTheTemplate) {
     EXPECT_TRUE(store->CheckCDRFile());
     EXPECT_FALSE(store->CheckCDRFile());
     EXPECT_TRUE(std::filesystem::exists(data("CDR4711.mdb")));
-    const std::pair<const char*, std::filesystem::path> gateways[] = {
-        {"../x", data("CDR.._x.mdb")}, {"", folder.path() / "CDR_NO_ESN.mdb"}};
-    for (const auto& [esn, file] : gateways) {
-        store->setGateway(esn);
-        EXPECT_EQ(store->gCDRFile().filename().string().find('/'), std::string::npos);
-        EXPECT_NE(store->gCDRFile(), data("CDR.mdb")) << "never the template";
-    }
-    EXPECT_EQ(store->gCDRFile(), folder.path() / "CDR_NO_ESN.mdb");
+    store->setGateway("../x");
+    EXPECT_EQ(store->gCDRFile(), data("CDR_._x.mdb"));
+    store->setGateway("");
+    EXPECT_EQ(store->gCDRFile(), folder.path() / "CDR_NO_ESN.mdb") << "never the template";
     std::filesystem::remove(data("CDR.mdb"));
     store->setGateway("1");
     EXPECT_THROW(store->query("SELECT * FROM CDR"), std::system_error);
@@ -71,7 +67,7 @@ TEST_F(Store, AddsWhatAnEndLeftOnce) {
     EXPECT_THAT(rows(), IsEmpty());
     store->recover();
     store->recover();
-    store1(3, "101");  // the gateway did not hear that it was taken
+    takeAndAdd(3, "101");  // the gateway did not hear that it was taken
     EXPECT_THAT(rows(), ElementsAre("100", "101"));
     store->take(1, call("102"));
     store->take(1, call("103"));  // the gateway has gone on: 102 is dropped there
@@ -91,8 +87,10 @@ TEST_F(Store, ReadsAJournalThatIsTornOrChanged) {
     const auto second = whole.find('\n') + 1;
     auto changed = whole;
     changed[second + 8] ^= 1;
-    const std::pair<std::string, bool> journals[] = {
-        {whole, true}, {whole.substr(0, whole.size() - 5), false}, {changed, false}, {whole.substr(0, second) + "R", false}};
+    const std::pair<std::string, bool> journals[] = {{whole, true},
+                                                     {whole.substr(0, whole.size() - 5), false},
+                                                     {changed, false},
+                                                     {whole.substr(0, second) + "R", false}};
     for (const auto& [text, both] : journals) {
         SCOPED_TRACE(text);
         std::ofstream(journal, std::ios::binary | std::ios::trunc) << text;
@@ -101,19 +99,20 @@ TEST_F(Store, ReadsAJournalThatIsTornOrChanged) {
         store->take(4, call("102"));  // written behind what was torn
         restart();
         store->recover();
-        EXPECT_THAT(rows(), both ? ElementsAre("100", "101", "102") : testing::Matcher<std::vector<std::string>>(
-                                                                          ElementsAre("100", "102")));
+        const std::vector<std::string> left = both ? std::vector<std::string>{"100", "101", "102"}
+                                                   : std::vector<std::string>{"100", "102"};
+        EXPECT_EQ(rows(), left);
         const auto full = store->query("SELECT OperatorID FROM CDR");
         while (full->next()) EXPECT_EQ(full->text(0), "a\tb\nc\\");
     }
 }
 
 TEST_F(Store, GoesOnWhenItsJournalWasLost) {
-    store1(1, "100");
-    store1(2, "101");
+    takeAndAdd(1, "100");
+    takeAndAdd(2, "101");
     std::filesystem::remove(data("CDR4711.journal"));
     restart();
-    store1(1, "102");
+    takeAndAdd(1, "102");
     EXPECT_THAT(rows(), ElementsAre("100", "101", "102"));
     // One that can't be read is not an empty one.
     std::filesystem::remove(data("CDR4711.journal"));
@@ -128,14 +127,14 @@ TEST_F(Store, KeepsWhatIsNotInTheTableWhenItIsCleared) {
         const std::string first = run ? "200" : "100";
         const std::string second = run ? "201" : "101";
         if (run) store->beginRun();
-        store1(1, first);
+        takeAndAdd(1, first);
         store->take(1, call(second));
         store->clear();
         EXPECT_FALSE(std::filesystem::exists(data("CDR4711.mdb")));
         restart();
         store->recover();
         EXPECT_THAT(rows(), ElementsAre(second)) << "not what was deleted";
-        store1(1, second);
+        takeAndAdd(1, second);
         EXPECT_EQ(rows().size(), 1u);
         store->clear();
     }
@@ -155,10 +154,10 @@ TEST_F(Store, MayBeClearedByWhoHearsOfARow) {
 
 TEST_F(Store, KeepsGatewaysApart) {
     store->beginRun();
-    store1(1, "100");
+    takeAndAdd(1, "100");
     store->take(1, call("101"));
     store->setGateway("4712");
-    store1(1, "200");
+    takeAndAdd(1, "200");
     EXPECT_THAT(rows(), ElementsAre("200"));
     store->setGateway("4711");
     store->recover();
@@ -171,7 +170,7 @@ TEST_F(Store, ChangesNothingWhileItsDatabaseCantBeWritten) {
         const std::string first = run ? "200" : "100";
         const std::string second = run ? "201" : "101";
         if (run) store->beginRun();
-        store1(1, first);
+        takeAndAdd(1, first);
         const auto other = engine.open(data("CDR4711.mdb"));
         other->execute("BEGIN IMMEDIATE");
         store->take(1, call(second));
@@ -199,7 +198,7 @@ TEST_F(Store, TakesNothingInAFolderThatCantBeWritten) {
     std::filesystem::permissions(folder.path() / "data", perms::owner_read | perms::owner_exec);
     EXPECT_THROW(store->take(1, call("100")), std::exception);
     std::filesystem::permissions(folder.path() / "data", perms::owner_all);
-    store1(1, "100");
+    takeAndAdd(1, "100");
     EXPECT_THAT(rows(), ElementsAre("100"));
 }
 

@@ -102,9 +102,10 @@ TEST_F(Calls, SearchSortAndTotals) {
     const struct {
         SortKind kind;
         std::vector<const char*> ascending;
-    } keys[] = {{SortKind::Stamp, {" 23:59:59 We", "12-31-08 23:59:59 We", "01-01-09 00:00:00 Th", "01-01-09 00:00:01 Th"}},
-                {SortKind::Duration, {"0", "0.59", "1.00", "2.05", "10.00"}},
-                {SortKind::Number, {"", "-64db", "-9db", "7", "12"}}};
+    } keys[] = {
+        {SortKind::Stamp, {" 23:59:59 We", "12-31-08 23:59:59 We", "01-01-09 00:00:00 Th", "01-01-09 00:00:01 Th"}},
+        {SortKind::Duration, {"0", "0.59", "1.00", "2.05", "10.00"}},
+        {SortKind::Number, {"", "-64db", "-9db", "7", "12"}}};
     for (const auto& [kind, ascending] : keys)
         for (std::size_t i = 1; i < ascending.size(); ++i)
             EXPECT_LT(sortKey(ascending[i - 1], kind), sortKey(ascending[i], kind)) << ascending[i];
@@ -146,8 +147,9 @@ TEST_F(Calls, RollTheWholeTableOver) {
     const auto folder = made("rolled");
     setting("Path", folder.string());
     setting("Max", "3");
+    const std::pair<const char*, const char*> formats[] = {{"0", ".mdb"}, {"1", ".csv"}, {"2", ".xml"}};
     for (const bool filtered : {false, true}) {
-        for (const auto& [format, name] : {std::pair("0", ".mdb"), {"1", ".csv"}, {"2", ".xml"}}) {
+        for (const auto& [format, name] : formats) {
             SCOPED_TRACE(testing::Message() << format << filtered);
             std::filesystem::create_directory(folder);
             std::ofstream(folder / "x");  // an empty folder is not used
@@ -224,9 +226,10 @@ TEST_F(Calls, NeverRollOneGatewaysCallsOverAsAnothers) {
 }
 
 TEST_F(Calls, ExportTheirBytes) {
-    const std::string headings = "Port,Sim,Direction,Type of call,Sim ID,Dialed \\ CLI number,Calling \\ Redirect number,"
-                                 "Originate Time,AnswerTime,Disconnect Time,Duration,Clear Cause,Release Cause,RSSI,BCCH,"
-                                 "Operator ID,\r\n\r\n";
+    const std::string headings =
+        "Port,Sim,Direction,Type of call,Sim ID,Dialed \\ CLI number,Calling \\ Redirect number,"
+        "Originate Time,AnswerTime,Disconnect Time,Duration,Clear Cause,Release Cause,RSSI,BCCH,"
+        "Operator ID,\r\n\r\n";
     press(1, made("empty.csv"));
     EXPECT_EQ(contentOf(made("empty.csv")), headings);
     press(3, made("empty.xml"));
@@ -283,8 +286,9 @@ TEST_F(Calls, SaveTheirSettings) {
         EXPECT_EQ(saved.Read("CDRConfig", "Path"), c.savedPath);
         EXPECT_EQ(saved.Read("CDRConfig", "DownLimit"), c.savedLimit);
         EXPECT_EQ(saved.Read("CDRConfig", "Max"), c.savedMost);
-        EXPECT_EQ(saved.Read("CDRConfig", "Mode") + saved.Read("CDRConfig", "Format") + saved.Read("CDRConfig", "Header"),
-                  "020");
+        EXPECT_EQ(
+            saved.Read("CDRConfig", "Mode") + saved.Read("CDRConfig", "Format") + saved.Read("CDRConfig", "Header"),
+            "020");
         ASSERT_EQ(bench.platform.boxes.shown.size(), c.told ? 1u : 0u);
         if (c.told) {
             EXPECT_EQ(bench.platform.boxes.shown[0].text, "Path not found ,the path will changed to default value.");
@@ -306,13 +310,13 @@ TEST_F(Calls, AreNotTakenWhileTheDatabaseIsLocked) {
     other->execute("BEGIN IMMEDIATE");
     auto& download = bench.console.cdrDownload;
     download.start();
-    bench.advance(60000);
+    bench.advance(5000);
     EXPECT_THAT(download.lblCDRStatus.text(), HasSubstr("locked"));
     EXPECT_EQ(channel->size(), 19u) << "the first one is in the journal";
     download.pause(true);
     download.pause(false);
     bench.receive("OK#11");  // said twice
-    bench.advance(60000);
+    bench.advance(5000);
     EXPECT_EQ(channel->size(), 19u);
     other->execute("COMMIT");
     bench.advance(60000);

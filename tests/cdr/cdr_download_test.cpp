@@ -85,8 +85,8 @@ TEST_F(Download, FetchesEveryRecordOnceAndEndsEmpty) {
 }
 
 TEST_F(Download, LosesAndDoublesNothingOnABadWire) {
-    for (const char* fault : {"C_CDR:lost=0.2", "C_CDR:try=2", "R_CDR:lost=0.2", "R_CDR:doubled=0.3", "C_CDR:doubled=0.3",
-                              "C_CDR:late=0.3-1500", "R_CDR:late=0.3-1500"}) {
+    for (const char* fault : {"C_CDR:lost=0.2", "C_CDR:try=2", "R_CDR:lost=0.2", "R_CDR:doubled=0.3",
+                              "C_CDR:doubled=0.3", "C_CDR:late=0.3-1500", "R_CDR:late=0.3-1500"}) {
         SCOPED_TRACE(fault);
         ConsoleBench other;
         auto options = fakes::seeded(5);
@@ -190,7 +190,8 @@ TEST(CallRecordParser, TakesFlagsStampsAndDurations) {
                  {"4", "5", "0", "OUT", "SMS"},     {"128", "5", "0", "IN", "SMS"}};  // no type: as the one before
     CDRSlot slot;
     for (const auto& call : calls) {
-        const auto line = "21,1,17," + std::string(call.flags) + ",ID,100,200,07591421033009,00001021033009,05021021033009"
+        const auto line = "21,1,17," + std::string(call.flags) +
+                          ",ID,100,200,07591421033009,00001021033009,05021021033009"
                           ",16,17,47,61,99901";
         ASSERT_TRUE(parseCallRecord(splitString(line, ','), slot));
         EXPECT_EQ(slot.port, call.port);
@@ -212,9 +213,12 @@ TEST(CallRecordParser, TakesFlagsStampsAndDurations) {
                                                           {"ab", " 00:00:00"}};
     for (const auto& [digits, text] : stamps) EXPECT_EQ(callStamp(digits), text) << digits;
     const std::tuple<const char*, const char*, const char*> durations[] = {
-        {"03-25-09 14:00:00 We", "03-25-09 14:00:59 We", "0.59"}, {"03-25-09 14:00:00 We", "03-25-09 14:01:00 We", "1.00"},
-        {"03-25-09 14:00:00 We", "03-25-09 14:10:00 We", "10.00"}, {"03-25-09 14:00:00 We", "03-25-09 14:00:07 We", "0.07"},
-        {"12-31-09 23:59:30 Th", "01-01-10 00:01:35 Fr", "2.05"}, {" 00:00:00", "03-25-09 14:00:07 We", "0"},
+        {"03-25-09 14:00:00 We", "03-25-09 14:00:59 We", "0.59"},
+        {"03-25-09 14:00:00 We", "03-25-09 14:01:00 We", "1.00"},
+        {"03-25-09 14:00:00 We", "03-25-09 14:10:00 We", "10.00"},
+        {"03-25-09 14:00:00 We", "03-25-09 14:00:07 We", "0.07"},
+        {"12-31-09 23:59:30 Th", "01-01-10 00:01:35 Fr", "2.05"},
+        {" 00:00:00", "03-25-09 14:00:07 We", "0"},
         {"03-25-09 14:00:07 We", "03-25-09 14:00:00 We", "0"}};
     for (const auto& [answered, ended, total] : durations) EXPECT_EQ(getTotalTime(answered, ended), total) << ended;
 }
