@@ -96,8 +96,12 @@ public:
     }
     void setMark(int mark) override { execute("PRAGMA user_version=" + std::to_string(mark)); }
     void makeDurable() override {
-        // A reader beside us keeps the log from being emptied; the log itself is on the disk then.
-        translated([&] { database_.exec("PRAGMA wal_checkpoint(FULL)"); });
+        const bool kept = translated([&] {
+            SQLite::Statement checkpoint(database_, "PRAGMA wal_checkpoint(FULL)");
+            return checkpoint.executeStep() && checkpoint.getColumn(0).getInt() != 0;
+        });
+        // A reader beside us keeps a part of the log from moving, and nothing was synced for sure.
+        if (kept) throw DatabaseError(DatabaseError::Cause::Locked, "a reader holds the log");
     }
     void copyTo(const std::filesystem::path& target) override {
         execute("VACUUM INTO ?", {target.native()});
