@@ -307,7 +307,8 @@ bool CallsPage::refuseBusy() {
 
 void CallsPage::exportTo(std::size_t index) {
     if (refuseBusy()) return;
-    const std::filesystem::path path = platform_.dialogs().saveFile("Export", filters.at(index), "");
+    const std::filesystem::path path =
+        platform_.dialogs().saveFile("Export", filters.at(index), "", Dialogs::AskReplace::Caller);
     if (path.empty()) return;
     std::error_code error;
     if (std::filesystem::equivalent(path, store_.gCDRFile(), error)) {

@@ -57,7 +57,7 @@ class ScriptedDialogs : public Dialogs {
 public:
     Button message(const MessageBox& box) override;
     std::string openFile(const std::string&, const std::string&) override { return file; }
-    std::string saveFile(const std::string&, const std::string&, const std::string&) override { return file; }
+    std::string saveFile(const std::string&, const std::string&, const std::string&, AskReplace) override { return file; }
 
     std::deque<Button> answers;
     std::function<void(const MessageBox&)> behind;

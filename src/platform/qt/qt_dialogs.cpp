@@ -94,9 +94,11 @@ std::string QtDialogs::openFile(const std::string& title, const std::string& fil
         .toStdString();
 }
 
-std::string QtDialogs::saveFile(const std::string& title, const std::string& filter, const std::string& name) {
+std::string QtDialogs::saveFile(const std::string& title, const std::string& filter, const std::string& name,
+                                AskReplace ask) {
     QFileDialog dialog(QApplication::activeWindow(), QString::fromStdString(title), {}, qtFilter(filter));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite, ask == AskReplace::Caller);
     // Given to the dialog, so that it asks about the name under which the file is really written.
     dialog.setDefaultSuffix(QString::fromStdString(filter).section("*.", -1));
     dialog.selectFile(QString::fromStdString(name));

@@ -9,7 +9,8 @@ class QtDialogs : public Dialogs {
 public:
     Button message(const MessageBox& box) override;
     std::string openFile(const std::string& title, const std::string& filter) override;
-    std::string saveFile(const std::string& title, const std::string& filter, const std::string& name) override;
+    std::string saveFile(const std::string& title, const std::string& filter, const std::string& name,
+                         AskReplace ask) override;
 };
 
 }  // namespace trunvex
