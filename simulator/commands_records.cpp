@@ -20,7 +20,8 @@ void readCallRecord(Request& request) {
     if (fields[1] == askCount)
         request.answer("A_CDR" + fields[0] + ",2," + std::to_string(channel->size()));
     else if (fields[1] == askRecord)
-        request.answer("A_CDR" + fields[0] + ",1," + (channel->empty() ? std::string(noRecord) : channel->front().text()));
+        request.answer("A_CDR" + fields[0] + ",1," +
+                       (channel->empty() ? std::string(noRecord) : channel->front().text()));
     else
         request.malformed();
 }

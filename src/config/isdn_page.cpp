@@ -147,27 +147,18 @@ std::string IsdnPage::buildLine(bool store) {
 }
 
 void IsdnPage::cmdIsdnRefresh() {
-    if (!tools_.sender.isConnected()) {
-        tools_.dialogs.info(notConnectedText);
-        return;
-    }
+    if (!tools_.connected()) return;
     if (tools_.mayLose(form)) tools_.read({command("R_ISD", "ISDN")}, readBudgetMs);
 }
 
 void IsdnPage::CmdWriteISDN() {
-    if (!tools_.sender.isConnected()) {
-        tools_.dialogs.info(notConnectedText);
-        return;
-    }
+    if (!tools_.connected()) return;
     const auto line = buildLine(false);
     if (line.empty()) return;
     auto sent = tools_.tables.isdn;
     storeIsdn(sent, fieldsOf(line), true);
     form.respell(heldValues(sent));  // "005" is told back as 5
-    WriteBatch batch;
-    batch.items.push_back(command(line, "ISDN"));
-    batch.firstText = "send data : ";
-    tools_.writes.start(std::move(batch));
+    tools_.write(line, "ISDN", "send data : ");
 }
 
 }  // namespace trunvex

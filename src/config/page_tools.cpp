@@ -6,6 +6,11 @@
 
 namespace trunvex {
 
+bool PageTools::connected() const {
+    if (!sender.isConnected()) dialogs.info(notConnectedText);
+    return sender.isConnected();
+}
+
 bool PageTools::mayLose(RecordForm& form) const {
     if (!form.edited()) return true;
     const auto answer =
@@ -27,13 +32,9 @@ bool PageTools::mayRefresh(const std::string& key, RecordForm& form) const {
 }
 
 bool PageTools::mayWrite(const std::string& key) const {
-    if (!sender.isConnected())
-        dialogs.info(notConnectedText);
-    else if (key.empty())
-        dialogs.info("You must select Port\\Sim first .");
-    else
-        return true;
-    return false;
+    if (!connected()) return false;
+    if (key.empty()) dialogs.info("You must select Port\\Sim first .");
+    return !key.empty();
 }
 
 bool PageTools::isRead(const RecordForm& form) const {
@@ -47,8 +48,9 @@ bool PageTools::anyMarked(const std::deque<CheckField>& boxes) const {
     return false;
 }
 
-bool PageTools::write(std::string line, std::string caption) const {
+bool PageTools::write(std::string line, std::string caption, const char* firstText) const {
     WriteBatch batch;
+    batch.firstText = firstText;
     batch.items.push_back(command(std::move(line), std::move(caption)));
     return writes.start(std::move(batch));
 }

@@ -23,6 +23,8 @@ struct PageTools {
     WriteQueue& writes;
     std::function<void(const std::string&)> tell;  // a line in the window, where no box is called for
 
+    // False, and the operator is told, while the link is down.
+    bool connected() const;
     // A page's Refresh: asks before edits are thrown away; they are gone when it answers true.
     bool mayLose(RecordForm& form) const;
     // Of the panels beside the tree, `key` being the node that is shown: what a read and a write refuse first, with a
@@ -32,8 +34,8 @@ struct PageTools {
     // And of a write behind that: a single record that was never read, a group of whose fields none is marked.
     bool isRead(const RecordForm& form) const;
     bool anyMarked(const std::deque<CheckField>& boxes) const;
-    // Begins a write of one line.
-    bool write(std::string line, std::string caption) const;
+    // Begins a write of one line. The text stands before the caption on the panel.
+    bool write(std::string line, std::string caption, const char* firstText = "send data to: ") const;
     // Reads a batch at once, or as soon as the one that runs is over.
     void read(std::vector<QueueItem> batch, int budgetMs) const;
 };
@@ -55,6 +57,7 @@ Fields fieldsOf(std::string_view line);
 
 // True for a text that can stand in one field of a line: printable ASCII without comma and quotes.
 bool fitsField(std::string_view text);
-inline constexpr const char* doesNotFitField = "Commas, quotes, line ends and letters beyond ASCII can't be sent to the gateway.";
+inline constexpr const char* doesNotFitField =
+    "Commas, quotes, line ends and letters beyond ASCII can't be sent to the gateway.";
 
 }  // namespace trunvex

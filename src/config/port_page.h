@@ -93,7 +93,8 @@ private:
 
 // The members of chkIncGrpMod.
 enum IncludedPortField : std::size_t {
-    IncMinDigits, IncMaxDigits, IncIntDigPause, IncSendComplete, IncRelaxTime, IncLevels, IncNoRegTimer, IncSimSwitching,
+    IncMinDigits, IncMaxDigits, IncIntDigPause, IncSendComplete, IncRelaxTime, IncLevels, IncNoRegTimer,
+    IncSimSwitching,
     includedPortFields
 };
 

@@ -302,7 +302,8 @@ std::vector<QueueItem> PortTree::groupWritePorts(std::string_view key, const Bui
         const auto port = node_key::stored(child);
         if (!node_key::isPort(port)) continue;
         auto line = buildLine(port);
-        if (!line.empty()) batch.push_back(command(std::move(line), portText(node_key::mcu(port), node_key::module(port))));
+        if (line.empty()) continue;
+        batch.push_back(command(std::move(line), portText(node_key::mcu(port), node_key::module(port))));
     }
     return batch;
 }

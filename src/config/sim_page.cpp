@@ -217,7 +217,8 @@ BuiltLine SimPage::firstFault(bool lineByLine) {
     if (included(IncNetId) && !network.empty() && !wholeWithin(network, 0, 999999))
         return BuiltLine::wrong("ERROR: BCCH Operator ID must to be in the ranges: 0-999999 .", txtBcchNetID);
     if (included(IncPhoneNumber) && !isPhoneNumber(txtPhoneNum.text()))
-        return BuiltLine::wrong("ERROR: Phone number have to be up to 20 digits, with or without '+' in front", txtPhoneNum);
+        return BuiltLine::wrong("ERROR: Phone number have to be up to 20 digits, with or without '+' in front",
+                                txtPhoneNum);
     const auto& pin = txtPIN.text();
     if (included(IncPin) && !pin.empty() && !(isWhole(pin) && pin.size() <= 8))
         return BuiltLine::wrong("ERROR: PIN have to be 1 to 8 digits", txtPIN);

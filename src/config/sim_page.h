@@ -35,7 +35,8 @@ public:
     LabelField lblSimCaption{"lblSimCaption"};
     LabelField lblSimHint{"lblSimHint"};
     LabelField lblPredial{"lblPredial"};
-    LabelField TxtDayRestore{"TxtDayRestore"};  // the day that the gateway keeps in the five low bits of the bundle flags
+    // The day that the gateway keeps in the five low bits of the bundle flags.
+    LabelField TxtDayRestore{"TxtDayRestore"};
     TextField txtPhoneNum{"txtPhoneNum"};
     TextField txtPIN{"txtPIN"};
     ChoiceField CmbCallID{"CmbCallID", {"By network", "CLIR Hide", "CLIR Show"}};

@@ -102,15 +102,13 @@ void SystemPage::takeComputerTime() {
     const std::chrono::year_month_day date(midnight);
     const auto minutes = std::chrono::duration_cast<std::chrono::minutes>(now - midnight).count();
     dtpDate.setText(twoDigits(static_cast<unsigned>(date.day())) + "/" +
-                    twoDigits(static_cast<unsigned>(date.month())) + "/" + std::to_string(static_cast<int>(date.year())));
+                    twoDigits(static_cast<unsigned>(date.month())) + "/" +
+                    std::to_string(static_cast<int>(date.year())));
     dtpClock.setText(twoDigits(minutes / 60) + ":" + twoDigits(minutes % 60));
 }
 
 void SystemPage::refreshClock() {
-    if (!tools_.sender.isConnected()) {
-        tools_.dialogs.info(notConnectedText);
-        return;
-    }
+    if (!tools_.connected()) return;
     if (tools_.mayLose(form))
         tools_.read({command("R_CLK", "System time"), command("R_SYS", "System Version")}, readBudgetMs);
 }
@@ -125,7 +123,8 @@ std::string SystemPage::buildClockLine() {
         return BuiltLine::wrong("The date have to be a day in the form dd/mm/yyyy, 2000 to 2099", dtpDate)
             .orTell(tools_.dialogs);
     if (!goodTime)
-        return BuiltLine::wrong("The time have to be in the form hh:mm, 00:00 to 23:59", dtpClock).orTell(tools_.dialogs);
+        return BuiltLine::wrong("The time have to be in the form hh:mm, 00:00 to 23:59", dtpClock)
+            .orTell(tools_.dialogs);
     if (cmbDay.index() == ChoiceField::none)
         return BuiltLine::wrong("Please pick up the day of the week from list", cmbDay).orTell(tools_.dialogs);
     const auto year = std::to_string(static_cast<int>(date->year()));
@@ -135,19 +134,13 @@ std::string SystemPage::buildClockLine() {
 }
 
 void SystemPage::cmdSetTime() {
-    if (!tools_.sender.isConnected()) {
-        tools_.dialogs.info(notConnectedText);
-        return;
-    }
+    if (!tools_.connected()) return;
     settings_.Write(formatSection, formatKey, std::to_string(cmbDateFormat.index()));
     readDateFormat();
     showDate();
     const auto line = buildClockLine();
     if (line.empty()) return;
-    WriteBatch batch;
-    batch.items.push_back(command(line, "System Time"));
-    batch.firstText = "send data : ";
-    if (tools_.writes.start(std::move(batch))) clockWritten_.emit();
+    if (tools_.write(line, "System Time", "send data : ")) clockWritten_.emit();
 }
 
 }  // namespace trunvex

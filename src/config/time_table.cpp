@@ -149,7 +149,8 @@ BuiltLine TimeTable::timeFault(TextField& field, bool from, std::size_t row, boo
     if (!hasForm(text))
         return BuiltLine::wrong("ERROR: 'Time table limit " + side + "' must to be in the format: HH:MM ", field);
     if (!hasDigits(text))
-        return BuiltLine::wrong("ERROR: 'Time table limit " + side + "' must to be Number in the format: HH:MM ", field);
+        return BuiltLine::wrong("ERROR: 'Time table limit " + side + "' must to be Number in the format: HH:MM ",
+                                field);
     if (!lineByLine) return {};
     const auto line = std::string("ERROR: 'Time table limit ") + (from ? "From" : "To") + "' (Line " +
                       std::to_string(row + 1) + ") , ";
