@@ -1,7 +1,6 @@
 #include "cdr/call_export.h"
 
-#include <cerrno>
-#include <system_error>
+#include <array>
 
 #include "platform/quietly.h"
 #include "text/text_rules.h"
@@ -13,9 +12,10 @@ namespace {
 constexpr const char* lineEnd = "\r\n";
 constexpr const char* rowIndent = "          ";
 constexpr const char* valueIndent = "               ";
+constexpr std::size_t flushBytes = 256 * 1024;
 constexpr std::size_t all = static_cast<std::size_t>(-1);
 
-bool writeAll(const CallList& list, const std::filesystem::path& path, CallExport::Format format, bool header) {
+bool exportAll(const CallList& list, const std::filesystem::path& path, CallExport::Format format, bool header) {
     return quietly("export", [&] { CallExport(list, path, format, header).write(all); });
 }
 
@@ -30,72 +30,65 @@ std::string elementName(std::string_view heading) {
 }
 
 CallExport::CallExport(const CallList& list, std::filesystem::path path, Format format, bool header)
-    : list_(list), path_(std::move(path)), fresh_(path_), format_(format) {
-    fresh_ += ".new";
-    file_.open(fresh_, std::ios::binary | std::ios::trunc);
-    if (!file_) fail();
+    : list_(list), file_(std::move(path)), format_(format) {
+    file_.create();
     if (format_ == Format::Xml) {
-        file_ << "<?xml version=\"1.0\"?>" << lineEnd << "<root>" << lineEnd;
+        text_ = std::string("<?xml version=\"1.0\"?>") + lineEnd + "<root>" + lineEnd;
     } else if (header) {
-        for (const auto& column : callColumns) file_ << column.heading << ',';
-        file_ << lineEnd << lineEnd;
+        for (const auto& column : callColumns) (text_ += column.heading) += ',';
+        (text_ += lineEnd) += lineEnd;
     }
 }
 
-CallExport::~CallExport() {
-    if (complete_) return;
-    file_.close();
-    std::error_code error;
-    std::filesystem::remove(fresh_, error);
+void CallExport::addCsvRow() {
+    for (std::size_t column = 0; column < callColumnCount; ++column) (text_ += list_.text(row_, column)) += ',';
+    (text_ += lineEnd) += lineEnd;
 }
 
-void CallExport::fail() const {
-    throw std::system_error(errno != 0 ? errno : EIO, std::generic_category(), path_.filename().string());
-}
-
-void CallExport::writeRow() {
-    if (format_ == Format::Csv) {
-        for (std::size_t column = 0; column < callColumnCount; ++column) file_ << list_.text(row_, column) << ',';
-        file_ << lineEnd << lineEnd;
-    } else {
-        static const auto names = [] {
-            std::array<std::string, callColumnCount> made;
-            for (std::size_t column = 0; column < callColumnCount; ++column)
-                made[column] = elementName(callColumns[column].heading);
-            return made;
-        }();
-        file_ << rowIndent << "<RECORD_" << row_ + 1 << '>' << lineEnd;
-        for (std::size_t column = 0; column < callColumnCount; ++column)
-            file_ << valueIndent << '<' << names[column] << " > " << list_.text(row_, column) << " </" << names[column]
-                  << '>' << lineEnd;
-        file_ << rowIndent << "</RECORD_" << row_ + 1 << '>' << lineEnd;
-    }
-    ++row_;
+void CallExport::addXmlRow() {
+    // What stands before each value and behind it.
+    static const auto tags = [] {
+        std::array<std::pair<std::string, std::string>, callColumnCount> made;
+        for (std::size_t column = 0; column < callColumnCount; ++column) {
+            const auto name = elementName(callColumns[column].heading);
+            made[column] = {valueIndent + ("<" + name) + " > ", " </" + name + ">" + lineEnd};
+        }
+        return made;
+    }();
+    const auto number = std::to_string(row_ + 1);
+    text_ += rowIndent + ("<RECORD_" + number) + ">" + lineEnd;
+    for (std::size_t column = 0; column < callColumnCount; ++column)
+        ((text_ += tags[column].first) += list_.text(row_, column)) += tags[column].second;
+    text_ += rowIndent + ("</RECORD_" + number) + ">" + lineEnd;
 }
 
 bool CallExport::write(std::size_t most) {
-    for (std::size_t count = 0; count < most && row_ < list_.size(); ++count) writeRow();
-    if (!file_) fail();
+    for (std::size_t count = 0; count < most && row_ < list_.size(); ++count, ++row_) {
+        format_ == Format::Csv ? addCsvRow() : addXmlRow();
+        if (text_.size() >= flushBytes) flush();
+    }
     if (row_ < list_.size()) return true;
     finish();
     return false;
 }
 
+void CallExport::flush() {
+    file_.write(text_);
+    text_.clear();
+}
+
 void CallExport::finish() {
-    if (format_ == Format::Xml) file_ << "</root>" << lineEnd;
-    file_.flush();
-    if (!file_) fail();
-    file_.close();
-    std::filesystem::rename(fresh_, path_);
-    complete_ = true;
+    if (format_ == Format::Xml) (text_ += "</root>") += lineEnd;
+    flush();
+    file_.putInPlace();
 }
 
 bool CSVExport(const std::filesystem::path& fileName, const CallList& list, bool includeHeader) {
-    return writeAll(list, fileName, CallExport::Format::Csv, includeHeader);
+    return exportAll(list, fileName, CallExport::Format::Csv, includeHeader);
 }
 
 bool XMLExport(const CallList& list, const std::filesystem::path& fileName) {
-    return writeAll(list, fileName, CallExport::Format::Xml, false);
+    return exportAll(list, fileName, CallExport::Format::Xml, false);
 }
 
 }  // namespace trunvex

@@ -1,15 +1,15 @@
 #pragma once
 
 #include <filesystem>
-#include <fstream>
 #include <string>
 
 #include "cdr/call_list.h"
+#include "platform/durable_file.h"
 
 namespace trunvex {
 
 // What the call list shows, in its order, as a file; row by row, so that a long list can be written in slices. The file
-// has its name when it is complete. What fails throws std::system_error, and leaves no file.
+// has its name when it is complete and on the disk. What fails throws std::system_error, and leaves no file.
 class CallExport {
 public:
     enum class Format { Csv, Xml };
@@ -17,26 +17,22 @@ public:
     // CSV: every value, and with `header` every heading, followed by a comma; a blank line behind each line. No value
     // is quoted. XML: an element for each row and in it one for each value, nothing escaped.
     CallExport(const CallList& list, std::filesystem::path path, Format format, bool header);
-    ~CallExport();
-    CallExport(const CallExport&) = delete;
-    CallExport& operator=(const CallExport&) = delete;
 
     // Writes at most so many rows; false when the file is complete.
     bool write(std::size_t most);
     std::size_t written() const { return row_; }
 
 private:
-    void writeRow();
+    void addCsvRow();
+    void addXmlRow();
+    void flush();
     void finish();
-    void fail() const;
 
     const CallList& list_;
-    std::filesystem::path path_;
-    std::filesystem::path fresh_;
+    FreshFile file_;
     Format format_;
-    std::ofstream file_;
+    std::string text_;  // what is not written yet
     std::size_t row_ = 0;
-    bool complete_ = false;
 };
 
 // The whole list at once; false when it could not be written.

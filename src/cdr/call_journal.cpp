@@ -9,7 +9,9 @@
 #include <fstream>
 #include <sstream>
 #include <system_error>
+#include <utility>
 
+#include "platform/durable_file.h"
 #include "text/text_rules.h"
 
 namespace trunvex {
@@ -63,7 +65,6 @@ std::string unpacked(std::string_view text) {
     }
     return value;
 }
-
 std::string sealed(const std::string& body) { return body + separator + checkSum(body) + '\n'; }
 
 std::string lineOf(const CallJournal::Entry& entry) {
@@ -93,11 +94,10 @@ std::vector<std::string> partsOf(const std::string& line) {
 }
 
 }  // namespace
-
 CallJournal::CallJournal(std::filesystem::path path) : path_(std::move(path)) { read(); }
 
 CallJournal::~CallJournal() {
-    if (file_ >= 0) ::close(file_);
+    close();
 }
 
 // A journal that is there and can't be read is no empty one: numbers would begin anew.
@@ -130,41 +130,42 @@ void CallJournal::keep(Entry entry) {
     last_[slot] = static_cast<int>(entries_.size());
 }
 
-// A torn last line is ended, so that it does not take the next one with it.
+// A torn last line is ended, so that it does not take the next one with it. The name of a new journal goes to the disk
+// before any record does; an earlier console may have been cut off before it came to that, so it is done at any
+// opening.
 void CallJournal::open() {
     if (file_ >= 0) return;
     file_ = ::open(path_.c_str(), O_RDWR | O_CREAT | O_APPEND | O_CLOEXEC, ownersOnly);
     if (file_ < 0) fail(path_);
-    const auto end = ::lseek(file_, 0, SEEK_END);
-    char last = '\n';
-    if (end > 0 && ::pread(file_, &last, 1, end - 1) == 1 && (last == '\n' || ::write(file_, "\n", 1) == 1)) return;
-    if (end == 0) return;
-    const int why = errno;
-    ::close(file_);
-    file_ = -1;
-    errno = why;
-    fail(path_);
+    try {
+        syncFolderOf(path_);
+        const auto end = ::lseek(file_, 0, SEEK_END);
+        char last = '\n';
+        if (end > 0 && ::pread(file_, &last, 1, end - 1) != 1) fail(path_);
+        if (last != '\n') writeAll(file_, "\n", path_);
+    } catch (...) {
+        close();
+        throw;
+    }
 }
 
-// All of it on the disk, or nothing: half a line would hide the one behind it.
+void CallJournal::close() {
+    if (file_ >= 0) ::close(std::exchange(file_, -1));
+}
+
+// All of it on the disk, or nothing: half a line would hide the one behind it. A file that can't even be cut back is
+// opened anew; its last line fails its check sum.
 void CallJournal::write(std::string_view text) {
     open();
     const auto end = ::lseek(file_, 0, SEEK_END);
-    std::size_t done = 0;
-    while (done < text.size()) {
-        const auto written = ::write(file_, text.data() + done, text.size() - done);
-        if (written < 0 && errno == EINTR) continue;
-        if (written < 0) break;
-        done += static_cast<std::size_t>(written);
+    try {
+        writeAll(file_, text, path_);
+        if (::fdatasync(file_) != 0) fail(path_);
+    } catch (...) {
+        [[maybe_unused]] const bool cut = ::ftruncate(file_, end) == 0;
+        close();
+        throw;
     }
-    if (done == text.size() && ::fdatasync(file_) == 0) return;
-    const int why = errno;
-    // A file that can't even be cut back is opened anew; its last line fails its check sum.
-    if (::ftruncate(file_, end) != 0) errno = why;
-    ::close(file_);
-    file_ = -1;
-    errno = why;
-    fail(path_);
 }
 
 void CallJournal::append(int slot, const CDRSlot& record, int mark) {
@@ -178,31 +179,19 @@ const CallJournal::Entry* CallJournal::lastOf(int slot) const {
     return place == 0 ? nullptr : &entries_[static_cast<std::size_t>(place - 1)];
 }
 
-// The new file stands beside the old one until it is whole.
 void CallJournal::shrink(int upTo) {
-    if (file_ >= 0) ::close(file_);
-    file_ = -1;
+    close();
     std::vector<Entry> kept;
-    for (const auto& entry : entries_)
-        if (entry.number > upTo || lastOf(entry.slot) == &entry) kept.push_back(entry);
-    const auto path = path_;
-    auto fresh = path;
-    fresh += ".new";
-    std::error_code error;
-    std::filesystem::remove(fresh, error);
-    path_ = fresh;
-    try {
-        std::string text = sealed(std::string(addedLine) + separator + std::to_string(upTo));
-        for (const auto& entry : kept) text += lineOf(entry);
-        write(text);
-        std::filesystem::rename(fresh, path);
-    } catch (...) {
-        path_ = path;
-        if (file_ >= 0) ::close(file_);
-        file_ = -1;
-        throw;
+    std::string text = sealed(std::string(addedLine) + separator + std::to_string(upTo));
+    for (const auto& entry : entries_) {
+        if (entry.number <= upTo && lastOf(entry.slot) != &entry) continue;
+        text += lineOf(entry);
+        kept.push_back(entry);
     }
-    path_ = path;
+    FreshFile fresh(path_);
+    fresh.create(ownersOnly);
+    fresh.write(text);
+    fresh.putInPlace();
     addedUpTo_ = upTo;
     entries_.clear();
     last_ = {};

@@ -45,6 +45,7 @@ private:
     void read();
     void keep(Entry entry);
     void open();
+    void close();
     void write(std::string_view text);
 
     std::filesystem::path path_;

@@ -1,8 +1,13 @@
 #include "cdr/call_store.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <fstream>
+#include <iterator>
+#include <system_error>
 #include <utility>
 
+#include "platform/durable_file.h"
 #include "platform/quietly.h"
 #include "text/text_rules.h"
 
@@ -64,12 +69,13 @@ void CallStore::setGateway(const std::string& esn) {
 bool CallStore::CheckCDRFile() {
     if (file_.empty()) file_ = folder_ / noGateway;
     if (std::filesystem::exists(file_)) return false;
-    // A copy that a crash has cut short must never be taken for a database.
-    auto fresh = file_;
-    fresh += ".new";
-    std::filesystem::copy_file(folder_ / "data" / "CDR.mdb", fresh, std::filesystem::copy_options::overwrite_existing);
-    std::filesystem::permissions(fresh, std::filesystem::perms::owner_write, std::filesystem::perm_options::add);
-    std::filesystem::rename(fresh, file_);
+    std::ifstream source(folder_ / "data" / "CDR.mdb", std::ios::binary);
+    if (!source) throw std::system_error(errno, std::generic_category(), "CDR.mdb");
+    const std::string content(std::istreambuf_iterator<char>(source), {});
+    FreshFile fresh(file_);  // a copy that a crash has cut short must never be taken for a database
+    fresh.create();
+    fresh.write(content);
+    fresh.putInPlace();
     return true;
 }
 
@@ -87,7 +93,6 @@ CallJournal& CallStore::journal() {
     if (!journal_) journal_ = std::make_unique<CallJournal>(std::filesystem::path(file_).replace_extension(".journal"));
     return *journal_;
 }
-
 int CallStore::addedUpTo(Database& database) { return std::max(database.mark(), journal().addedUpTo()); }
 
 void CallStore::take(int slot, const CDRSlot& record) {
@@ -146,10 +151,10 @@ bool CallStore::addNext(int number) {
     for (const auto& column : callColumns) values.emplace_back(row.*column.value);
     static const auto insert = insertStatement();
     // What fails in between is taken back when the database is closed.
-    into->execute("BEGIN IMMEDIATE");
+    into->execute("BEGIN IMMEDIATE", {});
     into->execute(insert, values);
     into->setMark(next->number);
-    into->execute("COMMIT");
+    into->execute("COMMIT", {});
     into.reset();
     added_.emit(row);
     return more;
@@ -183,17 +188,9 @@ void CallStore::clear() {
 }
 
 void CallStore::copyTo(const std::filesystem::path& target) {
-    auto fresh = target;
-    fresh += ".new";
-    try {
-        std::filesystem::remove(fresh);
-        database()->copyTo(fresh);
-        std::filesystem::rename(fresh, target);
-    } catch (...) {
-        std::error_code error;
-        std::filesystem::remove(fresh, error);
-        throw;
-    }
+    FreshFile fresh(target);
+    database()->copyTo(fresh.path());
+    fresh.putInPlace();
 }
 
 }  // namespace trunvex

@@ -52,7 +52,7 @@ public:
     std::unique_ptr<DatabaseRows> query(const std::string& sql);
     // Deletes the database. What was taken and is not in the table yet stays in the journal.
     void clear();
-    // The whole database as one file, which is there when it is complete.
+    // The whole database as one file, which is there when it is complete and on the disk.
     void copyTo(const std::filesystem::path& target);
 
 private:

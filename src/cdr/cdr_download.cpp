@@ -1,6 +1,7 @@
 #include "cdr/cdr_download.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <system_error>
 #include <utility>
 
@@ -24,27 +25,35 @@ std::string labelOf(std::string_view address) {
     return "PORT: " + std::string(address.substr(0, 1)) + " MCU: " + (right(address, 1) == "3" ? "2" : "1");
 }
 
-std::string reasonOf(const std::exception& error) {
-    const auto* failed = dynamic_cast<const DatabaseError*>(&error);
-    std::string what = "The call can't be stored";
-    if (failed) {
-        switch (failed->cause()) {
-            case DatabaseError::Cause::Locked:
-                what = "The call database is locked by another program";
-                break;
-            case DatabaseError::Cause::Full:
-                what = "The disk is full";
-                break;
-            case DatabaseError::Cause::ReadOnly:
-                what = "The call database can't be written";
-                break;
-            case DatabaseError::Cause::Damaged:
-                what = "The call database is damaged";
-                break;
-            case DatabaseError::Cause::Other:
-                break;
-        }
+constexpr const char* diskFull = "The disk is full";
+
+std::string reasonOf(DatabaseError::Cause cause) {
+    switch (cause) {
+        case DatabaseError::Cause::Locked:
+            return "The call database is locked by another program";
+        case DatabaseError::Cause::Full:
+            return diskFull;
+        case DatabaseError::Cause::ReadOnly:
+            return "The call database can't be written";
+        case DatabaseError::Cause::Damaged:
+            return "The call database is damaged";
+        case DatabaseError::Cause::Other:
+            break;
     }
+    return "The call can't be stored";
+}
+
+// No room on the disk, no more of the user's share of it, or no room in a file.
+bool isFull(const std::error_code& code) {
+    return code == std::errc::no_space_on_device || code == std::errc::file_too_large ||
+           code == std::error_code(EDQUOT, std::generic_category());
+}
+
+std::string reasonOf(const std::exception& error) {
+    std::string what = reasonOf(DatabaseError::Cause::Other);
+    if (const auto* database = dynamic_cast<const DatabaseError*>(&error)) what = reasonOf(database->cause());
+    if (const auto* file = dynamic_cast<const std::system_error*>(&error); file && isFull(file->code()))
+        what = diskFull;
     return what + ": " + error.what() +
            ". The download waits, and no call is taken from the gateway until this is mended.";
 }
@@ -151,11 +160,14 @@ void CdrDownload::sendCurrent() {
 }
 
 // A step goes on whether or not the entry was answered: what a lost reply leaves in the gateway is asked for again in
-// the next batch.
+// the next batch. Behind the last one nothing is waited for: the ticks that are left run out at once.
 void CdrDownload::CDRQueue() {
     if (gCDRQueue.empty()) return;
     gCDRQueue.at(static_cast<std::size_t>(gCDRQueueIndex)).Answered = false;
-    if (gCDRQueueIndex + 1 >= static_cast<int>(gCDRQueue.size())) return;
+    if (gCDRQueueIndex + 1 >= static_cast<int>(gCDRQueue.size())) {
+        ucCDRProg.setProgressSpeed(barIndex, atOnceMs);
+        return;
+    }
     ++gCDRQueueIndex;
     const auto& label = gCDRQueue.at(static_cast<std::size_t>(gCDRQueueIndex)).Label;
     ucCDRProg.setText(gCDRPhase == 1 ? " " + std::to_string(gCDRPercent) + "%   " + label : label);

@@ -1,6 +1,6 @@
 #include "shell/console.h"
 
-#include "shell/atomic_file.h"
+#include "platform/durable_file.h"
 #include "shell/default_settings.h"
 #include "text/text_rules.h"
 

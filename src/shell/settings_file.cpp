@@ -4,8 +4,8 @@
 #include <pugixml.hpp>
 #include <sstream>
 
+#include "platform/durable_file.h"
 #include "platform/quietly.h"
-#include "shell/atomic_file.h"
 
 namespace trunvex {
 
