@@ -8,6 +8,7 @@
 #include "platform/clock.h"
 #include "platform/database.h"
 #include "platform/dialogs.h"
+#include "platform/printer.h"
 #include "platform/serial_port.h"
 #include "platform/tcp_socket.h"
 #include "platform/timer.h"
@@ -27,6 +28,7 @@ public:
     virtual std::vector<SerialDevice> serialDevices() = 0;
     virtual std::unique_ptr<TcpSocket> makeTcpSocket() = 0;
     virtual Dialogs& dialogs() = 0;
+    virtual Printer& printer() = 0;
     virtual Tray& tray() = 0;
     virtual DatabaseEngine& databases() = 0;
 };

@@ -1,6 +1,7 @@
 #include "fakes/manual_platform.h"
 
 #include <algorithm>
+#include <stdexcept>
 #include <utility>
 
 namespace trunvex::fakes {
@@ -86,6 +87,48 @@ std::vector<std::string> ScriptedDialogs::texts() const {
     std::vector<std::string> all;
     for (const auto& box : shown) all.push_back(box.text);
     return all;
+}
+
+namespace {
+
+class FakeDocument : public PrintDocument {
+public:
+    FakeDocument(FakePrinter& printer, FakePrinter::Document document)
+        : printer_(printer), document_(std::move(document)) {}
+    ~FakeDocument() override { printer_.aborted += finished_ ? 0 : 1; }
+
+    void setFont(const std::string& family, int points) override { font_ = {family, points, {}}; }
+    void line(std::string_view text) override {
+        failWhenDue();
+        document_.lines.push_back({font_.font, font_.points, std::string(text)});
+    }
+    void finish() override {
+        failWhenDue();
+        finished_ = true;
+        printer_.printed.push_back(std::move(document_));
+    }
+
+private:
+    void failWhenDue() const {
+        if (document_.lines.size() >= printer_.failsAt) throw std::runtime_error("out of paper");
+    }
+
+    FakePrinter& printer_;
+    FakePrinter::Document document_;
+    FakePrinter::Line font_;
+    bool finished_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<PrintDocument> FakePrinter::begin(const std::string& title) {
+    Document document{title, {}, {}};
+    if (!present) {
+        document.file = dialogs_.saveFile("Print", "PDF file (*.pdf)|*.pdf", title, Dialogs::AskReplace::Dialog);
+        if (document.file.empty()) return nullptr;
+    }
+    if (!refusal.empty()) throw std::runtime_error(refusal);
+    return std::make_unique<FakeDocument>(*this, std::move(document));
 }
 
 void FakeSocket::connect(const std::string& host, int port) {

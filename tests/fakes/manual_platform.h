@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <deque>
 #include <map>
 #include <set>
@@ -64,6 +65,35 @@ public:
     std::vector<MessageBox> shown;
     std::string file;  // what the file dialogs answer
     std::vector<std::string> texts() const;
+};
+
+// Keeps the documents that were finished, line by line. Without a printer it asks for a file, as the real one does.
+class FakePrinter : public Printer {
+public:
+    struct Line {
+        std::string font;
+        int points = 0;
+        std::string text;
+        bool operator==(const Line&) const = default;
+    };
+    struct Document {
+        std::string title;
+        std::string file;  // empty on paper
+        std::vector<Line> lines;
+    };
+
+    explicit FakePrinter(Dialogs& dialogs) : dialogs_(dialogs) {}
+    std::unique_ptr<PrintDocument> begin(const std::string& title) override;
+
+    bool present = true;
+    std::string refusal;  // what begin() throws; empty begins
+    // The line, from 0, that throws; finish() counts as the one behind the last.
+    std::size_t failsAt = SIZE_MAX;
+    std::vector<Document> printed;
+    int aborted = 0;
+
+private:
+    Dialogs& dialogs_;
 };
 
 class FakeSocket : public TcpSocket {
@@ -148,12 +178,14 @@ public:
     std::vector<SerialDevice> serialDevices() override { return devices; }
     std::unique_ptr<TcpSocket> makeTcpSocket() override;
     Dialogs& dialogs() override { return boxes; }
+    Printer& printer() override { return paper; }
     Tray& tray() override { return trayIcon; }
     DatabaseEngine& databases() override { return databaseFiles; }
 
     ManualLoop loop;
     SqliteEngine databaseFiles;
     ScriptedDialogs boxes;
+    FakePrinter paper{boxes};
     FakeTray trayIcon;
     std::vector<SerialDevice> devices;
     // The transports last made; they live as long as who asked for them.

@@ -4,6 +4,7 @@
 
 #include "platform/qt/qt_clock.h"
 #include "platform/qt/qt_dialogs.h"
+#include "platform/qt/qt_printer.h"
 #include "platform/qt/qt_serial_port.h"
 #include "platform/qt/qt_tcp_socket.h"
 #include "platform/qt/qt_timer.h"
@@ -38,6 +39,13 @@ std::vector<SerialDevice> QtPlatform::serialDevices() {
 std::unique_ptr<TcpSocket> QtPlatform::makeTcpSocket() { return std::make_unique<QtTcpSocket>(); }
 Dialogs& QtPlatform::dialogs() { return *dialogs_; }
 Tray& QtPlatform::tray() { return *tray_; }
+
+// Made when it is first asked for: it asks by this platform's dialogs, which may be another one's.
+Printer& QtPlatform::printer() {
+    if (!printer_) printer_ = std::make_unique<QtPrinter>(dialogs());
+    return *printer_;
+}
+
 DatabaseEngine& QtPlatform::databases() { return *databases_; }
 
 }  // namespace trunvex

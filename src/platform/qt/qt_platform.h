@@ -18,12 +18,14 @@ public:
     std::vector<SerialDevice> serialDevices() override;
     std::unique_ptr<TcpSocket> makeTcpSocket() override;
     Dialogs& dialogs() override;
+    Printer& printer() override;
     Tray& tray() override;
     DatabaseEngine& databases() override;
 
 private:
     std::unique_ptr<Clock> clock_;
     std::unique_ptr<Dialogs> dialogs_;
+    std::unique_ptr<Printer> printer_;
     std::unique_ptr<Tray> tray_;
     std::unique_ptr<DatabaseEngine> databases_;
 };
