@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <map>
 
+#include "cdr/call_record.h"
 #include "platform/qt/qt_tcp_socket.h"
 #include "ratios.h"
 #include "storm.h"
@@ -26,6 +27,13 @@ const std::vector<Ratio>& ratios() {
          Of::Rates},
         {"log-in / its first tick and four round trips of 20 ms (times)", "login/console", "login/prescribed", 0, true,
          Of::Times},
+        {"listing a million calls / stepping through them and keeping the text (times)", "calls/list", "calls/step", 1.5,
+         true, Of::Times},
+        {"writing them as CSV / the database shell (rates)", "calls/csv", "calls/shell_csv", 1, false, Of::Rates},
+        {"a call downloaded / its two round trips, of 0 ms (times)", "download/console_0ms", "download/wire_0ms", 4, true,
+         Of::Times},
+        {"the same, of 5 ms", "download/console_5ms", "download/wire_5ms", 1.2, true, Of::Times},
+        {"the same, of 50 ms", "download/console_50ms", "download/wire_50ms", 1.05, true, Of::Times},
         {"a storm with the board open / a bare painting program (times)", "storm/program", "storm/bare", 3, true,
          Of::Times},
     };
@@ -40,9 +48,10 @@ public:
     void ReportRuns(const std::vector<Run>& runs) override {
         for (const auto& run : runs) {
             if (run.run_type != Run::RT_Iteration || run.error_occurred) continue;
-            times[run.run_name.function_name].push_back(run.real_accumulated_time /
-                                                        static_cast<double>(run.iterations));
-            for (const auto& [name, counter] : run.counters) counters[run.run_name.function_name][name] = counter;
+            const auto& [function, argument] = std::pair(run.run_name.function_name, run.run_name.args);
+            const auto name = argument.empty() ? function : function + "/" + argument;
+            times[name].push_back(run.real_accumulated_time / static_cast<double>(run.iterations));
+            for (const auto& [counter, value] : run.counters) counters[name][counter] = value;
         }
         ConsoleReporter::ReportRuns(runs);
     }
@@ -70,7 +79,7 @@ void printTable(Collector& figures) {
             continue;
         }
         const bool met = ratio.atMost ? value <= ratio.target : value >= ratio.target;
-        std::printf("%-64s %8.2f  %s %.1f%s\n", ratio.what.c_str(), value, ratio.atMost ? "<=" : ">=", ratio.target,
+        std::printf("%-64s %8.2f  %s %g%s\n", ratio.what.c_str(), value, ratio.atMost ? "<=" : ">=", ratio.target,
                     met ? "" : "  MISSED");
     }
 }
@@ -104,6 +113,44 @@ void printShares(Collector& figures) {
     std::printf("\n%-64s %8.2f s\n", "processor time of the storm's program", whole);
     for (const auto& [name, seconds] : shares)
         std::printf("  %-62s %8.2f s  %5.1f %%\n", name, seconds, 100 * seconds / whole);
+}
+
+// Sorting by each column beside the engine's ORDER BY, the memory of a row, and how long keys waited.
+void printCalls(Collector& figures) {
+    std::vector<std::pair<double, std::string>> sorts;
+    for (std::size_t column = 0; column < trunvex::callColumnCount; ++column) {
+        const double sorted = figures.median("calls/sort/" + std::to_string(column));
+        const double ordered = figures.median("calls/order_by/" + std::to_string(column));
+        if (ordered > 0) sorts.emplace_back(sorted / ordered, trunvex::callColumns[column].name);
+    }
+    std::sort(sorts.rbegin(), sorts.rend());
+    if (!sorts.empty()) std::printf("\n%-64s %8s  target <= 1\n", "sorting a million calls / ORDER BY (times)", "ratio");
+    for (const auto& [ratio, column] : sorts) std::printf("  %-62s %8.2f\n", column.c_str(), ratio);
+    for (const auto& [state, bytes] : figures.counters["calls/memory"])
+        std::printf("%-64s %8.0f  target < 300\n", ("bytes of memory a row, " + state).c_str(), bytes);
+    std::vector<std::pair<double, std::string>> waits;
+    for (const auto& [work, wait] : figures.counters["calls/window"]) waits.emplace_back(wait, work);
+    std::sort(waits.rbegin(), waits.rend());
+    if (!waits.empty()) std::printf("\n%-64s %8s  target <= 100\n", "longest wait of a key press meanwhile", "ms");
+    for (const auto& [wait, work] : waits) std::printf("  %-62s %8.1f\n", work.c_str(), wait);
+}
+
+// Where a call's time goes in its download. The time of its first line is the journal's: of 100 us the rest is a few.
+void printDownload(Collector& figures) {
+    for (const std::string trip : {"0ms", "5ms", "50ms"}) {
+        const double whole = figures.median("download/console_" + trip);
+        if (whole <= 0) continue;
+        auto& part = figures.counters["download/console_" + trip];
+        const std::pair<const char*, double> shares[] = {
+            {"journal, until the call is on the disk", part["journal"]},
+            {"database", part["database"]},
+            {"list", part["list"]},
+            {"the rest of adding it", part["adding"] - part["database"] - part["list"]},
+            {"wire, gateway, timers, event loop", 1 - part["journal"] - part["adding"]}};
+        std::printf("\n%-64s %8.0f us\n", ("a call downloaded, round trips of " + trip).c_str(), 1e6 * whole);
+        for (const auto& [name, share] : shares)
+            std::printf("  %-62s %8.0f us  %5.1f %%\n", name, 1e6 * whole * share, 100 * share);
+    }
 }
 
 // Tells the painting and the taking of lines from the rest of what events do.
@@ -142,6 +189,8 @@ int main(int argc, char** argv) {
     bench::Collector figures;
     benchmark::RunSpecifiedBenchmarks(&figures);
     bench::printTable(figures);
+    bench::printCalls(figures);
     bench::printStorm(figures);
     bench::printShares(figures);
+    bench::printDownload(figures);
 }

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
-#include <limits>
+#include <utility>
 
 #include "text/text_rules.h"
 
@@ -16,6 +16,11 @@ constexpr std::size_t headBytes = callColumnCount * sizeof(Length);
 
 char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
 
+std::string folded(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(), lower);
+    return text;
+}
+
 Length lengthAt(const char* row, std::size_t column) {
     Length length;
     std::memcpy(&length, row + column * sizeof(Length), sizeof(Length));
@@ -24,39 +29,18 @@ Length lengthAt(const char* row, std::size_t column) {
 
 }  // namespace
 
-// "MM-DD-YY HH:MM:SS Wd": the year counts first. No number, and a stamp without its date, is before everything else.
-std::int64_t sortKey(std::string_view text, SortKind kind) {
-    switch (kind) {
-        case SortKind::Stamp: {
-            if (text.size() < 8 || text[2] != '-') return std::numeric_limits<std::int64_t>::min();
-            const auto time = val(mid(text, 10, 2)) * 10000 + val(mid(text, 13, 2)) * 100 + val(mid(text, 16, 2));
-            const auto day = val(mid(text, 7, 2)) * 10000 + val(mid(text, 1, 2)) * 100 + val(mid(text, 4, 2));
-            return day * 1000000 + time;
-        }
-        case SortKind::Duration: {
-            const auto point = text.find('.');
-            const auto seconds = point == std::string_view::npos ? 0 : val(text.substr(point + 1));
-            return val(text) * 60 + seconds;
-        }
-        case SortKind::Number:
-            return text.empty() ? std::numeric_limits<std::int64_t>::min() : val(text);
-        case SortKind::Text:
-            break;
-    }
-    return 0;
-}
-
 void CallList::clear() {
+    const bool worked = std::exchange(work_, {}).has_value();
+    if (worked) workChanged_.emit();
     blocks_.clear();
     blockUsed_ = blockBytes;
-    offsets_.clear();
-    offsets_.shrink_to_fit();
-    shown_.clear();
-    shown_.shrink_to_fit();
+    rows_ = {};
+    shown_ = {};
+    sums_ = {};
     changed_.emit();
 }
 
-CallList::Row CallList::append(const std::array<std::string_view, callColumnCount>& texts) {
+CallList::Row CallList::append(const CallTexts& texts) {
     std::size_t bytes = headBytes;
     for (const auto& text : texts) bytes += std::min(text.size(), longestText);
     if (blockUsed_ + bytes > blockBytes) {
@@ -72,35 +56,46 @@ CallList::Row CallList::append(const std::array<std::string_view, callColumnCoun
         to += length;
     }
     blockUsed_ += bytes;
-    offsets_.push_back(row);
-    return static_cast<Row>(offsets_.size() - 1);
+    rows_.push_back(row);
+    return static_cast<Row>(rows_.size() - 1);
 }
 
 std::string_view CallList::textOf(Row row, std::size_t column) const {
-    const char* at = offsets_[row];
+    const char* at = rows_[row];
     const char* text = at + headBytes;
     for (std::size_t before = 0; before < column; ++before) text += lengthAt(at, before);
     return {text, lengthAt(at, column)};
 }
 
+CallTexts CallList::textsOf(Row row) const {
+    CallTexts texts;
+    const char* text = rows_[row] + headBytes;
+    for (std::size_t column = 0; column < callColumnCount; ++column) {
+        texts[column] = {text, lengthAt(rows_[row], column)};
+        text += texts[column].size();
+    }
+    return texts;
+}
+
 void CallList::show(Row row) {
-    if (matches(row)) shown_.push_back(row);
+    if (!matches(row, folded_)) return;
+    shown_.push_back(row);
+    sums_.add(textsOf(row));
 }
 
 void CallList::add(const CallRecord& record) {
-    std::array<std::string_view, callColumnCount> texts;
-    for (std::size_t column = 0; column < callColumnCount; ++column) texts[column] = record.*callColumns[column].value;
     const auto before = shown_.size();
-    show(append(texts));
+    show(append(trunvex::textsOf(record)));
     added_.emit(shown_.size() - before);
 }
 
-bool CallList::addFrom(DatabaseRows& rows, std::size_t most) {
+bool CallList::addFrom(DatabaseRows& rows, std::size_t most, bool marked) {
     const auto before = shown_.size();
     bool more = true;
-    std::array<std::string_view, callColumnCount> texts;
+    CallTexts texts;
     for (std::size_t row = 0; row < most && more; ++row) {
         more = rows.next();
+        if (!more || (marked && rows.text(callColumnCount) != "1")) continue;
         for (std::size_t column = 0; column < callColumnCount && more; ++column) {
             more = !rows.isNull(static_cast<int>(column));
             texts[column] = rows.text(static_cast<int>(column));
@@ -111,57 +106,126 @@ bool CallList::addFrom(DatabaseRows& rows, std::size_t most) {
     return more;
 }
 
-CallRecord CallList::record(std::size_t row) const {
-    CallRecord record;
-    for (std::size_t column = 0; column < callColumnCount; ++column)
-        record.*callColumns[column].value = text(row, column);
-    return record;
-}
-
-bool CallList::matches(Row row) const {
-    if (search_.empty()) return true;
-    for (std::size_t column = 0; column < callColumnCount; ++column) {
-        const auto text = textOf(row, column);
-        const auto found = std::search(text.begin(), text.end(), search_.begin(), search_.end(),
+bool CallList::matches(Row row, std::string_view folded) const {
+    if (folded.empty()) return true;
+    for (const auto text : textsOf(row)) {
+        const auto found = std::search(text.begin(), text.end(), folded.begin(), folded.end(),
                                        [](char one, char other) { return lower(one) == other; });
         if (found != text.end()) return true;
     }
     return false;
 }
 
-void CallList::search(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(), lower);
-    if (text == search_) return;
-    // A longer word can only leave rows out, and keeps an order that was sorted; any other begins anew.
-    const bool narrower = !search_.empty() && contains(text, search_);
-    search_ = std::move(text);
-    if (narrower) {
-        std::erase_if(shown_, [this](Row row) { return !matches(row); });
-    } else {
-        shown_.clear();
-        for (Row row = 0; row < offsets_.size(); ++row) show(row);
-    }
-    changed_.emit();
+CallList::Work& CallList::ask() {
+    if (work_) return *work_;
+    auto& work = work_.emplace();
+    work.text = searched_;
+    work.order = order_;
+    return work;
 }
 
-void CallList::sort(std::size_t column, bool ascending) {
-    const auto kind = callColumns.at(column).sort;
-    if (kind == SortKind::Text) {
-        std::stable_sort(shown_.begin(), shown_.end(), [&](Row one, Row other) {
-            return ascending ? textOf(one, column) < textOf(other, column)
-                             : textOf(other, column) < textOf(one, column);
-        });
-    } else {
-        // The keys are worked out once a row.
-        std::vector<std::pair<std::int64_t, Row>> keyed;
-        keyed.reserve(shown_.size());
-        for (const auto row : shown_) keyed.emplace_back(sortKey(textOf(row, column), kind), row);
-        std::stable_sort(keyed.begin(), keyed.end(), [&](const auto& one, const auto& other) {
-            return ascending ? one.first < other.first : other.first < one.first;
-        });
-        for (std::size_t i = 0; i < keyed.size(); ++i) shown_[i] = keyed[i].second;
+// A longer word can only leave rows out, and keeps an order that is in force; any other begins anew.
+void CallList::search(const std::string& text) {
+    if (text == (work_ ? work_->text : searched_)) return;
+    auto& work = ask();
+    const bool ordering = work.ordering;
+    const auto order = work.order;
+    work = Work();
+    work.text = text;
+    work.folded = folded(text);
+    work.searching = true;
+    work.within = !folded_.empty() && contains(work.folded, folded_);
+    work.order = order;
+    work.ordering = ordering || (order && !work.within);
+    workChanged_.emit();
+}
+
+void CallList::sort(Order order) {
+    auto& work = ask();
+    work.order = order;
+    work.ordering = true;
+    work.sort.reset();
+    if (!work.searching) work.upTo.reset();
+    workChanged_.emit();
+}
+
+void CallList::sortAgain() {
+    if (const auto order = work_ ? work_->order : order_) sort(*order);
+}
+
+void CallList::begin() {
+    auto& work = *work_;
+    work.upTo = rows_.size();
+    if (!work.searching) work.found = shown_;
+}
+
+std::size_t CallList::searchSome(std::size_t most) {
+    auto& work = *work_;
+    // Rows that came since it began are the last ones of what is shown.
+    const auto all = work.within ? shown_.size() : *work.upTo;
+    const auto end = std::min(all, work.at + most);
+    const auto handled = end - work.at;
+    for (; work.at < end; ++work.at) {
+        const Row row = work.within ? shown_[work.at] : static_cast<Row>(work.at);
+        if (row >= *work.upTo || !matches(row, work.folded)) continue;
+        work.found.push_back(row);
+        work.sums.add(textsOf(row));
+    }
+    return handled;
+}
+
+bool CallList::work(std::size_t most) {
+    if (!work_) return false;
+    auto& work = *work_;
+    if (!work.upTo) begin();
+    if (work.searching && !work.sort) {
+        const auto handled = searchSome(most);
+        if (handled == most) return true;
+        most -= handled;
+    }
+    if (work.ordering) {
+        if (!work.sort) {
+            const auto column = work.order->column;
+            work.sort = std::make_unique<RowSort>(
+                work.found, [this, column](Row row) { return textOf(row, column); },
+                callColumns.at(column).sort, work.order->ascending);
+        }
+        if (work.sort->work(most)) return true;
+        work.found = std::move(*work.sort).take();
+    }
+    endWork();
+    return false;
+}
+
+void CallList::endWork() {
+    auto work = std::move(*work_);
+    work_.reset();
+    order_ = work.order;
+    shown_ = std::move(work.found);
+    if (work.searching) {
+        searched_ = work.text;
+        folded_ = work.folded;
+        sums_ = std::move(work.sums);
+    }
+    for (auto row = static_cast<Row>(*work.upTo); row < rows_.size(); ++row) {
+        if (!matches(row, folded_)) continue;
+        shown_.push_back(row);
+        if (work.searching) sums_.add(textsOf(row));  // otherwise they are in it already
     }
     changed_.emit();
+    workChanged_.emit();
+}
+
+void CallList::giveUp() {
+    if (!std::exchange(work_, {})) return;
+    workChanged_.emit();
+}
+
+int CallList::percent() const {
+    if (!work_ || !work_->upTo) return 0;
+    if (work_->sort) return work_->sort->percent();
+    const auto all = work_->within ? shown_.size() : *work_->upTo;
+    return all == 0 ? 100 : static_cast<int>(work_->at * 100 / all);
 }
 
 }  // namespace trunvex

@@ -101,6 +101,34 @@ const std::array<CallColumn, callColumnCount> callColumns{{
     {"OperatorID", nullptr, "Operator ID", &CallRecord::OperatorID, SortKind::Number},
 }};
 
+CallTexts textsOf(const CallRecord& record) {
+    CallTexts texts;
+    for (std::size_t column = 0; column < callColumnCount; ++column) texts[column] = record.*callColumns[column].value;
+    return texts;
+}
+
+// "MM-DD-YY HH:MM:SS Wd": the year counts first. No number, and a stamp without its date, is before everything else.
+std::int64_t sortKey(std::string_view text, SortKind kind) {
+    switch (kind) {
+        case SortKind::Stamp: {
+            if (text.size() < 8 || text[2] != '-') return std::numeric_limits<std::int64_t>::min();
+            const auto time = val(mid(text, 10, 2)) * 10000 + val(mid(text, 13, 2)) * 100 + val(mid(text, 16, 2));
+            const auto day = val(mid(text, 7, 2)) * 10000 + val(mid(text, 1, 2)) * 100 + val(mid(text, 4, 2));
+            return day * 1000000 + time;
+        }
+        case SortKind::Duration: {
+            const auto point = text.find('.');
+            const auto seconds = point == std::string_view::npos ? 0 : val(text.substr(point + 1));
+            return val(text) * 60 + seconds;
+        }
+        case SortKind::Number:
+            return text.empty() ? std::numeric_limits<std::int64_t>::min() : val(text);
+        case SortKind::Text:
+            break;
+    }
+    return 0;
+}
+
 std::string getMCU_XY(int slot) {
     return slot % 2 == 1 ? std::to_string((slot + 1) / 2) + "1" : std::to_string(slot / 2) + "3";
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -44,6 +45,14 @@ struct CallColumn {
 // The one place for the columns, in the order of the table.
 inline constexpr std::size_t callColumnCount = 16;
 extern const std::array<CallColumn, callColumnCount> callColumns;
+
+// The texts of a call, in the order of the columns; whose they are, the one who hands them out says.
+using CallTexts = std::array<std::string_view, callColumnCount>;
+CallTexts textsOf(const CallRecord& record);
+
+// A value's place among others of its column: a stamp by year first, a duration by its length, a number by its value.
+// What is none of these is before everything else. A text has no such number: 0.
+std::int64_t sortKey(std::string_view text, SortKind kind);
 
 // A record on its way from a channel of the gateway into the table.
 struct CDRSlot : CallRecord {

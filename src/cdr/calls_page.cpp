@@ -1,11 +1,8 @@
 #include "cdr/calls_page.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
+#include <set>
 #include <system_error>
 
 #include "platform/quietly.h"
@@ -18,8 +15,9 @@ namespace {
 constexpr const char* section = "CDRConfig";
 constexpr const char* wholeTable = "SELECT * FROM CDR";
 constexpr const char* allColumns = "ALL";
-constexpr std::size_t sliceRows = 4000;  // a few ms: keys are answered between two slices
-constexpr int sliceMs = 1;
+constexpr std::int64_t usualMostCalls = 1000;
+constexpr std::size_t sliceRows = 4000;       // some ms of reading or writing
+constexpr std::size_t listSliceRows = 16000;  // the same of searching and sorting in memory
 constexpr std::array<const char*, 4> filters{"Excel file (*.xls)|*.xls",
                                              "Comma Separated Values file (*.csv)|*.csv",
                                              "Access file (*.mdb)|*.mdb", "XML file (*.xml)|*.xml"};
@@ -32,44 +30,28 @@ const CallColumn* columnOf(const std::string& caption) {
     return nullptr;
 }
 
-// Returns when the file is on the disk: the table is deleted behind it.
-void makeDurable(const std::filesystem::path& file) {
-    const int opened = ::open(file.c_str(), O_RDONLY | O_CLOEXEC);
-    const bool done = opened >= 0 && ::fsync(opened) == 0;
-    const int why = errno;
-    if (opened >= 0) ::close(opened);
-    if (!done) throw std::system_error(why, std::generic_category(), file.filename().string());
-}
-
 }  // namespace
 
-void CallTotals::add(std::string_view duration) {
-    ++calls;
-    if (duration.empty() || duration == "0") return;
-    ++answered;
-    talkSeconds += sortKey(duration, SortKind::Duration);
-}
-
-int CallTotals::asr() const { return calls == 0 ? 0 : static_cast<int>((answered * 100 + calls / 2) / calls); }
-
-int CallTotals::acd() const {
-    return answered == 0 ? 0 : static_cast<int>(talkSeconds / static_cast<std::int64_t>(answered));
-}
-
 CallsPage::CallsPage(Platform& platform, Settings& settings, SessionState& session, CallStore& store,
-                     CdrDownload& download, std::function<void(const std::string&)> tell)
+                     CdrDownload& download, std::function<ReportClock()> clock,
+                     std::function<void(const std::string&)> tell)
     : platform_(platform), settings_(settings), session_(session), store_(store), download_(download),
-      tell_(std::move(tell)) {
+      clock_(std::move(clock)), tell_(std::move(tell)), work_(platform, lblCDRWork, cmdCDRCancel) {
     std::vector<std::string> captions{allColumns};
     for (const auto& column : callColumns)
         if (column.caption) captions.emplace_back(column.caption);
     cmbCDRColumn.setItems(std::move(captions));
     cmbCDRColumn.setIndex(0);
-    work_ = platform.makeTimer([this] { rows_ ? loadSlice() : exportSlice(); });
+    cmbCDRMeasure.setIndex(0);
     store_.added().connect([this](const CallRecord& record) { rowStored(record); });
-    lsvCallReport.changed().connect([this] {
-        if (export_) cancel();
-        if (!rows_) countShown();
+    lsvCallReport.added().connect([this](std::size_t) { shownChanged_.emit(); });
+    lsvCallReport.changed().connect([this] { shownChanged_.emit(); });
+    lsvCallReport.workChanged().connect([this] {
+        if (lsvCallReport.working() && !work_.running()) workOnList();
+    });
+    // What was asked of the list while something else went on.
+    work_.idle().connect([this] {
+        if (lsvCallReport.working()) workOnList();
     });
     cmbCDRColumn.changed().connect([this, was = cmbCDRColumn.index()]() mutable {
         if (std::exchange(was, cmbCDRColumn.index()) == cmbCDRColumn.index()) return;
@@ -83,6 +65,10 @@ CallsPage::CallsPage(Platform& platform, Settings& settings, SessionState& sessi
             BuildCDRListGroup(cmbCDRColumn.text(), cmbCDRValue.text());
     });
     txtCDRSearch.changed().connect([this] { lsvCallReport.search(txtCDRSearch.text()); });
+    connectButtons();
+}
+
+void CallsPage::connectButtons() {
     for (std::size_t index = 0; index <= 3; ++index)
         cmdCDRExport[index].pressed().connect([this, index] { exportTo(index); });
     cmdCDRExport[4].pressed().connect([this] {
@@ -92,8 +78,7 @@ CallsPage::CallsPage(Platform& platform, Settings& settings, SessionState& sessi
     cmdCDRExport[6].pressed().connect([this] { download_.start(); });
     cmdCDRExport[7].pressed().connect([this] { download_.stop(); });
     cmdCDRExport[8].pressed().connect([this] { saveSettings(); });
-    cmdCDRCancel.pressed().connect([this] { cancel(); });
-    finishWork();
+    cmdPrint.pressed().connect([this] { print(); });
 }
 
 void CallsPage::readSettings() {
@@ -102,6 +87,12 @@ void CallsPage::readSettings() {
     txtCDRPath.setText(settings_.readOr(section, "Path", session_.applicationFolder + "/data"));
     optCDRFormat.setIndex(static_cast<int>(val(settings_.readOr(section, "Format", "0"))));
     chkCDRIncludeHeader.setChecked(headerWanted());
+    mostCalls_ = mostCalls();
+}
+
+std::int64_t CallsPage::mostCalls() {
+    const auto most = val(settings_.readOr(section, "Max", ""));
+    return most == 0 ? usualMostCalls : most;
 }
 
 bool CallsPage::headerWanted() { return val(settings_.readOr(section, "Header", "1")) == 1; }
@@ -116,12 +107,13 @@ void CallsPage::saveSettings() {
     }
     if (!isNumeric(txtCDRDownLimit.text())) txtCDRDownLimit.setText("0");
     if (val(txtCDRRecordLimit.text()) <= 0) txtCDRRecordLimit.setText("1000");
-    settings_.Write(section, "DownLimit", txtCDRDownLimit.text());
-    settings_.Write(section, "Header", chkCDRIncludeHeader.checked() ? "1" : "0");
-    settings_.Write(section, "Mode", "0");
-    settings_.Write(section, "Max", txtCDRRecordLimit.text());
-    settings_.Write(section, "Format", std::to_string(std::max(0, optCDRFormat.index())));
-    settings_.Write(section, "Path", path);
+    settings_.WriteAll({{section, "DownLimit", txtCDRDownLimit.text()},
+                        {section, "Header", chkCDRIncludeHeader.checked() ? "1" : "0"},
+                        {section, "Mode", "0"},
+                        {section, "Max", txtCDRRecordLimit.text()},
+                        {section, "Format", std::to_string(std::max(0, optCDRFormat.index()))},
+                        {section, "Path", path}});
+    mostCalls_ = mostCalls();
     download_.rearm();
 }
 
@@ -133,7 +125,7 @@ void CallsPage::gatewayKnown(bool pageShown) {
     gCDRListLoaded = false;
     if (listed_ != store_.gCDRFile()) {
         listed_ = store_.gCDRFile();
-        cancel();
+        work_.cancel();
         lsvCallReport.clear();
         lblCDRTotal.setText("0");
     }
@@ -142,91 +134,100 @@ void CallsPage::gatewayKnown(bool pageShown) {
     if (pageShown) BuildCDRList(wholeTable);
 }
 
-// A query that fails leaves the list as it is.
-void CallsPage::BuildCDRList(const std::string& sql) {
-    const bool opened = quietly("BuildCDRList", [&] {
-        auto rows = store_.query(sql);
-        cancel();
-        lsvCallReport.clear();
-        rows_ = std::move(rows);
-        listed_ = store_.gCDRFile();
-        gCDRListLoaded = true;
-        loadSlice();
-    });
-    if (!opened) tell_("The call database can't be read; the list stays as it is.");
-}
+void CallsPage::BuildCDRList(const std::string& sql) { load(sql, false); }
 
+// Each row tells whether it is one of the group: a query for the group alone would look through the whole table before
+// it gave the first row back, and the window would stand still.
 void CallsPage::BuildCDRListGroup(const std::string& caption, const std::string& value) {
     const auto* column = columnOf(caption);
-    if (column) BuildCDRList(std::string(wholeTable) + " WHERE " + column->name + "='" + value + "'");
+    if (column) load("SELECT *, " + std::string(column->name) + "='" + value + "' FROM CDR", true);
 }
 
+// A query that fails leaves the list as it is.
+void CallsPage::load(const std::string& sql, bool marked) {
+    std::shared_ptr<DatabaseRows> rows;
+    if (!quietly("BuildCDRList", [&] { rows = store_.query(sql); })) {
+        tell_("The call database can't be read; the list stays as it is.");
+        return;
+    }
+    work_.cancel();
+    lsvCallReport.clear();
+    listed_ = store_.gCDRFile();
+    gCDRListLoaded = true;
+    work_.run({"BuildCDRList",
+               [this, rows, marked] {
+                   const bool more = lsvCallReport.addFrom(*rows, sliceRows, marked);
+                   lblCDRTotal.setText(std::to_string(lsvCallReport.held()));
+                   return more;
+               },
+               [this] { return "Loading: " + std::to_string(lsvCallReport.held()) + " calls"; },
+               [this](SlicedWork::End, const std::string&) { lsvCallReport.sortAgain(); }});
+}
+
+// The values of the whole table, in their order and each once. They are gathered row by row, for the same reason.
 void CallsPage::GetCDRGROUP(const std::string& caption) {
     const auto* column = columnOf(caption);
     if (!column) return;
-    std::vector<std::string> values{" "};
-    quietly("GetCDRGROUP", [&] {
-        const auto rows = store_.query("SELECT " + std::string(column->name) + " FROM CDR GROUP BY " + column->name);
-        while (rows->next()) values.emplace_back(rows->text(0));
-    });
-    fillingValues_ = true;
-    cmbCDRValue.setItems(std::move(values));
-    cmbCDRValue.setIndex(0);
-    fillingValues_ = false;
-}
-
-void CallsPage::loadSlice() {
-    bool more = false;
-    quietly("loadSlice", [&] { more = lsvCallReport.addFrom(*rows_, sliceRows); });
-    lblCDRTotal.setText(std::to_string(lsvCallReport.held()));
-    if (!more) {
-        finishWork();
+    std::shared_ptr<DatabaseRows> rows;
+    if (!quietly("GetCDRGROUP", [&] { rows = store_.query("SELECT " + std::string(column->name) + " FROM CDR"); }))
         return;
-    }
-    lblCDRWork.setText("Loading: " + std::to_string(lsvCallReport.held()) + " calls");
-    cmdCDRCancel.setEnabled(true);
-    work_->start(sliceMs);
+    struct Values {
+        bool reading = true;
+        std::set<std::string> found;
+        std::vector<std::string> items{" "};
+    };
+    auto values = std::make_shared<Values>();
+    work_.run({"GetCDRGROUP",
+               [rows, values] {
+                   for (std::size_t row = 0; row < sliceRows; ++row) {
+                       if (values->reading) {
+                           values->reading = rows->next();
+                           if (values->reading) values->found.emplace(rows->text(0));
+                       } else if (!values->found.empty()) {
+                           values->items.push_back(std::move(values->found.extract(values->found.begin()).value()));
+                       }
+                   }
+                   return values->reading || !values->found.empty();
+               },
+               [values] {
+                   return "Reading: " + std::to_string(values->found.size() + values->items.size() - 1) + " values";
+               },
+               [this, values](SlicedWork::End end, const std::string&) {
+                   fillingValues_ = true;
+                   const bool done = end == SlicedWork::End::Done;
+                   cmbCDRValue.setItems(done ? std::move(values->items) : std::vector<std::string>{" "});
+                   cmbCDRValue.setIndex(0);
+                   fillingValues_ = false;
+               }});
 }
 
-void CallsPage::finishWork() {
-    work_->stop();
-    rows_.reset();
-    export_.reset();
-    lblCDRWork.setText("");
-    cmdCDRCancel.setEnabled(false);
-    countShown();
+void CallsPage::workOnList() {
+    work_.run({"workOnList", [this] { return lsvCallReport.work(listSliceRows); },
+               [this] {
+                   return (lsvCallReport.sorting() ? "Sorting: " : "Searching: ") +
+                          std::to_string(lsvCallReport.percent()) + " %";
+               },
+               [this](SlicedWork::End end, const std::string&) {
+                   if (end == SlicedWork::End::Done) return;
+                   lsvCallReport.giveUp();
+                   txtCDRSearch.setText(lsvCallReport.searched());
+               }});
 }
 
-void CallsPage::cancel() {
-    if (!busy()) return;
-    const bool wasWriting = export_ != nullptr;
-    finishWork();
-    if (wasWriting) tell_("The writing was ended before it was complete; no file was made.");
-}
-
-void CallsPage::countShown() {
-    totals = {};
-    constexpr std::size_t duration = 10;
-    for (std::size_t row = 0; row < lsvCallReport.size(); ++row) totals.add(lsvCallReport.text(row, duration));
-    totalsChanged_.emit();
-}
-
-// The list's count is what is on show, whatever filter is on; it decides on the rollover.
+// The list's count is what is on show, whatever filter is on; it decides on the rollover, which waits until the list is
+// not loaded or written any more.
 void CallsPage::rowStored(const CallRecord& record) {
-    const auto before = lsvCallReport.size();
     lsvCallReport.add(record);
-    if (lsvCallReport.size() > before) totals.add(record.Duration);
-    totalsChanged_.emit();
     const auto total = val(lblCDRTotal.text()) + 1;
     lblCDRTotal.setText(std::to_string(total));
-    auto most = val(settings_.readOr(section, "Max", "1000"));
-    if (most == 0) most = 1000;
-    if (val(settings_.readOr(section, "Mode", "0")) == 0 && most <= total) SaveCDRFile();
+    if (total < mostCalls_ || work_.running()) return;
+    mostCalls_ = mostCalls();
+    if (total >= mostCalls_ && val(settings_.readOr(section, "Mode", "0")) == 0) SaveCDRFile();
 }
 
 void CallsPage::clearCalls() {
     const bool cleared = quietly("clearCalls", [&] {
-        cancel();
+        work_.cancel();
         store_.clear();
         lsvCallReport.clear();
         lblCDRTotal.setText("0");
@@ -254,31 +255,15 @@ std::filesystem::path CallsPage::rolloverPath(const std::string& folder, const c
     return std::filesystem::path(folder) / name;
 }
 
-// The table is emptied behind it, so all of it is written, also what a filter keeps out of the list. The list holds
-// rows of the table only: when it shows as many, it shows all.
-bool CallsPage::writeRollover(const std::filesystem::path& file, std::int64_t format) {
-    bool written = true;
-    return quietly("SaveCDRFile", [&] {
-        if (format != 1 && format != 2) {
-            store_.copyTo(file);
-        } else {
-            CallList whole;
-            const auto counted = store_.query("SELECT COUNT(*) FROM CDR");
-            const bool listed = counted->next() && val(counted->text(0)) == static_cast<int>(lsvCallReport.size());
-            if (!listed) {
-                std::string columns;  // a null would end the reading
-                for (const auto& column : callColumns)
-                    columns += (columns.empty() ? "" : ", ") + ("ifnull(" + std::string(column.name)) + ", '')";
-                const auto rows = store_.query("SELECT " + columns + " FROM CDR");
-                while (whole.addFrom(*rows, sliceRows)) {
-                }
-            }
-            const auto& list = listed ? lsvCallReport : whole;
-            written = format == 1 ? CSVExport(file, list, headerWanted()) : XMLExport(list, file);
-        }
-        if (written) makeDurable(file);
-    }) && written;
-}
+// A rollover on its way.
+struct CallsPage::Rollover {
+    std::filesystem::path file;
+    CallExport::Format format = CallExport::Format::Csv;
+    bool header = true;
+    CallList whole;  // where the list shows only some of the calls
+    std::unique_ptr<DatabaseRows> rows;
+    std::unique_ptr<CallExport> writing;
+};
 
 void CallsPage::SaveCDRFile() {
     auto folder = settings_.readOr(section, "Path", session_.applicationFolder + "/data");
@@ -288,20 +273,63 @@ void CallsPage::SaveCDRFile() {
         txtCDRPath.setText(folder);
     }
     const auto format = val(settings_.readOr(section, "Format", "0"));
-    const auto file = rolloverPath(folder, format == 1 ? ".csv" : format == 2 ? ".xml" : ".mdb");
+    auto rollover = std::make_shared<Rollover>();
+    rollover->file = rolloverPath(folder, format == 1 ? ".csv" : format == 2 ? ".xml" : ".mdb");
+    rollover->format = format == 2 ? CallExport::Format::Xml : CallExport::Format::Csv;
+    rollover->header = headerWanted();
     // Two of the same second have the same name: the later one waits for the next call instead of replacing the first.
-    if (std::filesystem::exists(file, error)) return;
+    if (std::filesystem::exists(rollover->file, error)) return;
     download_.pause(true);
-    if (writeRollover(file, format))
+    const bool copy = format != 1 && format != 2;
+    work_.run({"SaveCDRFile",
+               [this, rollover, copy] {
+                   if (copy) store_.copyTo(rollover->file);
+                   return !copy && writeSome(*rollover);
+               },
+               [rollover] {
+                   const auto written = rollover->writing ? rollover->writing->written() : 0;
+                   return "New file: " + std::to_string(written) + " calls";
+               },
+               [this, rollover](SlicedWork::End end, const std::string& reason) { rolledOver(*rollover, end, reason); }});
+}
+
+// The table is emptied behind it, so all of it is written, also what a filter keeps out of the list. The list holds
+// rows of the table only: when it shows as many, it shows all.
+bool CallsPage::writeSome(Rollover& rollover) {
+    if (!rollover.rows && !rollover.writing) {
+        const auto counted = store_.query("SELECT COUNT(*) FROM CDR");
+        const bool listed = counted->next() && val(counted->text(0)) == static_cast<int>(lsvCallReport.size());
+        if (listed) {
+            rollover.writing = std::make_unique<CallExport>(lsvCallReport, rollover.file, rollover.format, rollover.header);
+        } else {
+            std::string columns;  // a null would end the reading
+            for (const auto& column : callColumns)
+                columns += (columns.empty() ? "" : ", ") + ("ifnull(" + std::string(column.name)) + ", '')";
+            rollover.rows = store_.query("SELECT " + columns + " FROM CDR");
+        }
+    }
+    if (rollover.rows) {
+        if (rollover.whole.addFrom(*rollover.rows, sliceRows)) return true;
+        rollover.rows.reset();
+        rollover.writing = std::make_unique<CallExport>(rollover.whole, rollover.file, rollover.format, rollover.header);
+    }
+    return rollover.writing->write(sliceRows);
+}
+
+void CallsPage::rolledOver(const Rollover& rollover, SlicedWork::End end, const std::string& reason) {
+    if (end == SlicedWork::End::Done) {
+        rolloverTold_.clear();
         clearCalls();
-    else
-        tell_("The call records can't be written to " + folder + "; they stay in the list.");
+    } else if (end == SlicedWork::End::Failed && std::exchange(rolloverTold_, reason) != reason) {
+        tell_("The call records can't be written to " + rollover.file.parent_path().string() + " (" + reason +
+              "); they stay in the list.");
+    }
     download_.pause(false);
 }
 
+// Looked at before and after a dialog: lines go on behind it.
 bool CallsPage::refuseBusy() {
-    if (busy())
-        tell_("The list is being " + std::string(rows_ ? "loaded" : "written") + ". Export it when that has ended.");
+    if (busy()) tell_("The list is busy (" + lblCDRWork.text() + "). Try again when that has ended.");
     return busy();
 }
 
@@ -323,35 +351,62 @@ void CallsPage::exportTo(std::size_t index) {
         if (index == 0) std::filesystem::remove(path, error);
     }
     if (index == 0 || refuseBusy()) return;
-    if (index == 2) {
-        if (!quietly("export", [&] { store_.copyTo(path); }))
-            tell_("The database can't be written to " + path.string() + ".");
-        return;
-    }
-    const bool begun = quietly("export", [&] {
-        export_ = std::make_unique<CallExport>(lsvCallReport, path,
-                                               index == 1 ? CallExport::Format::Csv : CallExport::Format::Xml, true);
-    });
-    if (!begun) {
-        tell_("The calls can't be written to " + path.string() + ".");
-        return;
-    }
-    cmdCDRCancel.setEnabled(true);
-    work_->start(sliceMs);
+    if (index == 2)
+        exportCopy(path);
+    else
+        exportList(path, index == 1 ? CallExport::Format::Csv : CallExport::Format::Xml);
 }
 
-void CallsPage::exportSlice() {
-    if (!export_) return;
-    bool more = false;
-    const bool good = quietly("export", [&] { more = export_->write(sliceRows); });
-    if (!good) tell_("The calls can't be written: the file is not complete and was removed.");
-    if (more && good) {
-        lblCDRWork.setText("Writing: " + std::to_string(export_->written()) + " of " +
-                           std::to_string(lsvCallReport.size()) + " calls");
+void CallsPage::exportCopy(const std::filesystem::path& path) {
+    std::string reason;
+    if (!quietly("export", [&] { store_.copyTo(path); }, &reason))
+        tell_("The database can't be written to " + path.string() + ": " + reason);
+}
+
+void CallsPage::exportList(const std::filesystem::path& path, CallExport::Format format) {
+    std::shared_ptr<CallExport> writing;
+    std::string reason;
+    if (!quietly("export", [&] { writing = std::make_shared<CallExport>(lsvCallReport, path, format, true); }, &reason)) {
+        tell_("The calls can't be written to " + path.string() + ": " + reason);
         return;
     }
-    if (good) tell_(std::to_string(export_->written()) + " calls were written.");
-    finishWork();
+    work_.run({"export", [writing] { return writing->write(sliceRows); },
+               [this, writing] { return progress("Writing: ", writing->written()); },
+               [this, writing](SlicedWork::End end, const std::string& why) {
+                   if (end == SlicedWork::End::Done)
+                       tell_(std::to_string(writing->written()) + " calls were written.");
+                   else if (end == SlicedWork::End::Failed)
+                       tell_("The calls can't be written; no file was made: " + why);
+                   else
+                       tell_("The writing was ended before it was complete; no file was made.");
+               }});
+}
+
+void CallsPage::print() {
+    if (refuseBusy()) return;
+    std::shared_ptr<CallReport> report;
+    std::string reason;
+    const bool begun = quietly("print", [&] {
+        auto document = platform_.printer().begin("Call records");
+        if (!document || refuseBusy()) return;
+        report = std::make_shared<CallReport>(lsvCallReport, std::move(document), clock_());
+    }, &reason);
+    if (!begun) tell_("The calls can't be printed: " + reason);
+    if (!report) return;
+    work_.run({"print", [report] { return report->write(sliceRows); },
+               [this, report] { return progress("Printing: ", report->written()); },
+               [this, report](SlicedWork::End end, const std::string& why) {
+                   if (end == SlicedWork::End::Done)
+                       tell_(std::to_string(report->written()) + " calls were printed.");
+                   else if (end == SlicedWork::End::Failed)
+                       tell_("The calls can't be printed; nothing was: " + why);
+                   else
+                       tell_("The printing was ended; nothing was printed.");
+               }});
+}
+
+std::string CallsPage::progress(const char* doing, std::size_t done) const {
+    return doing + std::to_string(done) + " of " + std::to_string(lsvCallReport.size()) + " calls";
 }
 
 }  // namespace trunvex

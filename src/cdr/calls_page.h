@@ -6,31 +6,21 @@
 
 #include "cdr/call_export.h"
 #include "cdr/call_list.h"
+#include "cdr/call_report.h"
 #include "cdr/call_store.h"
 #include "cdr/cdr_download.h"
 #include "platform/platform.h"
 #include "platform/settings.h"
 #include "widgets/fields.h"
+#include "widgets/sliced_work.h"
 
 namespace trunvex {
-
-// What the shown calls come to.
-struct CallTotals {
-    std::size_t calls = 0;
-    std::size_t answered = 0;
-    std::int64_t talkSeconds = 0;
-
-    void add(std::string_view duration);
-    // Answer-seizure ratio in percent, and average call duration in seconds; 0 where there is nothing to divide by.
-    int asr() const;
-    int acd() const;
-};
 
 // The page "call": the list of calls, its filters, its files and the settings of the download.
 class CallsPage {
 public:
     CallsPage(Platform& platform, Settings& settings, SessionState& session, CallStore& store, CdrDownload& download,
-              std::function<void(const std::string&)> tell);
+              std::function<ReportClock()> clock, std::function<void(const std::string&)> tell);
 
     // Shows what the settings file holds.
     void readSettings();
@@ -45,9 +35,8 @@ public:
     void clearCalls();
     // The rollover: the table goes into a file of its own and begins anew.
     void SaveCDRFile();
-    // Rows are being loaded or written.
-    bool busy() const { return rows_ || export_; }
-    void cancel();
+    // Calls are being loaded, searched, sorted or written.
+    bool busy() const { return work_.running(); }
 
     CallList lsvCallReport;
     LabelField lblCDRTotal{"lblCDRTotal", "0"};
@@ -64,6 +53,8 @@ public:
         ActionField("cmdCDRExport_6", "Start"),  ActionField("cmdCDRExport_7", "Stop"),
         ActionField("cmdCDRExport_8", "Save Setting")};
     ActionField cmdCDRCancel{"cmdCDRCancel", "Cancel"};
+    ActionField cmdPrint{"cmdPrint", "Print"};
+    ChoiceField cmbCDRMeasure{"cmbCDRMeasure", {"Calls", "Talk time", "ASR", "ACD"}};  // what the charts show
     TextField txtCDRDownLimit{"txtCDRDownLimit"};      // minutes, 0 = off
     TextField txtCDRRecordLimit{"txtCDRRecordLimit"};  // records a file
     TextField txtCDRPath{"txtCDRPath"};
@@ -71,21 +62,27 @@ public:
     CheckField chkCDRIncludeHeader{"chkCDRIncludeHeader", "Header line in CSV"};
 
     bool gCDRListLoaded = false;
-    CallTotals totals;
-    sigc::signal<void()>& totalsChanged() { return totalsChanged_; }
+    // What the list shows, or what it comes to, has changed.
+    sigc::signal<void()>& shownChanged() { return shownChanged_; }
 
 private:
+    void connectButtons();
     void rowStored(const CallRecord& record);
-    void loadSlice();
-    void exportSlice();
-    void finishWork();
+    void load(const std::string& sql, bool marked);
+    void workOnList();
     bool refuseBusy();
     void exportTo(std::size_t index);
+    void exportCopy(const std::filesystem::path& path);
+    void exportList(const std::filesystem::path& path, CallExport::Format format);
+    void print();
     void askAndClear();
     void saveSettings();
-    void countShown();
     bool headerWanted();
-    bool writeRollover(const std::filesystem::path& file, std::int64_t format);
+    std::int64_t mostCalls();
+    struct Rollover;
+    bool writeSome(Rollover& rollover);
+    void rolledOver(const Rollover& rollover, SlicedWork::End end, const std::string& reason);
+    std::string progress(const char* doing, std::size_t done) const;
     std::filesystem::path rolloverPath(const std::string& folder, const char* extension) const;
 
     Platform& platform_;
@@ -93,13 +90,14 @@ private:
     SessionState& session_;
     CallStore& store_;
     CdrDownload& download_;
+    std::function<ReportClock()> clock_;
     std::function<void(const std::string&)> tell_;
-    std::unique_ptr<Timer> work_;
-    std::unique_ptr<DatabaseRows> rows_;
-    std::unique_ptr<CallExport> export_;
+    SlicedWork work_;
     bool fillingValues_ = false;
-    std::filesystem::path listed_;  // the database whose calls the list holds
-    sigc::signal<void()> totalsChanged_;
+    std::filesystem::path listed_;    // the database whose calls the list holds
+    std::int64_t mostCalls_ = 0;      // records a file, as last read
+    std::string rolloverTold_;        // why the last rollover failed
+    sigc::signal<void()> shownChanged_;
 };
 
 }  // namespace trunvex

@@ -47,7 +47,7 @@ QVariant CallListModel::headerData(int section, Qt::Orientation orientation, int
 }
 
 void CallListModel::sort(int column, Qt::SortOrder order) {
-    if (column >= 0) list_.sort(static_cast<std::size_t>(column), order == Qt::AscendingOrder);
+    if (column >= 0) list_.sort({static_cast<std::size_t>(column), order == Qt::AscendingOrder});
 }
 
 }  // namespace trunvex

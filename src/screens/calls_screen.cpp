@@ -7,19 +7,23 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListView>
 #include <QMenu>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QShortcut>
+#include <QTabWidget>
 #include <QTableView>
 #include <QVBoxLayout>
 
+#include "screens/bar_chart.h"
 #include "screens/call_list_model.h"
 #include "screens/field_binding.h"
 #include "screens/labels.h"
 #include "screens/settings_form.h"
 #include "screens/theme.h"
 #include "shell/console.h"
+#include "text/text_rules.h"
 
 namespace trunvex {
 
@@ -33,6 +37,18 @@ constexpr const char* section = "CallList";
 constexpr const char* headerKey = "Header";
 constexpr int columnWidths[] = {44, 40, 72, 84, 136, 144, 176, 156, 156, 156, 72, 84, 96, 60, 56, 96};
 
+constexpr int valuesBatch = 10000;  // entries laid out at once, some ms
+constexpr int pauseMs = 200;
+
+struct ChartGroup {
+    const char* title;
+    CallSums::By by;
+};
+constexpr std::array<ChartGroup, 4> chartGroups{{{QT_TRANSLATE_NOOP("CallsScreen", "port"), CallSums::By::Port},
+                                                 {QT_TRANSLATE_NOOP("CallsScreen", "SIM"), CallSums::By::Sim},
+                                                 {QT_TRANSLATE_NOOP("CallsScreen", "operator"), CallSums::By::Operator},
+                                                 {QT_TRANSLATE_NOOP("CallsScreen", "hour"), CallSums::By::Hour}}};
+
 QPushButton* button(ActionField& action) {
     auto* made = new QPushButton;
     bind(action, made);
@@ -42,6 +58,41 @@ QPushButton* button(ActionField& action) {
 
 QString minutesAndSeconds(std::int64_t seconds) {
     return QString("%1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QChar('0'));
+}
+
+// In words, for the line under the list and the tip of a bar.
+QString inWords(const CallTotals& totals) {
+    return CallsScreen::tr("%1 calls · %2 answered · talk time %3 · ASR %4 % · ACD %5")
+        .arg(totals.calls)
+        .arg(totals.answered)
+        .arg(minutesAndSeconds(totals.talkSeconds))
+        .arg(totals.asr())
+        .arg(minutesAndSeconds(totals.acd()));
+}
+
+// By the entries of cmbCDRMeasure.
+Bar barOf(const CallSums::Group& group, int measure) {
+    const auto& totals = group.totals;
+    Bar bar{shown(escaped(group.name)), 0, {}, {}};
+    bar.tip = bar.label + ": " + inWords(totals);
+    switch (measure) {
+        case 1:
+            bar.value = static_cast<double>(totals.talkSeconds);
+            bar.valueText = minutesAndSeconds(totals.talkSeconds);
+            break;
+        case 2:
+            bar.value = totals.asr();
+            bar.valueText = QString("%1 %").arg(totals.asr());
+            break;
+        case 3:
+            bar.value = totals.acd();
+            bar.valueText = minutesAndSeconds(totals.acd());
+            break;
+        default:
+            bar.value = static_cast<double>(totals.calls);
+            bar.valueText = QString::number(totals.calls);
+    }
+    return bar;
 }
 
 }  // namespace
@@ -57,9 +108,17 @@ CallsScreen::CallsScreen(Console& console, QWidget* parent)
     columns->addLayout(left, 1);
     columns->addWidget(buildSide());
     content()->addLayout(columns, 1);
-    listen(this, console.calls.totalsChanged(), [this] { showTotals(); });
+    pause_ = console.platform.makeTimer([this] {
+        pause_->stop();
+        if (changedSince_) showSums();
+    });
+    listen(this, console.calls.shownChanged(), [this] {
+        changedSince_ = true;
+        if (!pause_->isActive()) showSums();
+    });
+    listen(this, console.calls.lsvCallReport.workChanged(), [this] { showOrder(); });
     listen(this, console.bringUp.phaseChanged(), [this] { showTotals(); });
-    showTotals();
+    showSums();
 }
 
 QLayout* CallsScreen::buildFilters() {
@@ -71,7 +130,15 @@ QLayout* CallsScreen::buildFilters() {
     bind(page.cmbCDRColumn, column, columnCaption);
     auto* valueCaption = captionLabel(tr("&is"));
     auto* value = new QComboBox;
-    value->setMinimumContentsLength(14);
+    // As many values as there are numbers in the table: none is measured, and the list that opens is a short one.
+    value->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    value->setMinimumContentsLength(16);
+    auto* values = new QListView;
+    values->setUniformItemSizes(true);
+    values->setLayoutMode(QListView::Batched);
+    values->setBatchSize(valuesBatch);
+    value->setView(values);
+    value->setStyleSheet("QComboBox { combobox-popup: 0; }");
     bind(page.cmbCDRValue, value, valueCaption);
     auto* searchCaption = captionLabel(tr("&Search"));
     auto* search = new QLineEdit;
@@ -139,17 +206,30 @@ QLayout* CallsScreen::buildFoot() {
     follow(cancel, page.cmdCDRCancel, [cancel, &page] { cancel->setVisible(page.cmdCDRCancel.enabled()); });
     row->addWidget(cancel);
     for (const std::size_t index : {4, 5, 1, 2, 3}) row->addWidget(button(page.cmdCDRExport[index]));
+    row->addWidget(button(page.cmdPrint));
     return row;
 }
 
 QWidget* CallsScreen::buildSide() {
-    auto& page = console_.calls;
     auto* side = new QWidget;
     side->setFixedWidth(sideWidth);
     auto* rows = new QVBoxLayout(side);
     rows->setContentsMargins(0, 0, 0, 0);
     rows->addWidget(buildDownload());
-    auto* settings = new SettingsForm(tr("Settings"), captionWidth);
+    auto* tabs = new QTabWidget;
+    tabs->setDocumentMode(true);
+    tabs->addTab(buildCharts(), tr("Charts"));
+    tabs->addTab(buildSettings(), tr("Settings"));
+    rows->addWidget(tabs, 1);
+    return side;
+}
+
+QWidget* CallsScreen::buildSettings() {
+    auto& page = console_.calls;
+    auto* sheet = new QWidget;
+    auto* rows = new QVBoxLayout(sheet);
+    rows->setContentsMargins(0, grid, 0, 0);
+    auto* settings = new SettingsForm({}, captionWidth);
     settings->add(page.txtCDRDownLimit, {tr("&Download every"), tr("min, 0 = off"), {}, 64});
     settings->add(page.txtCDRRecordLimit, {tr("&New file after"), tr("calls"), {}, 64});
     settings->add(page.optCDRFormat, {tr("File f&ormat"), {}, {}, 96});
@@ -159,7 +239,59 @@ QWidget* CallsScreen::buildSide() {
     auto* save = button(page.cmdCDRExport[8]);
     rows->addWidget(save, 0, Qt::AlignRight);
     rows->addStretch(1);
-    return side;
+    return sheet;
+}
+
+QWidget* CallsScreen::buildCharts() {
+    auto* sheet = new QWidget;
+    auto* rows = new QVBoxLayout(sheet);
+    rows->setContentsMargins(0, grid, 0, 0);
+    auto* choice = new QHBoxLayout;
+    auto* caption = captionLabel(tr("Sho&w"));
+    auto* measure = new QComboBox;
+    bind(console_.calls.cmbCDRMeasure, measure, caption);
+    choice->addWidget(caption);
+    choice->addWidget(measure);
+    choice->addStretch(1);
+    rows->addLayout(choice);
+    for (const auto& group : chartGroups) {
+        auto* chart = new BarChart;
+        chart->setObjectName(QString("chart_") + group.title);
+        charts_.push_back(chart);
+        rows->addWidget(chart, 1);
+    }
+    follow(sheet, console_.calls.cmbCDRMeasure, [this] { showCharts(); });
+    return sheet;
+}
+
+void CallsScreen::showSums() {
+    changedSince_ = false;
+    showTotals();
+    showCharts();
+    pause_->start(pauseMs);
+}
+
+void CallsScreen::showCharts() {
+    const auto& page = console_.calls;
+    for (std::size_t at = 0; at < charts_.size(); ++at) {
+        std::vector<Bar> bars;
+        for (const auto& group : page.lsvCallReport.sums().by(chartGroups[at].by))
+            bars.push_back(barOf(group, page.cmbCDRMeasure.index()));
+        charts_[at]->setBars(tr("%1 by %2").arg(shown(page.cmbCDRMeasure.text()), tr(chartGroups[at].title)),
+                             std::move(bars));
+    }
+}
+
+// The heading tells the order in force again, when a sorting was given up.
+void CallsScreen::showOrder() {
+    const auto& list = console_.calls.lsvCallReport;
+    if (list.working()) return;
+    const QSignalBlocker quiet(table_->horizontalHeader());
+    const auto& order = list.order();
+    table_->horizontalHeader()->setSortIndicator(
+        order ? static_cast<int>(order->column) : -1,
+        order && !order->ascending ? Qt::DescendingOrder : Qt::AscendingOrder);
+    table_->horizontalHeader()->viewport()->update();
 }
 
 QGroupBox* CallsScreen::buildDownload() {
@@ -197,13 +329,8 @@ QGroupBox* CallsScreen::buildDownload() {
 
 void CallsScreen::showTotals() {
     const auto& page = console_.calls;
-    const auto& totals = page.totals;
-    totals_->setText(tr("%1 calls · %2 answered · talk time %3 · ASR %4 % · ACD %5")
-                         .arg(totals.calls)
-                         .arg(totals.answered)
-                         .arg(minutesAndSeconds(totals.talkSeconds))
-                         .arg(totals.asr())
-                         .arg(minutesAndSeconds(totals.acd())));
+    const auto& totals = page.lsvCallReport.sums().all();
+    totals_->setText(inWords(totals));
     empty_->setVisible(totals.calls == 0);
     if (totals.calls != 0) return;
     if (page.lsvCallReport.held() > 0)

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <memory>
+#include <vector>
+
+#include "platform/timer.h"
 #include "screens/page_frame.h"
 
 class QGroupBox;
@@ -8,9 +12,11 @@ class QTableView;
 
 namespace trunvex {
 
+class BarChart;
 class Console;
 
-// The page "call": the list of calls with its filters and totals, the download and its settings.
+// The page "call": the list of calls with its filters and totals, charts of what is shown, the download and its
+// settings.
 class CallsScreen : public PageFrame {
     Q_OBJECT
 
@@ -23,7 +29,12 @@ private:
     QLayout* buildFoot();
     QWidget* buildSide();
     QGroupBox* buildDownload();
+    QWidget* buildCharts();
+    QWidget* buildSettings();
+    void showSums();
     void showTotals();
+    void showCharts();
+    void showOrder();
     void copySelected();
     void chooseColumns(const QPoint& at);
     void keepColumns();
@@ -32,6 +43,10 @@ private:
     QTableView* table_ = nullptr;
     QLabel* totals_ = nullptr;
     QLabel* empty_ = nullptr;
+    std::vector<BarChart*> charts_;  // in the order of chartGroups
+    // A download adds calls faster than sums and charts are looked at: they are shown at once, then after each pause.
+    std::unique_ptr<Timer> pause_;
+    bool changedSince_ = false;
 };
 
 }  // namespace trunvex

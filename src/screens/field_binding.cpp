@@ -1,5 +1,6 @@
 #include "screens/field_binding.h"
 
+#include <QAbstractListModel>
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
@@ -47,16 +48,33 @@ void bindCommon(Field& field, QWidget* widget, QLabel* caption) {
     });
 }
 
-QStringList choices(const ChoiceField& field) {
-    QStringList texts;
-    for (std::size_t i = 0; i < field.items().size(); ++i) {
-        auto text = shown(field.items()[i]);
-        if (i < field.details().size() && !field.details()[i].empty())
-            text += "   " + shown(field.details()[i]);
-        texts << text;
+// The entries of a choice. A text is made when it is looked at: the list may be as long as the table of calls.
+class ChoiceModel : public QAbstractListModel {
+public:
+    ChoiceModel(const ChoiceField& field, QObject* parent) : QAbstractListModel(parent), field_(field) {}
+
+    void refresh() {
+        if (edition_ == field_.edition()) return;
+        beginResetModel();
+        edition_ = field_.edition();
+        rows_ = static_cast<int>(field_.items().size());
+        endResetModel();
     }
-    return texts;
-}
+    int rowCount(const QModelIndex& parent) const override { return parent.isValid() ? 0 : rows_; }
+    QVariant data(const QModelIndex& index, int role) const override {
+        const auto row = static_cast<std::size_t>(index.row());
+        if (role != Qt::DisplayRole || !index.isValid() || row >= field_.items().size()) return {};
+        auto text = shown(field_.items()[row]);
+        if (row < field_.details().size() && !field_.details()[row].empty())
+            text += "   " + shown(field_.details()[row]);
+        return text;
+    }
+
+private:
+    const ChoiceField& field_;
+    int edition_ = -1;
+    int rows_ = 0;
+};
 
 QStringList textsOf(const QComboBox* combo) {
     QStringList texts;
@@ -127,9 +145,11 @@ void bind(HistoryField& field, QComboBox* combo, QLabel* caption) {
 
 void bind(ChoiceField& field, QComboBox* combo, QLabel* caption) {
     bindCommon(field, combo, caption);
-    follow(combo, field, [&field, combo] {
+    auto* model = new ChoiceModel(field, combo);
+    combo->setModel(model);
+    follow(combo, field, [&field, combo, model] {
         const QSignalBlocker quiet(combo);
-        setItems(combo, choices(field));
+        model->refresh();
         combo->setCurrentIndex(field.index());
     });
     QObject::connect(combo, &QComboBox::currentIndexChanged, combo,

@@ -26,7 +26,14 @@ Console::Console(Platform& platform_, const std::filesystem::path& folder)
       routingPage(realTimeUpdate),
       callStore(platform.databases(), folder),
       cdrDownload(platform, setting, session, objSpool, dispatcher, bringUp, callStore),
-      calls(platform, setting, session, callStore, cdrDownload, [this](const std::string& text) { tell(text); }),
+      calls(
+          platform, setting, session, callStore, cdrDownload,
+          [this] {
+              const auto& clock = pages.system;
+              return ReportClock{clock.lblHoure.text(), clock.lblMinute.text(), clock.lblSecond.text(),
+                                 clock.lblDate.text()};
+          },
+          [this](const std::string& text) { tell(text); }),
       board(platform, setting, dispatcher, session, bringUp, realTimeUpdate, objSpool, reads, refreshes),
       portState(board, tables, dispatcher, session, refreshes, realTimeUpdate),
       lastCalls(platform, history, session),

@@ -24,7 +24,15 @@ void ChoiceField::setValue(const std::string& value) { setIndex(indexIn(value));
 void ChoiceField::setItems(std::vector<std::string> items) {
     if (items == items_) return;
     items_ = std::move(items);
+    ++edition_;
     if (index_ >= static_cast<int>(items_.size())) index_ = none;
+    changed().emit();
+}
+
+void ChoiceField::setDetails(std::vector<std::string> details) {
+    if (details == details_) return;
+    details_ = std::move(details);
+    ++edition_;
     changed().emit();
 }
 

@@ -122,7 +122,9 @@ public:
     void setItems(std::vector<std::string> items);
     // What stands beside each entry for the eye only, in the order of the items; may be shorter.
     const std::vector<std::string>& details() const { return details_; }
-    void setDetails(std::vector<std::string> details) { assign(details_, std::move(details)); }
+    void setDetails(std::vector<std::string> details);
+    // Grows with each change of the entries; a list may be too long to be compared.
+    int edition() const { return edition_; }
     int index() const { return index_; }
     // An index outside the list chooses nothing.
     void setIndex(int index);
@@ -133,6 +135,7 @@ public:
 private:
     std::vector<std::string> items_;
     std::vector<std::string> details_;
+    int edition_ = 0;
     int index_ = none;
 };
 

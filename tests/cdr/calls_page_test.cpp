@@ -46,7 +46,10 @@ protected:
             numbers.emplace_back(page.lsvCallReport.text(row, 5));
         return numbers;
     }
-    void setting(const char* key, const std::string& value) { bench.console.setting.Write("CDRConfig", key, value); }
+    void setting(const char* key, const std::string& value) {
+        bench.console.setting.Write("CDRConfig", key, value);
+        page.readSettings();
+    }
     int inTable() {
         const auto count = store.query("SELECT COUNT(*) FROM CDR");
         return count->next() ? static_cast<int>(val(count->text(0))) : -1;
@@ -112,17 +115,17 @@ TEST_F(Calls, SearchSortAndTotals) {
     add("5", "Abc", "2.05");
     add("12", "abd", "0");
     add("7", "x", "0.07");
-    EXPECT_EQ(page.totals.answered, 2u);
-    EXPECT_EQ(page.totals.talkSeconds, 132);
-    EXPECT_EQ(page.totals.asr(), 67);
-    EXPECT_EQ(page.totals.acd(), 66);
-    page.lsvCallReport.sort(0, true);
+    EXPECT_EQ(page.lsvCallReport.sums().all().answered, 2u);
+    EXPECT_EQ(page.lsvCallReport.sums().all().talkSeconds, 132);
+    EXPECT_EQ(page.lsvCallReport.sums().all().asr(), 67);
+    EXPECT_EQ(page.lsvCallReport.sums().all().acd(), 66);
+    page.lsvCallReport.sort({0, true});
     EXPECT_THAT(shown(), ElementsAre("Abc", "x", "abd"));
     page.txtCDRSearch.setText("aB");
     EXPECT_THAT(shown(), ElementsAre("Abc", "abd"));
-    EXPECT_EQ(page.totals.asr(), 50);
+    EXPECT_EQ(page.lsvCallReport.sums().all().asr(), 50);
     page.txtCDRSearch.setText("abd");
-    EXPECT_EQ(page.totals.acd(), 0);
+    EXPECT_EQ(page.lsvCallReport.sums().all().acd(), 0);
     page.txtCDRSearch.setText("");
     EXPECT_EQ(shown().size(), 3u);
 }
@@ -275,12 +278,12 @@ TEST_F(Calls, SaveTheirSettings) {
     for (const auto& c : cases) {
         SCOPED_TRACE(c.path);
         bench.platform.boxes.shown.clear();
+        setting("Mode", "7");
         page.txtCDRPath.setText(c.path);
         page.txtCDRDownLimit.setText(c.limit);
         page.txtCDRRecordLimit.setText(c.most);
         page.optCDRFormat.setIndex(2);
         page.chkCDRIncludeHeader.setChecked(false);
-        setting("Mode", "7");
         press(8);
         auto& saved = bench.console.setting;
         EXPECT_EQ(saved.Read("CDRConfig", "Path"), c.savedPath);
