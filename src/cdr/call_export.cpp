@@ -13,6 +13,7 @@ constexpr const char* lineEnd = "\r\n";
 constexpr const char* rowIndent = "          ";
 constexpr const char* valueIndent = "               ";
 constexpr std::size_t flushBytes = 256 * 1024;
+constexpr std::size_t syncBytes = 4 * 1024 * 1024;
 constexpr std::size_t all = static_cast<std::size_t>(-1);
 
 bool exportAll(const CallList& list, const std::filesystem::path& path, CallExport::Format format, bool header) {
@@ -67,13 +68,20 @@ bool CallExport::write(std::size_t most) {
         format_ == Format::Csv ? addCsvRow() : addXmlRow();
         if (text_.size() >= flushBytes) flush();
     }
-    if (row_ < list_.size()) return true;
+    if (row_ < list_.size()) {
+        if (unsynced_ >= syncBytes) {
+            file_.sync();
+            unsynced_ = 0;
+        }
+        return true;
+    }
     finish();
     return false;
 }
 
 void CallExport::flush() {
     file_.write(text_);
+    unsynced_ += text_.size();
     text_.clear();
 }
 

@@ -32,6 +32,7 @@ private:
     FreshFile file_;
     Format format_;
     std::string text_;  // what is not written yet
+    std::size_t unsynced_ = 0;
     std::size_t row_ = 0;
 };
 

@@ -97,8 +97,8 @@ bool CallList::addFrom(DatabaseRows& rows, std::size_t most, bool marked) {
         more = rows.next();
         if (!more || (marked && rows.text(callColumnCount) != "1")) continue;
         for (std::size_t column = 0; column < callColumnCount && more; ++column) {
-            more = !rows.isNull(static_cast<int>(column));
             texts[column] = rows.text(static_cast<int>(column));
+            more = texts[column].data() != nullptr;
         }
         if (more) show(append(texts));
     }

@@ -7,7 +7,6 @@
 #include <system_error>
 #include <utility>
 
-#include "platform/durable_file.h"
 #include "platform/quietly.h"
 #include "text/text_rules.h"
 
@@ -45,7 +44,6 @@ public:
         : database_(std::move(database)), rows_(database_->query(sql)) {}
     bool next() override { return rows_->next(); }
     std::string_view text(int column) const override { return rows_->text(column); }
-    bool isNull(int column) const override { return rows_->isNull(column); }
 
 private:
     std::unique_ptr<Database> database_;
@@ -124,8 +122,9 @@ void CallStore::recover() {
 
 void CallStore::addUpTo(int number) {
     try {
-        while (addNext(number)) {
+        while (!rowsHeld_ && addNext(number)) {
         }
+        rowsWait_ = rowsHeld_;
         if (journal().entries().size() < longestJournal) return;
         const auto into = database();
         into->makeDurable();
@@ -160,6 +159,11 @@ bool CallStore::addNext(int number) {
     return more;
 }
 
+void CallStore::releaseRows() {
+    rowsHeld_ = false;
+    if (std::exchange(rowsWait_, false)) recover();
+}
+
 // What was added is made safe, so that the journal can be short.
 void CallStore::endRun() {
     const bool ran = std::exchange(holding_, false);
@@ -187,10 +191,23 @@ void CallStore::clear() {
     engine_.remove(file_);
 }
 
-void CallStore::copyTo(const std::filesystem::path& target) {
-    FreshFile fresh(target);
-    database()->copyTo(fresh.path());
-    fresh.putInPlace();
+std::unique_ptr<CallCopy> CallStore::copyTo(const std::filesystem::path& target) {
+    CheckCDRFile();
+    return std::make_unique<CallCopy>(engine_.open(file_), target);
+}
+
+CallCopy::CallCopy(std::unique_ptr<Database> database, const std::filesystem::path& target)
+    : fresh_(target), database_(std::move(database)), copying_(database_->copyTo(fresh_.path())) {}
+
+bool CallCopy::write() {
+    const bool more = copying_->step();
+    if (more) {
+        fresh_.sync();
+    } else {
+        copying_.reset();
+        fresh_.putInPlace();
+    }
+    return more;
 }
 
 }  // namespace trunvex

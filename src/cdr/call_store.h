@@ -9,8 +9,23 @@
 #include "cdr/call_journal.h"
 #include "cdr/call_record.h"
 #include "platform/database.h"
+#include "platform/durable_file.h"
 
 namespace trunvex {
+
+// A copy of the whole database on its way to a file that has its name when it is complete, and is on the disk then.
+class CallCopy {
+public:
+    CallCopy(std::unique_ptr<Database> database, const std::filesystem::path& target);
+    // Some megabytes more; false when the file is complete.
+    bool write();
+    int percent() const { return copying_ ? copying_->percent() : 100; }
+
+private:
+    FreshFile fresh_;
+    std::unique_ptr<Database> database_;
+    std::unique_ptr<DatabaseCopy> copying_;
+};
 
 // The call records of one gateway on disk: the database with the table CDR, and beside it the journal of what was taken
 // from the gateway. A record is in the journal, and on the disk, before the gateway may drop it; it leaves the journal
@@ -40,7 +55,11 @@ public:
     void add(int slot);
     // Adds all that was taken and is not in the table: what the end of the program, a full disk or a lock has left.
     void recover();
-    // A row came into the table. Who hears of it may clear the table.
+    // Between these no row comes into the table: what is taken waits in the journal, and is added by the second. A table
+    // that is copied in order to be cleared must not grow behind the copy.
+    void holdRows() { rowsHeld_ = true; }
+    void releaseRows();
+    // A row came into the table. Who hears of it may hold the rows, and may clear the table.
     sigc::signal<void(const CallRecord&)>& added() { return added_; }
 
     // Between these the database stays open; outside, each call opens and closes it.
@@ -52,8 +71,8 @@ public:
     std::unique_ptr<DatabaseRows> query(const std::string& sql);
     // Deletes the database. What was taken and is not in the table yet stays in the journal.
     void clear();
-    // The whole database as one file, which is there when it is complete and on the disk.
-    void copyTo(const std::filesystem::path& target);
+    // The whole database as one file.
+    std::unique_ptr<CallCopy> copyTo(const std::filesystem::path& target);
 
 private:
     std::shared_ptr<Database> database();
@@ -69,6 +88,8 @@ private:
     std::unique_ptr<CallJournal> journal_;
     std::shared_ptr<Database> held_;
     bool holding_ = false;
+    bool rowsHeld_ = false;
+    bool rowsWait_ = false;
     sigc::signal<void(const CallRecord&)> added_;
 };
 

@@ -260,6 +260,7 @@ struct CallsPage::Rollover {
     std::filesystem::path file;
     CallExport::Format format = CallExport::Format::Csv;
     bool header = true;
+    std::unique_ptr<CallCopy> copying;
     CallList whole;  // where the list shows only some of the calls
     std::unique_ptr<DatabaseRows> rows;
     std::unique_ptr<CallExport> writing;
@@ -280,17 +281,21 @@ void CallsPage::SaveCDRFile() {
     // Two of the same second have the same name: the later one waits for the next call instead of replacing the first.
     if (std::filesystem::exists(rollover->file, error)) return;
     download_.pause(true);
+    store_.holdRows();
     const bool copy = format != 1 && format != 2;
     work_.run({"SaveCDRFile",
-               [this, rollover, copy] {
-                   if (copy) store_.copyTo(rollover->file);
-                   return !copy && writeSome(*rollover);
-               },
+               [this, rollover, copy] { return copy ? copySome(*rollover) : writeSome(*rollover); },
                [rollover] {
+                   if (rollover->copying) return "New file: " + std::to_string(rollover->copying->percent()) + " %";
                    const auto written = rollover->writing ? rollover->writing->written() : 0;
                    return "New file: " + std::to_string(written) + " calls";
                },
                [this, rollover](SlicedWork::End end, const std::string& reason) { rolledOver(*rollover, end, reason); }});
+}
+
+bool CallsPage::copySome(Rollover& rollover) {
+    if (!rollover.copying) rollover.copying = store_.copyTo(rollover.file);
+    return rollover.copying->write();
 }
 
 // The table is emptied behind it, so all of it is written, also what a filter keeps out of the list. The list holds
@@ -324,6 +329,7 @@ void CallsPage::rolledOver(const Rollover& rollover, SlicedWork::End end, const 
         tell_("The call records can't be written to " + rollover.file.parent_path().string() + " (" + reason +
               "); they stay in the list.");
     }
+    quietly("releaseRows", [&] { store_.releaseRows(); });
     download_.pause(false);
 }
 
@@ -358,28 +364,39 @@ void CallsPage::exportTo(std::size_t index) {
 }
 
 void CallsPage::exportCopy(const std::filesystem::path& path) {
-    std::string reason;
-    if (!quietly("export", [&] { store_.copyTo(path); }, &reason))
-        tell_("The database can't be written to " + path.string() + ": " + reason);
+    auto copying = std::make_shared<std::unique_ptr<CallCopy>>();
+    work_.run({"export",
+               [this, copying, path] {
+                   if (!*copying) *copying = store_.copyTo(path);
+                   return (*copying)->write();
+               },
+               [copying] { return "Writing: " + std::to_string((*copying)->percent()) + " %"; },
+               [this](SlicedWork::End end, const std::string& why) {
+                   tellOfExport(end, "The database was written.", why);
+               }});
 }
 
 void CallsPage::exportList(const std::filesystem::path& path, CallExport::Format format) {
-    std::shared_ptr<CallExport> writing;
-    std::string reason;
-    if (!quietly("export", [&] { writing = std::make_shared<CallExport>(lsvCallReport, path, format, true); }, &reason)) {
-        tell_("The calls can't be written to " + path.string() + ": " + reason);
-        return;
-    }
-    work_.run({"export", [writing] { return writing->write(sliceRows); },
-               [this, writing] { return progress("Writing: ", writing->written()); },
+    auto writing = std::make_shared<std::unique_ptr<CallExport>>();
+    work_.run({"export",
+               [this, writing, path, format] {
+                   if (!*writing) *writing = std::make_unique<CallExport>(lsvCallReport, path, format, true);
+                   return (*writing)->write(sliceRows);
+               },
+               [this, writing] { return progress("Writing: ", (*writing)->written()); },
                [this, writing](SlicedWork::End end, const std::string& why) {
-                   if (end == SlicedWork::End::Done)
-                       tell_(std::to_string(writing->written()) + " calls were written.");
-                   else if (end == SlicedWork::End::Failed)
-                       tell_("The calls can't be written; no file was made: " + why);
-                   else
-                       tell_("The writing was ended before it was complete; no file was made.");
+                   const auto written = *writing ? (*writing)->written() : 0;
+                   tellOfExport(end, std::to_string(written) + " calls were written.", why);
                }});
+}
+
+void CallsPage::tellOfExport(SlicedWork::End end, const std::string& done, const std::string& why) {
+    if (end == SlicedWork::End::Done)
+        tell_(done);
+    else if (end == SlicedWork::End::Failed)
+        tell_("The calls can't be written; no file was made: " + why);
+    else
+        tell_("The writing was ended before it was complete; no file was made.");
 }
 
 void CallsPage::print() {

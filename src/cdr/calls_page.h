@@ -74,12 +74,14 @@ private:
     void exportTo(std::size_t index);
     void exportCopy(const std::filesystem::path& path);
     void exportList(const std::filesystem::path& path, CallExport::Format format);
+    void tellOfExport(SlicedWork::End end, const std::string& done, const std::string& why);
     void print();
     void askAndClear();
     void saveSettings();
     bool headerWanted();
     std::int64_t mostCalls();
     struct Rollover;
+    bool copySome(Rollover& rollover);
     bool writeSome(Rollover& rollover);
     void rolledOver(const Rollover& rollover, SlicedWork::End end, const std::string& reason);
     std::string progress(const char* doing, std::size_t done) const;

@@ -25,9 +25,18 @@ class DatabaseRows {
 public:
     virtual ~DatabaseRows() = default;
     virtual bool next() = 0;
-    // The column by its place in the query, from 0; empty for null.
+    // The column by its place in the query, from 0. A null has no data().
     virtual std::string_view text(int column) const = 0;
-    virtual bool isNull(int column) const = 0;
+};
+
+// A copy of a whole database on its way, some pages at a time. It shows what was in the database when it was begun.
+class DatabaseCopy {
+public:
+    virtual ~DatabaseCopy() = default;
+    // Some megabytes more; false when the copy is complete. It is a file of its own then, but not yet on the disk.
+    virtual bool step() = 0;
+    // 0 to 100.
+    virtual int percent() const = 0;
 };
 
 // One open database file. What fails throws DatabaseError. A change that was committed survives the end of the program
@@ -44,8 +53,9 @@ public:
     virtual void setMark(int mark) = 0;
     // Everything committed is in the file itself and on the disk.
     virtual void makeDurable() = 0;
-    // All of it as a further file, which must not exist.
-    virtual void copyTo(const std::filesystem::path& target) = 0;
+    // All of it as a further file, which must not exist. The database must live longer than the copying, and is changed
+    // by nobody else through this connection meanwhile.
+    virtual std::unique_ptr<DatabaseCopy> copyTo(const std::filesystem::path& target) = 0;
 };
 
 // Opens a database that exists; throws DatabaseError when it does not or can't be read.

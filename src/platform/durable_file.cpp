@@ -37,9 +37,20 @@ void FreshFile::write(std::string_view content) {
     writeAll(file_, content, target_);
 }
 
-void FreshFile::putInPlace() {
+// One that was filled by its name.
+void FreshFile::open() {
     if (file_ < 0) file_ = ::open(fresh_.c_str(), O_RDONLY | O_CLOEXEC);
-    if (file_ < 0 || ::fsync(file_) != 0) fail(target_);
+    if (file_ < 0) fail(target_);
+}
+
+void FreshFile::sync() {
+    open();
+    if (::fdatasync(file_) != 0) fail(target_);
+}
+
+void FreshFile::putInPlace() {
+    open();
+    if (::fsync(file_) != 0) fail(target_);
     ::close(std::exchange(file_, -1));
     if (std::rename(fresh_.c_str(), target_.c_str()) != 0) fail(target_);
     inPlace_ = true;

@@ -23,11 +23,15 @@ public:
     // Makes it, empty; then write() goes to its end.
     void create(mode_t mode = 0644);
     void write(std::string_view content);
+    // What stands in it so far is on the disk: a long file that is synced bit by bit holds nobody up at its end.
+    void sync();
     // It is on the disk, then it has the target's name, and then the name is on the disk too. Until then the target
     // stands as it was.
     void putInPlace();
 
 private:
+    void open();
+
     std::filesystem::path target_;
     std::filesystem::path fresh_;
     int file_ = -1;

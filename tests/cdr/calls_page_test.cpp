@@ -184,6 +184,41 @@ TEST_F(Calls, RollTheWholeTableOver) {
     }
 }
 
+TEST_F(Calls, AreNotLostWhileALongTableIsRolledOver) {
+    setting("Path", made("data").string());
+    setting("Max", "9001");
+    for (const auto& [format, filtered] : {std::pair("0", false), {"1", false}, {"1", true}, {"2", true}}) {
+        SCOPED_TRACE(testing::Message() << format << filtered);
+        setting("Format", format);
+        store.CheckCDRFile();
+        bench.platform.databaseFiles.open(store.gCDRFile())
+            ->execute("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 9000) INSERT INTO CDR "
+                      "SELECT '5','1','','',printf('%0400d', i),10000 + i,'','','','','','','','','','' FROM n");
+        filtered ? page.BuildCDRListGroup("Port", "5") : page.BuildCDRList("SELECT * FROM CDR");
+        bench.advance(100);
+        if (filtered) page.txtCDRSearch.setText("1000");
+        add("7", "last");
+        EXPECT_TRUE(page.busy());
+        add("7", "during");
+        add("7", "it");
+        bench.advance(1000);
+        EXPECT_FALSE(page.busy());
+        page.txtCDRSearch.setText("");
+        EXPECT_THAT(shown(), ElementsAre("during", "it"));
+        EXPECT_EQ(inTable(), 2);
+        EXPECT_EQ(page.lblCDRTotal.text(), "2");
+        std::string rolled;
+        for (const auto& file : std::filesystem::directory_iterator(made("data")))
+            if (file.path().filename().string().rfind("CDR_", 0) == 0) {
+                rolled += contentOf(file.path());
+                std::filesystem::remove(file);
+            }
+        for (const char* dialled : {"10001", "19000", "last"}) EXPECT_THAT(rolled, HasSubstr(dialled));
+        EXPECT_THAT(rolled, testing::Not(HasSubstr("during")));
+        page.clearCalls();
+    }
+}
+
 TEST_F(Calls, StayWhereARolloverCantBeWritten) {
     setting("Max", "1");
     setting("Format", "1");

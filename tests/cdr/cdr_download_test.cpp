@@ -223,5 +223,20 @@ TEST(CallRecordParser, TakesFlagsStampsAndDurations) {
     for (const auto& [answered, ended, total] : durations) EXPECT_EQ(getTotalTime(answered, ended), total) << ended;
 }
 
+TEST_F(Download, WaitsForNothingBehindTheLastRecordOfABatch) {
+    for (const int records : {1, 40, 130}) {
+        SCOPED_TRACE(records);
+        ConsoleBench other;
+        simulator::Gateway quick(fakes::seeded(5));
+        fill(quick, records);
+        other.logIn(quick);
+        auto& run = other.console.cdrDownload;
+        run.start();
+        int ms = 0;
+        while (run.gCDRDownloading && ms < 60000) other.advance(1), ++ms;
+        EXPECT_LT(ms, 400 + 10 * records);
+    }
+}
+
 }  // namespace
 }  // namespace trunvex

@@ -123,7 +123,9 @@ void QtTcpSocket::close() {
 }
 
 void QtTcpSocket::sendData(std::string_view bytes) {
-    if (socket_) socket_->write(bytes.data(), static_cast<qint64>(bytes.size()));
+    if (!socket_) return;
+    socket_->write(bytes.data(), static_cast<qint64>(bytes.size()));
+    socket_->flush();  // or a command would wait for the loop's next turn
 }
 
 }  // namespace trunvex
