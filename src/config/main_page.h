@@ -18,18 +18,18 @@ public:
     // While it is false, the panel follows the selection but the gateway is not asked.
     void setMayRead(bool mayRead) { mayRead_ = mayRead; }
 
-    Panel panel() const { return panel_; }
+    Panel panel() const { return !page_ ? Panel::None : page_ == &simPage_ ? Panel::Sim : Panel::Port; }
     sigc::signal<void()>& panelChanged() { return panelChanged_; }
     LabelField lblSelectHint{"lblSelectHint"};
 
 private:
-    void turnTo(Panel panel);
+    void turnTo(NodePage* page);
 
     const PageTools& tools_;
     PortTree& tree_;
     PortPage& portPage_;
     SimPage& simPage_;
-    Panel panel_ = Panel::None;
+    NodePage* page_ = nullptr;  // that stands beside the tree
     std::string selected_;
     bool mayRead_ = false;
     sigc::signal<void()> panelChanged_;

@@ -21,33 +21,6 @@ bool PageTools::mayLose(RecordForm& form) const {
     return true;
 }
 
-bool PageTools::mayRefresh(const std::string& key, RecordForm& form) const {
-    if (key.empty())
-        dialogs.info("Please select first the port in the ports list.");
-    else if (!sender.isConnected())
-        dialogs.info("Please connect first the gateway.");
-    else
-        return mayLose(form);
-    return false;
-}
-
-bool PageTools::mayWrite(const std::string& key) const {
-    if (!connected()) return false;
-    if (key.empty()) dialogs.info("You must select Port\\Sim first .");
-    return !key.empty();
-}
-
-bool PageTools::isRead(const RecordForm& form) const {
-    if (!form.known()) tell("Nothing was read here yet. Read it first, so that nothing unknown is overwritten.");
-    return form.known();
-}
-
-bool PageTools::anyMarked(const std::deque<CheckField>& boxes) const {
-    if (std::any_of(boxes.begin(), boxes.end(), [](const CheckField& box) { return box.checked(); })) return true;
-    tell("Nothing is marked to be written to the group. Mark the fields that the write is to include.");
-    return false;
-}
-
 bool PageTools::write(std::string line, std::string caption, const char* firstText) const {
     WriteBatch batch;
     batch.firstText = firstText;
@@ -57,6 +30,13 @@ bool PageTools::write(std::string line, std::string caption, const char* firstTe
 
 void PageTools::read(std::vector<QueueItem> batch, int budgetMs) const {
     reads.whenFree("record", [this, batch = std::move(batch), budgetMs] { reads.start(batch, budgetMs); });
+}
+
+BuiltLine BuiltLine::change(const std::string& key, std::span<const std::string> fields) {
+    BuiltLine built;
+    built.line = "C_" + key + ",";
+    for (const auto& field : fields.subspan(1)) built.line += field + ",";
+    return built;
 }
 
 std::string BuiltLine::orTell(Dialogs& dialogs) const {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <deque>
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -27,13 +27,6 @@ struct PageTools {
     bool connected() const;
     // A page's Refresh: asks before edits are thrown away; they are gone when it answers true.
     bool mayLose(RecordForm& form) const;
-    // Of the panels beside the tree, `key` being the node that is shown: what a read and a write refuse first, with a
-    // word to the operator.
-    bool mayRefresh(const std::string& key, RecordForm& form) const;
-    bool mayWrite(const std::string& key) const;
-    // And of a write behind that: a single record that was never read, a group of whose fields none is marked.
-    bool isRead(const RecordForm& form) const;
-    bool anyMarked(const std::deque<CheckField>& boxes) const;
     // Begins a write of one line. The text stands before the caption on the panel.
     bool write(std::string line, std::string caption, const char* firstText = "send data to: ") const;
     // Reads a batch at once, or as soon as the one that runs is over.
@@ -47,6 +40,8 @@ struct BuiltLine {
     InputField* field = nullptr;  // where the fault is
     const char* title = "Error Message";
 
+    // A change command: the key and its fields from the first on, `fields[0]` being none, each closed by a comma.
+    static BuiltLine change(const std::string& key, std::span<const std::string> fields);
     static BuiltLine wrong(std::string word, InputField& field) { return {{}, std::move(word), &field}; }
     // The line; or, with the word in a box and at the field, nothing.
     std::string orTell(Dialogs& dialogs) const;

@@ -10,12 +10,11 @@ namespace trunvex {
 
 namespace {
 
-constexpr int refreshBudgetMs = 1000;
 constexpr int switchingBits = 56;
 constexpr int rejectBit = 64;
 constexpr std::array switchingCodes{0, 32, 8, 40, 24, 56};  // by index of cmbSimSwitching
 constexpr int swapping = 1;                                 // the choice that goes by txtSimSwap
-constexpr std::size_t lastField = 15;
+constexpr std::size_t lastField = 16;
 
 std::string switchingIndex(std::string_view flags) {
     if (flags.empty()) return {};
@@ -33,126 +32,82 @@ std::string secondLevel(std::string_view text) {
     return isWhole(text) ? std::to_string(highestSecondLevel - val(text)) : std::string();
 }
 
-std::string listed(const std::vector<std::string>& parts) {
-    std::string text;
-    for (const auto& part : parts) text += (text.empty() ? "" : ", ") + part;
-    return text;
-}
-
 }  // namespace
 
 PortPage::PortPage(const PageTools& tools, PortTree& tree, SettingsRecords& records, GroupWrite& groupWrite)
-    : tools_(tools), tree_(tree), groupWrite_(groupWrite) {
-    const std::array<const char*, includedPortFields> captions{
-        "Minimum digits", "Maximum digits", "Pause between digits", "End of dialling", "Relax time", "Levels",
-        "No registration timer", "SIM switching"};
-    for (std::size_t i = 0; i < includedPortFields; ++i)
-        chkIncGrpMod.emplace_back(arrayName("chkIncGrpMod", static_cast<int>(i)), captions[i]);
+    : NodePage(tools, tree, groupWrite,
+               {lblPortCaption, lblPortHint, chkIncGrpMod, cmdUndoPort, cmdModRefresh, cmdWritePort}) {
+    addIncludeBoxes("chkIncGrpMod", {"Minimum digits", "Maximum digits", "Pause between digits", "End of dialling",
+                                     "Relax time", "Levels", "No registration timer", "SIM switching"});
     cmbRelaxTime.setEntries({"0", "0.5", "1", "1.5", "2", "3", "4", "5"});
     for (InputField* field :
          std::initializer_list<InputField*>{&TxtMinDigits, &TxtMaxDigits, &TxtIntDigPause, &CmbSendComplete,
                                             &cmbRelaxTime, &txtNoRegTimer, &cmbSimSwitching, &cmbCallReject,
                                             &txtSimSwap, &SldTXvol, &SldRXvol, &SldTX_SE, &SldRX_SE})
         form.add(*field);
-    form.changed().connect([this] {
-        followSwitching();
-        followButtons();
-    });
     records.portStored.connect([this](int mcu, int module) {
-        const auto* port = shownPort();
-        if (port && port == &tools_.tables.port(mcu, module)) fill();
+        if (portOf(key_) == &tools_.tables.port(mcu, module)) refresh();
     });
     tools_.reads.onComplete("MOD", [this](const std::string&) {
-        if (showsGroup()) fill();
+        if (showsGroup()) refresh();
     });
-    groupWrite_.complete().connect([this](const std::string& group) {
-        if (group == key_) form.settle();
-    });
-    cmdWritePort.pressed().connect([this] { write(); });
-    cmdModRefresh_.pressed().connect([this] { cmdModRefresh(); });
-    cmdUndoPort.pressed().connect([this] { form.undo(); });
-    forget();
-}
-
-bool PortPage::showsGroup() const {
-    return contains(key_, "MDD") || contains(key_, "GRP") || contains(key_, "PRT");
+    begin();
 }
 
 PortRec* PortPage::portOf(std::string_view key) const {
-    const auto stored = node_key::stored(key);
-    if (!node_key::isPort(stored)) return nullptr;
-    return &tools_.tables.port(node_key::mcu(stored), node_key::module(stored));
+    return node_key::isPort(key) ? &tools_.tables.port(node_key::mcu(key), node_key::module(key)) : nullptr;
 }
 
-const PortRec* PortPage::shownPort() const { return node_key::isPort(key_) ? portOf(key_) : nullptr; }
-
-void PortPage::forget() {
-    key_.clear();
-    form.forgetAll();
-    form.turnTo({});
-    fill();
-}
-
-void PortPage::show(const std::string& key) {
-    key_ = key;
-    form.turnTo(key);
-    const bool single = !showsGroup();
-    for (auto& box : chkIncGrpMod) {
-        box.setVisible(!single);
-        box.setChecked(single);  // a group write sends what its operator has marked, and nothing before that
-    }
-    fill();
-}
-
-// Also after a report of the port shown: what the operator has changed stays.
-void PortPage::fill() {
-    const auto* port = shownPort();
+std::string PortPage::nodeText() const {
     const auto* node = tree_.tvGroups[0].find(key_);
-    const auto name = node ? node->text : key_;
-    lblPortHint.setText("");
-    lblModuleInfo.setText(port ? std::string(trim(escaped(port->ModuleInfo) + " " + escaped(port->ModuleInfo2))) : "");
-    lblModuleType.setText(port && port->loaded() ? port->secondScale() ? "Siemens" : "WaveCom" : "");
-    if (showsGroup()) {
-        showGroup();
-    } else if (contains(key_, "ERR")) {
-        lblPortCaption.setText(name + ": Port not found");
+    return node ? node->text : key_;
+}
+
+bool PortPage::writable() const { return node_key::isPort(key_) && !contains(key_, "ERR"); }
+
+void PortPage::fillRecord() {
+    const auto* port = portOf(key_);
+    showFacts(port);
+    if (contains(key_, "ERR")) {
+        lblPortCaption.setText(nodeText() + ": Port not found");
         lblPortHint.setText("The gateway found no module here.");
         showLevels(false, false);
-    } else {
-        lblPortCaption.setText(key_.empty() ? "" : name + " Setting");
-        if (port && port->loaded()) form.take(heldValues(*port));
-        const bool levels = port && port->Kind != "CDM";
-        showLevels(levels && !port->secondScale(), levels && port->secondScale());
+        return;
     }
-    followButtons();
+    lblPortCaption.setText(key_.empty() ? "" : nodeText() + " Setting");
+    if (port && port->loaded()) form.take(heldValues(*port));
+    const bool levels = port && port->Kind != "CDM";
+    showLevels(levels && !port->secondScale(), levels && port->secondScale());
 }
 
-void PortPage::showGroup() {
-    const auto members = tree_.children(node_key::ofGroup("PRT", key_));
-    std::vector<std::string> numbers;
+void PortPage::showFacts(const PortRec* port) {
+    lblModuleInfo.setText(port ? std::string(trim(escaped(port->ModuleInfo) + " " + escaped(port->ModuleInfo2))) : "");
+    lblModuleType.setText(port && port->loaded() ? port->secondScale() ? "Siemens" : "WaveCom" : "");
+}
+
+void PortPage::fillGroup(const std::vector<std::string>& ports) {
     std::vector<std::string> unread;
     const PortRec* first = nullptr;
     const PortRec* second = nullptr;
-    for (const auto& member : members) {
-        const auto* port = portOf(member);
-        if (!port) continue;
-        numbers.push_back(std::to_string(portNumber(node_key::mcu(member), node_key::module(member))));
-        if (!port->loaded()) unread.push_back(numbers.back());
+    for (const auto& key : ports) {
+        const auto* port = portOf(key);
         auto& ofScale = port->secondScale() ? second : first;
-        if (!ofScale && port->loaded()) ofScale = port;
+        if (!port->loaded())
+            unread.push_back(key);
+        else if (!ofScale)
+            ofScale = port;
     }
-    lblPortCaption.setText("Groups " + std::to_string(val(mid(key_, 4, 2))) + " Ports: " + listed(numbers));
-    if (members.empty())
-        lblPortHint.setText("This group has no ports.");
-    else if (!unread.empty())
-        lblPortHint.setText("Not read yet: port " + listed(unread) + ". Their levels are written on the first scale.");
+    showFacts(nullptr);
+    if (!unread.empty())
+        lblPortHint.setText("Not read yet: port " + PortTree::listed(unread) +
+                            ". Their levels are written on the first scale.");
     showLevels(true, second != nullptr);
     if (form.edited()) return;
-    std::vector<std::string> values(portFormFields);
-    if (const auto* model = first ? first : second) values = heldValues(*model);
-    if (first && second) {
-        values[portFormFields - 2] = heldValues(*second)[portFormFields - 2];
-        values[portFormFields - 1] = heldValues(*second)[portFormFields - 1];
+    const auto* model = first ? first : second;
+    auto values = model ? heldValues(*model) : std::vector<std::string>(portFormFields);
+    if (second) {
+        const auto levels = heldValues(*second);
+        std::copy(levels.end() - 2, levels.end(), values.end() - 2);
     }
     form.propose(values);
 }
@@ -182,41 +137,26 @@ void PortPage::showLevels(bool first, bool second) {
 }
 
 // The swapping time counts for one way of switching only; greyed, it is what the gateway holds.
-void PortPage::followSwitching() {
+void PortPage::followRules() {
     const bool used = cmbSimSwitching.index() == swapping || cmbSimSwitching.index() == ChoiceField::none;
     if (!used && txtSimSwap.enabled()) form.undo(txtSimSwap);
     txtSimSwap.setEnabled(used);
 }
 
-void PortPage::followButtons() {
-    const bool addressed = showsGroup() || (shownPort() && !contains(key_, "ERR"));
-    cmdWritePort.setEnabled(addressed && !writesHeld_);
-    cmdUndoPort.setEnabled(form.edited());
+QueueItem PortPage::readCommand() const { return command("R_" + node_key::stored(key_), nodeText()); }
+
+void PortPage::readMissing() {
+    if (contains(key_, "MOD") && !form.known()) tools_.read({readCommand()}, readBudgetMs);
 }
 
-void PortPage::holdWrites(bool held) {
-    writesHeld_ = held;
-    followButtons();
-}
-
-void PortPage::readSelected() {
-    const auto* node = tree_.tvGroups[0].find(key_);
-    tools_.read({command("R_" + key_, node ? node->text : key_)}, readBudgetMs);
-}
-
-void PortPage::cmdModRefresh() {
-    if (!tools_.mayRefresh(key_, form)) return;
-    const auto* node = tree_.tvGroups[0].find(key_);
+std::vector<QueueItem> PortPage::readBatch() const {
+    if (!showsGroup()) return {readCommand()};
     std::vector<QueueItem> batch;
-    if (!showsGroup()) batch.push_back(command("R_" + node_key::stored(key_), node ? node->text : key_));
-    for (const auto& member : tree_.children(node_key::ofGroup("PRT", key_)))
-        if (showsGroup() && node_key::isPort(member))
-            batch.push_back(command("R_" + node_key::stored(member), tree_.captionOf(member)));
-    tools_.read(std::move(batch), refreshBudgetMs);
+    for (const auto& port : tree_.ports(key_)) batch.push_back(command("R_" + port, tree_.captionOf(port)));
+    return batch;
 }
 
 BuiltLine PortPage::firstFault() {
-    const auto included = [this](IncludedPortField field) { return chkIncGrpMod[field].checked(); };
     const auto noReg = trim(txtNoRegTimer.text());
     if (included(IncNoRegTimer) && !noReg.empty() && !wholeWithin(noReg, 60, 255) && !wholeWithin(noReg, 0, 0))
         return BuiltLine::wrong("ERROR: 'No REG Timer' have to be number between (60-255) or 0 for disable",
@@ -243,9 +183,8 @@ std::string PortPage::level(const PortRec* port, const SliderField& first, const
     return second.position() == SliderField::none ? "" : std::to_string(highestSecondLevel - second.position());
 }
 
-BuiltLine PortPage::build(std::string_view key, bool isCdma) {
+BuiltLine PortPage::WriteMod(std::string_view key, bool isCdma) {
     if (auto fault = firstFault(); !fault.word.empty()) return fault;
-    const auto included = [this](IncludedPortField field) { return chkIncGrpMod[field].checked(); };
     const auto* port = portOf(key);
     std::array<std::string, lastField + 1> fields;
     if (isCdma) fields[1] = "1";
@@ -267,45 +206,17 @@ BuiltLine PortPage::build(std::string_view key, bool isCdma) {
         fields[14] = trim(txtSimSwap.text());
     }
     fields[13] = "0";
-    BuiltLine built;
-    built.line = "C_" + node_key::stored(key);
-    for (std::size_t i = 1; i <= lastField; ++i) built.line += "," + fields[i];
-    built.line += ",,";
-    return built;
+    return BuiltLine::change(node_key::stored(key), fields);
 }
 
-std::string PortPage::WriteMod(std::string_view key, bool isCdma) {
-    form.clearProblems();
-    return build(key, isCdma).orTell(tools_.dialogs);
-}
+BuiltLine PortPage::buildShown() { return WriteMod(key_, contains(key_, "CDM")); }
 
-void PortPage::write() {
-    if (!tools_.mayWrite(key_)) return;
-    if (showsGroup()) {
-        writeGroup();
-        return;
-    }
-    if (!tools_.isRead(form)) return;
-    const auto line = WriteMod(key_, contains(key_, "CDM"));
-    if (line.empty()) return;
-    respell(line);
-    if (tools_.write(line, tree_.captionOf(key_))) writeStarted_.emit();
-}
+BuiltLine PortPage::buildMember(const std::string& key) { return WriteMod(key, portOf(key)->Kind == "CDM"); }
 
-// "016" is told back as 16, and what was left empty as it was: neither is an edit any more once it is written.
-void PortPage::respell(std::string_view line) {
-    auto sent = *shownPort();
-    storePort(sent, fieldsOf(line), true);
-    form.respell(heldValues(sent));
-}
-
-void PortPage::writeGroup() {
-    if (!tools_.anyMarked(chkIncGrpMod) || WriteMod(key_, false).empty()) return;
-    auto items = tree_.groupWritePorts(key_, [this](const std::string& member) {
-        const auto* port = portOf(member);
-        return build(member, port && port->Kind == "CDM").line;
-    });
-    if (groupWrite_.start(key_, std::move(items))) writeStarted_.emit();
+std::vector<std::string> PortPage::valuesAfter(std::string_view line) const {
+    auto port = *portOf(key_);
+    storePort(port, fieldsOf(line), true);
+    return heldValues(port);
 }
 
 }  // namespace trunvex

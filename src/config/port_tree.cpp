@@ -191,6 +191,19 @@ std::vector<std::string> PortTree::children(std::string_view key) const {
     return keys;
 }
 
+std::vector<std::string> PortTree::ports(std::string_view groupKey) const {
+    auto keys = children(node_key::ofGroup("PRT", groupKey));
+    std::erase_if(keys, [](const std::string& key) { return !node_key::isPort(key); });
+    return keys;
+}
+
+std::string PortTree::listed(const std::vector<std::string>& ports) {
+    std::string text;
+    for (const auto& port : ports)
+        text += (text.empty() ? "" : ", ") + std::to_string(portNumber(node_key::mcu(port), node_key::module(port)));
+    return text;
+}
+
 std::string PortTree::captionOf(std::string_view key) const {
     const auto stored = node_key::isPort(key) ? node_key::stored(key) : std::string(key);
     for (const auto& one : tables_.gTreeItems)
@@ -296,30 +309,21 @@ void PortTree::selectPort() {
     cmbGRPSelectPort.setIndex(ChoiceField::none);  // so that the same port can be gone to again
 }
 
-std::vector<QueueItem> PortTree::groupWritePorts(std::string_view key, const Builder& buildLine) const {
+std::vector<QueueItem> PortTree::groupWrite(std::string_view key, const Builder& buildLine) const {
     std::vector<QueueItem> batch;
-    for (const auto& child : children(node_key::ofGroup("PRT", key))) {
-        const auto port = node_key::stored(child);
-        if (!node_key::isPort(port)) continue;
-        auto line = buildLine(port);
-        if (line.empty()) continue;
-        batch.push_back(command(std::move(line), portText(node_key::mcu(port), node_key::module(port))));
-    }
-    return batch;
-}
-
-std::vector<QueueItem> PortTree::groupWriteSims(std::string_view key, const Builder& buildLine) const {
-    std::vector<QueueItem> batch;
-    const auto number = mid(key, 6, 1);
-    for (const auto& port : children(node_key::ofGroup("PRT", key))) {
-        if (!contains(port, "MOD")) continue;
-        for (const auto& sim : children(port)) {
-            if (!contains(sim, "SIM") || mid(sim, 6, 1) != number) continue;
-            auto line = buildLine(sim);
-            if (line.empty()) continue;
-            const auto caption = portText(node_key::mcu(sim), node_key::module(sim)) + " SIM " + std::string(number);
-            batch.push_back(command(std::move(line), caption));
+    const auto add = [&](const std::string& member, const std::string& sim) {
+        auto line = buildLine(member);
+        if (line.empty()) return;
+        batch.push_back(command(std::move(line), portText(node_key::mcu(member), node_key::module(member)) + sim));
+    };
+    const std::string number(mid(key, 6, 1));
+    for (const auto& port : ports(key)) {
+        if (number.empty()) {
+            add(port, {});
+            continue;
         }
+        for (const auto& sim : children(port))
+            if (node_key::isSim(sim) && right(sim, 1) == number) add(sim, " SIM " + number);
     }
     return batch;
 }

@@ -57,6 +57,10 @@ public:
     std::string moduleType(std::string_view key) const;
     // Keys of the items whose parent this is, in list order, at most 201.
     std::vector<std::string> children(std::string_view key) const;
+    // The ports of a group, by any key of the group.
+    std::vector<std::string> ports(std::string_view groupKey) const;
+    // The numbers of ports, for the operator: "1, 2, 17".
+    static std::string listed(const std::vector<std::string>& ports);
     // The text of the item, for the operator; "Port n" or "Port n SIM s" for one that is not in the list.
     std::string captionOf(std::string_view key) const;
     // False for an empty text or an unknown key.
@@ -66,10 +70,9 @@ public:
     bool movePort(std::string_view portKey, std::string_view groupKey);
 
     // The fan-out of a group write: a command for each member that the builder makes a line for; a builder that refuses
-    // leaves its member out. Ports for "GRP", "MDD", "PRT" + nn; SIMs for "SMM" + nn + s.
+    // leaves its member out. The members are SIMs for "SMM" + nn + s, ports for another key of the group.
     using Builder = std::function<std::string(const std::string& key)>;
-    std::vector<QueueItem> groupWritePorts(std::string_view key, const Builder& build) const;
-    std::vector<QueueItem> groupWriteSims(std::string_view key, const Builder& build) const;
+    std::vector<QueueItem> groupWrite(std::string_view key, const Builder& build) const;
 
     // Asks for the group; the screens fill it in.
     std::function<void(frmSelectGroup& window)> showSelectGroup;

@@ -9,7 +9,6 @@ namespace trunvex {
 
 namespace {
 
-constexpr int refreshBudgetMs = 1000;
 constexpr std::size_t lastField = 19;
 constexpr int restoreBits = 31;
 constexpr int modeBits = 96;
@@ -38,39 +37,24 @@ bool isPhoneNumber(std::string_view text) {
 }  // namespace
 
 SimPage::SimPage(const PageTools& tools, PortTree& tree, SettingsRecords& records, GroupWrite& groupWrite)
-    : tools_(tools), tree_(tree), groupWrite_(groupWrite) {
-    const std::array<const char*, includedSimFields> names{
-        "Phone number", "PIN", "Caller ID", "Monthly budget", "Call minutes", "Cell lock",
-        "Least signal", "BCCH timer", "Operator ID", "Time table", "Bundle"};
-    for (std::size_t i = 0; i < includedSimFields; ++i) {
-        auto& box = chkIncGrpSim.emplace_back(arrayName("chkIncGrpSim", static_cast<int>(i)), names[i]);
-        box.setTip("Include to write group");
-    }
+    : NodePage(tools, tree, groupWrite,
+               {lblSimCaption, lblSimHint, chkIncGrpSim, cmdUndoSim, cmdSimRefresh, cmdWriteSIM}) {
+    addIncludeBoxes("chkIncGrpSim", {"Phone number", "PIN", "Caller ID", "Monthly budget", "Call minutes", "Cell lock",
+                                     "Least signal", "BCCH timer", "Operator ID", "Time table", "Bundle"});
     cmbBcchRssi.setItems(signalLevels());
     for (InputField* field : std::initializer_list<InputField*>{
              &txtPhoneNum, &txtPIN, &CmbCallID, &txtMonthlyContract, &txtCallMinutes, &optBcchLock, &txtCelLock,
              &cmbBcchRssi, &txtBcchTimer, &txtBcchNetID, &txtBundleLoading[0], &txtBundleLoading[1]})
         form.add(*field);
     timeTable.addFields();
-    form.changed().connect([this] { followRules(); });
     records.simStored.connect([this](int mcu, int module, int sim) {
-        if (key_ == node_key::sim(mcu, module, sim)) fill();
+        if (key_ == node_key::sim(mcu, module, sim)) refresh();
     });
     tools_.reads.onComplete("SIM", [this](const std::string& command) {
-        if (showsGroup() && command == "R_" + readKey()) fill();
+        if (showsGroup() && command == "R_" + readKey()) refresh();
     });
-    groupWrite_.complete().connect([this](const std::string& group) {
-        if (group == key_) form.settle();
-    });
-    cmdWriteSIM.pressed().connect([this] { write(); });
-    cmdSimRefresh_.pressed().connect([this] { cmdSimRefresh(); });
-    cmdUndoSim.pressed().connect([this] { form.undo(); });
-    forget();
+    begin();
 }
-
-bool SimPage::showsGroup() const { return contains(key_, "SMM"); }
-
-bool SimPage::included(std::size_t field) const { return chkIncGrpSim[field].checked(); }
 
 SimRec* SimPage::simOf(std::string_view key) const {
     if (!node_key::isSim(key)) return nullptr;
@@ -84,71 +68,37 @@ std::string SimPage::readKey() const {
     auto key = "SIM" + std::string(mid(key_, 4));
     std::replace(key.begin(), key.end(), '0', '1');
     if (node_key::isSim(key)) return key;
-    for (const auto& port : tree_.children(node_key::ofGroup("PRT", key_)))
-        if (node_key::isPort(port)) return "SIM" + std::string(right(port, 2)) + std::string(right(key_, 1));
-    return {};
+    const auto ports = tree_.ports(key_);
+    return ports.empty() ? std::string() : "SIM" + std::string(right(ports.front(), 2)) + std::string(right(key_, 1));
 }
 
-void SimPage::forget() {
-    key_.clear();
-    form.forgetAll();
-    form.turnTo({});
-    fill();
+bool SimPage::writable() const { return node_key::isSim(key_) && tree_.moduleType(key_) == "GSM"; }
+
+void SimPage::fillRecord() {
+    timeTable.setForGroup(false);
+    const auto port = tree_.captionOf(node_key::port("MOD", node_key::mcu(key_), node_key::module(key_)));
+    lblSimCaption.setText(!node_key::isSim(key_) ? ""
+                          : writable()           ? port + ", SIM " + std::string(right(key_, 1)) + " Setting"
+                                                 : port + ": Port not found");
+    const auto* sim = writable() && simOf(key_)->loaded() ? simOf(key_) : nullptr;
+    showFacts(sim);
+    if (sim) form.take(heldValues(*sim));
 }
 
-void SimPage::show(const std::string& key) {
-    key_ = key;
-    timeTable.setForGroup(showsGroup());
-    form.turnTo(key);
-    for (auto& box : chkIncGrpSim) {
-        box.setVisible(showsGroup());
-        box.setChecked(!showsGroup());  // a group write sends what its operator has marked, and nothing before that
-    }
-    fill();
-}
-
-void SimPage::fill() {
-    lblSimHint.setText("");
-    lblPredial.setText("");
-    TxtDayRestore.setText("");
-    if (showsGroup()) {
-        showGroup();
-    } else if (const auto* sim = simOf(key_)) {
-        const auto port = node_key::port("MOD", node_key::mcu(key_), node_key::module(key_));
-        const auto name = tree_.captionOf(port);
-        if (tree_.moduleType(key_) != "GSM") {
-            lblSimCaption.setText(name + ": Port not found");
-        } else {
-            lblSimCaption.setText(name + ", SIM " + std::string(right(key_, 1)) + " Setting");
-            if (sim->loaded()) {
-                form.take(heldValues(*sim));
-                lblPredial.setText(escaped(sim->Predial));
-                const auto day = val(sim->BundleFlags) & restoreBits;
-                TxtDayRestore.setText(day == 0 ? "none" : std::to_string(day));
-            }
-        }
-    } else {
-        lblSimCaption.setText("");
-    }
-    followRules();
-}
-
-void SimPage::showGroup() {
-    const auto members = tree_.children(node_key::ofGroup("PRT", key_));
-    std::string ports;
-    for (const auto& member : members)
-        if (node_key::isPort(member))
-            ports += (ports.empty() ? "" : ", ") +
-                     std::to_string(portNumber(node_key::mcu(member), node_key::module(member)));
-    lblSimCaption.setText("Groups " + std::to_string(val(mid(key_, 4, 2))) + ", SIM " +
-                          std::string(right(key_, 1)) + " Ports: " + ports);
+void SimPage::fillGroup(const std::vector<std::string>&) {
+    timeTable.setForGroup(true);
+    showFacts(nullptr);
     const auto source = readKey();
     const auto* sim = simOf(source);
-    if (members.empty())
-        lblSimHint.setText("This group has no ports.");
-    else if (sim && sim->loaded())
-        lblSimHint.setText("The values were read from " + tree_.captionOf(source) + ".");
-    if (sim && sim->loaded() && !form.edited()) form.propose(heldValues(*sim));
+    if (!sim || !sim->loaded()) return;
+    lblSimHint.setText("The values were read from " + tree_.captionOf(source) + ".");
+    if (!form.edited()) form.propose(heldValues(*sim));
+}
+
+void SimPage::showFacts(const SimRec* sim) {
+    lblPredial.setText(sim ? escaped(sim->Predial) : "");
+    const auto day = sim ? val(sim->BundleFlags) & restoreBits : 0;
+    TxtDayRestore.setText(!sim ? "" : day == 0 ? "none" : std::to_string(day));
 }
 
 // In the order in which the form has its fields.
@@ -178,28 +128,22 @@ std::vector<std::string> SimPage::heldValues(const SimRec& sim) const {
 // What belongs to the cell lock can be set while the lock is on; greyed, it is what the gateway holds.
 void SimPage::followRules() {
     const bool locked = optBcchLock.checked();
-    if (!form.filling()) {
-        for (TextField* field : {&txtCelLock, &txtBcchTimer, &txtBcchNetID})
-            if (!locked && field->enabled()) form.undo(*field);
-        if (!locked && cmbBcchRssi.enabled()) form.undo(cmbBcchRssi);
+    for (InputField* field :
+         std::initializer_list<InputField*>{&txtCelLock, &cmbBcchRssi, &txtBcchTimer, &txtBcchNetID}) {
+        if (!locked && field->enabled()) form.undo(*field);
+        field->setEnabled(locked);
     }
-    for (TextField* field : {&txtCelLock, &txtBcchTimer, &txtBcchNetID}) field->setEnabled(locked);
-    cmbBcchRssi.setEnabled(locked);
     timeTable.followSwitches();
-    const bool addressed = showsGroup() || (node_key::isSim(key_) && tree_.moduleType(key_) == "GSM");
-    cmdWriteSIM.setEnabled(addressed && !writesHeld_);
-    cmdUndoSim.setEnabled(form.edited());
 }
 
-void SimPage::holdWrites(bool held) {
-    writesHeld_ = held;
-    followRules();
+void SimPage::readMissing() {
+    if (!form.known()) readAgain();  // a group's values are only proposed, so they are read each time
 }
 
-void SimPage::cmdSimRefresh() {
+std::vector<QueueItem> SimPage::readBatch() const {
     const auto source = readKey();
-    if (!tools_.mayRefresh(key_, form) || source.empty()) return;
-    tools_.read({command("R_" + source, "Load Values")}, refreshBudgetMs);
+    if (source.empty()) return {};
+    return {command("R_" + source, "Load Values")};
 }
 
 BuiltLine SimPage::firstFault(bool lineByLine) {
@@ -260,44 +204,21 @@ BuiltLine SimPage::build(std::string_view key, bool lineByLine) {
         }
     }
     if (included(IncBundle)) fields[lastField] = bundleFlags(simOf(key));
-    BuiltLine built;
-    built.line = "C_" + std::string(key);
-    for (std::size_t i = 1; i <= lastField; ++i) built.line += "," + fields[i];
-    built.line += ",";
-    return built;
+    return BuiltLine::change(std::string(key), fields);
 }
 
-std::string SimPage::buildOrTell(std::string_view key, bool lineByLine) {
-    form.clearProblems();
-    return build(key, lineByLine).orTell(tools_.dialogs);
+BuiltLine SimPage::buildShown() { return build(key_, !showsGroup()); }
+
+// The items of a port that has turned CDMA are in the list still, and no SIM is behind them.
+BuiltLine SimPage::buildMember(const std::string& key) {
+    return tree_.moduleType(key) == "GSM" ? build(key, false) : BuiltLine{};
 }
 
-std::string SimPage::buildForGroup(std::string_view key) { return buildOrTell(key, false); }
-std::string SimPage::buildForOne(std::string_view key) { return buildOrTell(key, true); }
-
-// As the gateway will tell it: an empty budget is 59999, a table without a row in use has no limits.
-void SimPage::respell(std::string_view line) {
-    auto sent = *simOf(key_);
-    storeSim(sent, fieldsOf(line), true);
-    form.respell(heldValues(sent));
-}
-
-void SimPage::write() {
-    if (!tools_.mayWrite(key_)) return;
-    if (!showsGroup()) {
-        if (!tools_.isRead(form)) return;
-        const auto line = buildForOne(key_);
-        if (line.empty()) return;
-        respell(line);
-        if (tools_.write(line, tree_.captionOf(key_))) writeStarted_.emit();
-        return;
-    }
-    if (!tools_.anyMarked(chkIncGrpSim) || buildForGroup(key_).empty()) return;
-    // The items of a port that has turned CDMA are in the list still, and no SIM is behind them.
-    auto items = tree_.groupWriteSims(key_, [this](const std::string& member) {
-        return tree_.moduleType(member) == "GSM" ? build(member, false).line : std::string();
-    });
-    if (groupWrite_.start(key_, std::move(items))) writeStarted_.emit();
+// An empty budget is told back as 59999, a table without a row in use as no limits.
+std::vector<std::string> SimPage::valuesAfter(std::string_view line) const {
+    auto sim = *simOf(key_);
+    storeSim(sim, fieldsOf(line), true);
+    return heldValues(sim);
 }
 
 }  // namespace trunvex

@@ -1,36 +1,21 @@
 #pragma once
 
-#include <deque>
-
-#include "config/group_write.h"
-#include "config/page_tools.h"
-#include "config/port_tree.h"
+#include "config/node_page.h"
 #include "config/settings_records.h"
 #include "config/time_table.h"
 
 namespace trunvex {
 
-// The panel of one SIM: its number and PIN, its call budget, the cell it locks to and its time table. On a group's
-// "SMM" node it writes the fields that are marked to that SIM of every port of the group.
-class SimPage {
+// The page of one SIM: its number and PIN, its call budget, the cell it locks to and its time table. On a group's "SMM"
+// it writes the fields that are marked to that SIM of every port of the group.
+class SimPage final : public NodePage {
 public:
     SimPage(const PageTools& tools, PortTree& tree, SettingsRecords& records, GroupWrite& groupWrite);
 
-    // Fills the panel for "SIM" + address or "SMM" + group + SIM.
-    void show(const std::string& key);
-    // Shows again what the tables and the tree have; what the operator has changed stays.
-    void refresh() { fill(); }
-    // Nothing is known any more.
-    void forget();
-    const std::string& shownKey() const { return key_; }
-    bool showsGroup() const;
-
-    // The two builders of the line that writes the panel: for a member of a group, with the time table checked for its
-    // form only, and for a single SIM. Empty after a message.
-    std::string buildForGroup(std::string_view key);
-    std::string buildForOne(std::string_view key);
-    void cmdSimRefresh();
-    void holdWrites(bool held);
+    // The line that writes the page to one SIM. For a member of a group the time table is checked for its form only,
+    // for a single SIM line by line.
+    BuiltLine build(std::string_view key, bool lineByLine);
+    void readMissing() override;
 
     LabelField lblSimCaption{"lblSimCaption"};
     LabelField lblSimHint{"lblSimHint"};
@@ -51,37 +36,30 @@ public:
     std::array<ChoiceField, 2> txtBundleLoading{
         ChoiceField("txtBundleLoading_0", {"Disabled", "Every Day", "By Refill", "By Addition"}),
         ChoiceField("txtBundleLoading_1", {"Enabled", "Disabled"})};
-    // Which fields a group write sends, in the order of IncludedSimField.
+    // In the order of IncludedSimField.
     std::deque<CheckField> chkIncGrpSim;
     ActionField cmdWriteSIM{"cmdWriteSIM", "Write"};
-    ActionField cmdSimRefresh_{"cmdSimRefresh", "Read"};
+    ActionField cmdSimRefresh{"cmdSimRefresh", "Read"};
     ActionField cmdUndoSim{"cmdUndoSim", "Undo"};
-    sigc::signal<void()>& writeStarted() { return writeStarted_; }
 
-    RecordForm form;
     TimeTable timeTable{form};
 
 private:
-    BuiltLine build(std::string_view key, bool lineByLine);
-    std::string buildOrTell(std::string_view key, bool lineByLine);
+    bool writable() const override;
+    void fillRecord() override;
+    void fillGroup(const std::vector<std::string>& ports) override;
+    void followRules() override;
+    std::vector<QueueItem> readBatch() const override;
+    BuiltLine buildShown() override;
+    BuiltLine buildMember(const std::string& key) override;
+    std::vector<std::string> valuesAfter(std::string_view line) const override;
+
     BuiltLine firstFault(bool lineByLine);
     std::vector<std::string> heldValues(const SimRec& sim) const;
     SimRec* simOf(std::string_view key) const;
     std::string readKey() const;
-    bool included(std::size_t field) const;
     std::string bundleFlags(const SimRec* sim) const;
-    void fill();
-    void showGroup();
-    void followRules();
-    void write();
-    void respell(std::string_view line);
-
-    const PageTools& tools_;
-    PortTree& tree_;
-    GroupWrite& groupWrite_;
-    std::string key_;
-    bool writesHeld_ = false;
-    sigc::signal<void()> writeStarted_;
+    void showFacts(const SimRec* sim);
 };
 
 // The members of chkIncGrpSim.

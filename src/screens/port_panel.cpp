@@ -1,10 +1,7 @@
 #include "screens/port_panel.h"
 
 #include <QGridLayout>
-#include <QLabel>
-#include <QVBoxLayout>
 
-#include "screens/group_write_list.h"
 #include "screens/labels.h"
 #include "screens/settings_form.h"
 #include "screens/theme.h"
@@ -19,23 +16,16 @@ constexpr int choiceWidth = 176;
 
 }  // namespace
 
-PortPanel::PortPanel(Console& console, QWidget* parent) : QWidget(parent), console_(console) {
-    auto& page = console.pages.port;
+PortPanel::PortPanel(Console& console, QWidget* parent) : NodePanel(console, console.pages.port, parent) {
     auto* boxes = new QGridLayout;
     boxes->setHorizontalSpacing(2 * grid);
     boxes->addWidget(buildDialling(), 0, 0);
     boxes->addWidget(buildSwitching(), 0, 1);
-    auto* levels = buildLevels();
-    boxes->addWidget(levels, 1, 0);
-    boxes->addWidget(new GroupWriteList("lstGroupWriteMod", console.pages.groupWrite, page.lblPortCaption,
-                                        [&page] { return page.showsGroup() ? page.shownKey() : std::string(); }),
-                     1, 1);
+    boxes->addWidget(buildLevels(), 1, 0);
+    boxes->addWidget(groupWriteList("lstGroupWriteMod"), 1, 1);
     boxes->setColumnStretch(0, 1);
     boxes->setColumnStretch(1, 1);
-    auto* rows = panelLayout(page.lblPortCaption, page.lblPortHint, boxes);
-    rows->addLayout(buttonRow({&page.cmdUndoPort, &page.cmdModRefresh_, &page.cmdWritePort}, page.form,
-                              [&console](const std::string& key) { return shown(console.portTree.captionOf(key)); }));
-    setLayout(rows);
+    setBoxes(boxes);
 }
 
 SettingsForm* PortPanel::buildDialling() {

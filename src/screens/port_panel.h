@@ -1,14 +1,13 @@
 #pragma once
 
-#include <QWidget>
+#include "screens/node_panel.h"
 
 namespace trunvex {
 
-class Console;
 class SettingsForm;
 
 // The settings of the port, or of all ports of the group, that is selected in the tree.
-class PortPanel : public QWidget {
+class PortPanel : public NodePanel {
     Q_OBJECT
 
 public:
@@ -18,8 +17,6 @@ private:
     SettingsForm* buildDialling();
     SettingsForm* buildSwitching();
     SettingsForm* buildLevels();
-
-    Console& console_;
 };
 
 }  // namespace trunvex

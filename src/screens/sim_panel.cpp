@@ -1,10 +1,8 @@
 #include "screens/sim_panel.h"
 
 #include <QGridLayout>
-#include <QLabel>
 #include <QVBoxLayout>
 
-#include "screens/group_write_list.h"
 #include "screens/labels.h"
 #include "screens/settings_form.h"
 #include "screens/theme.h"
@@ -21,7 +19,7 @@ constexpr int numberWidth = 144;
 
 }  // namespace
 
-SimPanel::SimPanel(Console& console, QWidget* parent) : QWidget(parent), console_(console) {
+SimPanel::SimPanel(Console& console, QWidget* parent) : NodePanel(console, console.pages.sim, parent) {
     auto& page = console.pages.sim;
     auto* columns = new QHBoxLayout;
     columns->setSpacing(2 * grid);
@@ -32,15 +30,11 @@ SimPanel::SimPanel(Console& console, QWidget* parent) : QWidget(parent), console
     auto* right = new QVBoxLayout;
     right->addWidget(new TimeTableView(page.timeTable, page.chkIncGrpSim[IncTimeTable]));
     right->addWidget(buildCellLock());
-    right->addWidget(new GroupWriteList("lstGroupWriteSim", console.pages.groupWrite, page.lblSimCaption,
-                                        [&page] { return page.showsGroup() ? page.shownKey() : std::string(); }));
+    right->addWidget(groupWriteList("lstGroupWriteSim"));
     right->addStretch(1);
     columns->addLayout(left);
     columns->addLayout(right, 1);
-    auto* rows = panelLayout(page.lblSimCaption, page.lblSimHint, columns);
-    rows->addLayout(buttonRow({&page.cmdUndoSim, &page.cmdSimRefresh_, &page.cmdWriteSIM}, page.form,
-                              [&console](const std::string& key) { return shown(console.portTree.captionOf(key)); }));
-    setLayout(rows);
+    setBoxes(columns);
 }
 
 SettingsForm* SimPanel::buildIdentity() {

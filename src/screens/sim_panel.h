@@ -1,14 +1,13 @@
 #pragma once
 
-#include <QWidget>
+#include "screens/node_panel.h"
 
 namespace trunvex {
 
-class Console;
 class SettingsForm;
 
 // The settings of the SIM, or of one SIM of every port of the group, that is selected in the tree.
-class SimPanel : public QWidget {
+class SimPanel : public NodePanel {
     Q_OBJECT
 
 public:
@@ -18,8 +17,6 @@ private:
     SettingsForm* buildIdentity();
     SettingsForm* buildBudget();
     SettingsForm* buildCellLock();
-
-    Console& console_;
 };
 
 }  // namespace trunvex

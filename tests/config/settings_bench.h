@@ -8,6 +8,10 @@
 
 namespace trunvex::fakes {
 
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
 // A console that is logged in to a simulated gateway with five modules: ports 11, 21 and 22 of the first scale, 12 of
 // the second, 13 CDMA. All else is empty slots.
 class SettingsBench : public testing::Test {
@@ -65,6 +69,9 @@ protected:
         boxes.shown.clear();
         return texts;
     }
+    static std::string fieldOf(const BuiltLine& built, std::size_t at) {
+        return simulator::splitFields(built.line).at(at);
+    }
     const std::string& notice() const { return console.mainWindow.lblNotice.text(); }
     // The word with which a button's press is refused, and nothing sent; empty when it is carried out.
     std::string refusal(ActionField& button) {
@@ -74,50 +81,51 @@ protected:
         const auto lines = arrived();
         const auto texts = told();
         if (texts.empty()) return lines.empty() ? "nothing happened" : "";
-        EXPECT_THAT(lines, testing::IsEmpty()) << texts[0];
+        EXPECT_THAT(lines, IsEmpty()) << texts[0];
         return texts[0];
     }
 
-    struct Limit {
+    struct Check {
         InputField& field;
-        std::string value;
-        std::string word;  // of the refusal; empty: written
-    };
-    // Each value in its turn, in a record that is in order but for it.
-    void expectLimits(RecordForm& form, ActionField& write, const std::vector<Limit>& limits) {
-        for (const auto& [field, value, word] : limits) {
-            SCOPED_TRACE(field.name() + " = " + value);
-            field.setValue(value);
-            EXPECT_EQ(refusal(write), word);
-            EXPECT_EQ(field.problem(), word);
-            form.undo();
-        }
-    }
-    struct Fault {
-        InputField& field;
-        std::string bad;
+        std::vector<std::string> bad;
         std::string good;
-        std::string word;
+        std::string word;  // of the refusal
     };
-    // All faults at once: each is named when those before it are mended, and at last the record is written.
-    void expectOrder(ActionField& write, const std::vector<Fault>& faults) {
-        for (const auto& fault : faults) fault.field.setValue(fault.bad);
-        for (const auto& [field, bad, good, word] : faults) {
-            EXPECT_EQ(refusal(write), word);
-            EXPECT_EQ(field.problem(), word) << field.name();
-            field.setValue(good);
+    // The checks of a page, in their order. Each bad value in a record that is in order but for it; what would break a
+    // line, or make another of it; then all faults at once, of which the first that is not mended yet is named.
+    void expectChecks(RecordForm& form, ActionField& write, const std::vector<Check>& checks) {
+        const auto expectRefused = [&](InputField& field, const std::string& value, const auto& word) {
+            field.setValue(value);
+            EXPECT_THAT(refusal(write), word) << field.name() << " = " << value;
+            EXPECT_THAT(field.problem(), word) << field.name() << " = " << value;
+        };
+        for (const auto& check : checks) {
+            for (const auto& value : check.bad) {
+                expectRefused(check.field, value, testing::Eq(check.word));
+                form.undo();
+            }
+            for (const char* value : {",", "1,2", "3\rC_RST", "5\n", "\"5\"", "'", "\xC3\xBC", "7;\x01"}) {
+                expectRefused(check.field, value, testing::Ne(""));
+                form.undo();
+            }
+        }
+        for (auto check = checks.rbegin(); check != checks.rend(); ++check) check->field.setValue(check->bad.front());
+        for (const auto& check : checks) {
+            expectRefused(check.field, check.bad.front(), testing::Eq(check.word));
+            check.field.setValue(check.good);
         }
         EXPECT_EQ(refusal(write), "");
     }
-    // What would break a line, or make another of it, is refused at its field.
-    void expectNoBreakingOut(RecordForm& form, ActionField& write, const std::vector<InputField*>& fields) {
-        for (auto* field : fields)
-            for (const char* text : {",", "1,2", "3\rC_RST", "5\n", "\"5\"", "'", "\xC3\xBC", "7;\x01"}) {
-                field->setValue(text);
-                EXPECT_NE(refusal(write), "") << field->name() << " " << text;
-                EXPECT_NE(field->problem(), "") << field->name();
-                form.undo();
-            }
+    // Each include box by itself sends its own fields to the one member of the group, and nothing else.
+    void expectBoxes(NodePage& page, const std::vector<std::string>& lines) {
+        EXPECT_EQ(page.frame.include.size(), lines.size());
+        for (std::size_t i = 0; i < lines.size(); ++i) {
+            arrived();
+            page.frame.include[i].setChecked(true);
+            press(page.frame.write);
+            EXPECT_THAT(arrived(), ElementsAre(lines[i])) << i;
+            page.frame.include[i].setChecked(false);
+        }
     }
 
     simulator::Gateway gateway{seeded(3)};

@@ -1,23 +1,11 @@
 #include "config/settings_bench.h"
 
-namespace trunvex {
+namespace trunvex::fakes {
 namespace {
 
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-
-constexpr const char* bcchTimer = "ERROR: BCCH Timer must to be in the ranges: 30-65535 .";
-constexpr const char* bcchLock = "ERROR: BCCH Lock must be in the ranges: 0-1024";
-constexpr const char* operatorId = "ERROR: BCCH Operator ID must to be in the ranges: 0-999999 .";
-constexpr const char* phone = "ERROR: Phone number have to be up to 20 digits, with or without '+' in front";
-constexpr const char* pin = "ERROR: PIN have to be 1 to 8 digits";
-constexpr const char* budget = "ERROR: Monthly budget have to be in the ranges: 0-59999 minutes";
-constexpr const char* minutes = "ERROR: Call minutes have to be in the ranges: 0-59999";
-
-class SimPageTest : public fakes::SettingsBench {
+class SimPageTest : public SettingsBench {
 protected:
-    std::string field(std::size_t at) { return simulator::splitFields(sim.buildForOne(sim.shownKey())).at(at); }
+    std::string field(std::size_t at) { return fieldOf(sim.build(sim.shownKey(), true), at); }
     // A row of the panel: from, to and its day boxes.
     std::string row(std::size_t number) {
         std::string days;
@@ -54,12 +42,7 @@ TEST_F(SimPageTest, ShowsAFreshSimAndWritesItAsItIs) {
 }
 
 TEST_F(SimPageTest, SaysWhatARowMeans) {
-    struct Case {
-        const char* from;
-        const char* to;
-        int days;
-        const char* meaning;
-    };
+    using Case = std::tuple<const char*, const char*, int, const char*>;
     constexpr const char* noTime = "not a time of day: HH:MM, 00:00 to 23:59";
     select("SIM111");
     table.chkDayOfWkEnable.setChecked(true);
@@ -103,13 +86,7 @@ TEST_F(SimPageTest, ShowsAndWritesDaysAsTheirBits) {
 }
 
 TEST_F(SimPageTest, RefusesABadTimeAtItsField) {
-    struct Case {
-        const char* from;
-        const char* to;
-        bool atFrom;
-        bool inAGroupToo;
-        const char* word;
-    };
+    using Case = std::tuple<const char*, const char*, bool, bool, const char*>;
     select("SIM111");
     for (const auto& [from, to, atFrom, inAGroupToo, word] :
          {Case{"0800", "25:00", true, true, "from' must to be in the format: HH:MM "},
@@ -125,57 +102,36 @@ TEST_F(SimPageTest, RefusesABadTimeAtItsField) {
         EXPECT_EQ(refusal(sim.cmdWriteSIM), text);
         EXPECT_EQ((atFrom ? table.txtTimeIntFrom : table.txtTimeIntTo)[1].problem(), text);
         EXPECT_EQ((atFrom ? table.txtTimeIntTo : table.txtTimeIntFrom)[1].problem(), "");
-        EXPECT_EQ(sim.buildForGroup("SIM111").empty() ? told().at(0) : "", inAGroupToo ? text : "");
+        EXPECT_EQ(sim.build("SIM111", false).orTell(boxes).empty() ? told().at(0) : "", inAGroupToo ? text : "");
     }
     setRow(2, "08:00", "25:99");
-    EXPECT_THAT(sim.buildForGroup("SIM111"), HasSubstr(",00089925,127,"));
-    sim.form.undo();
-    expectNoBreakingOut(sim.form, sim.cmdWriteSIM, {&table.txtTimeIntFrom[0], &table.txtTimeIntTo[0]});
+    EXPECT_THAT(sim.build("SIM111", false).line, HasSubstr(",00089925,127,"));
 }
 
-TEST_F(SimPageTest, RefusesWhatIsBeyondALimit) {
+TEST_F(SimPageTest, ChecksItsFields) {
     select("SIM111");
-    expectLimits(sim.form, sim.cmdWriteSIM,
-                 {{sim.txtPIN, "123456789", pin},            {sim.txtPIN, "12345678", ""},
-                  {sim.txtPIN, "12a4", pin},                 {sim.txtPIN, "0", ""},
-                  {sim.txtPhoneNum, "+", phone},             {sim.txtPhoneNum, "+99955512345678901234", ""},
-                  {sim.txtMonthlyContract, "60000", budget}, {sim.txtPhoneNum, "999555123456789012345", phone},
-                  {sim.txtMonthlyContract, "-1", budget},    {sim.txtMonthlyContract, "59998", ""},
-                  {sim.txtCallMinutes, "60000", minutes},    {sim.txtCallMinutes, "59999", ""}});
-    expectNoBreakingOut(sim.form, sim.cmdWriteSIM,
-                        {&sim.txtPIN, &sim.txtPhoneNum, &sim.txtMonthlyContract, &sim.txtCallMinutes});
     sim.optBcchLock.setChecked(true);
     sim.txtBcchTimer.setText("60");
     sim.txtCelLock.setText("044");
     EXPECT_EQ(refusal(sim.cmdWriteSIM), "");
     EXPECT_EQ(module("11").sim(1).settings.cellLock + " " + sim.txtCelLock.text(), "00044 44");
     EXPECT_FALSE(sim.form.edited());
-    expectNoBreakingOut(sim.form, sim.cmdWriteSIM, {&sim.txtCelLock, &sim.txtBcchTimer, &sim.txtBcchNetID});
-    expectLimits(sim.form, sim.cmdWriteSIM,
-                 {{sim.txtCelLock, "1025", bcchLock},      {sim.txtCelLock, "1024", ""},
-                  {sim.txtCelLock, "", bcchLock},          {sim.txtBcchTimer, "29", bcchTimer},
-                  {sim.txtBcchTimer, "30", ""},            {sim.txtBcchTimer, "65536", bcchTimer},
-                  {sim.txtBcchTimer, "65535", ""},         {sim.txtBcchTimer, "0", bcchTimer},
-                  {sim.txtBcchTimer, "", bcchTimer},       {sim.txtBcchNetID, "1000000", operatorId},
-                  {sim.txtBcchNetID, "999999", ""},        {sim.txtBcchNetID, "-1", operatorId},
-                  {sim.txtBcchNetID, "0", ""},             {sim.txtCelLock, "0", ""}});
+    expectChecks(
+        sim.form, sim.cmdWriteSIM,
+        {{table.txtTimeIntFrom[0], {"24:00"}, "08:00", "ERROR: 'Time table limit From' (Line 1) , Hour not correct ."},
+         {table.txtTimeIntTo[3], {"x"}, "20:00", "ERROR: 'Time table limit to' must to be in the format: HH:MM "},
+         {sim.txtCelLock, {"1025", ""}, "1", "ERROR: BCCH Lock must be in the ranges: 0-1024"},
+         {sim.txtBcchTimer, {"29", "65536", "0", ""}, "60", "ERROR: BCCH Timer must to be in the ranges: 30-65535 ."},
+         {sim.txtBcchNetID, {"1000000", "-1"}, "1", "ERROR: BCCH Operator ID must to be in the ranges: 0-999999 ."},
+         {sim.txtPhoneNum, {"+", "999555123456789012345"}, "1",
+          "ERROR: Phone number have to be up to 20 digits, with or without '+' in front"},
+         {sim.txtPIN, {"123456789", "12a4"}, "1", "ERROR: PIN have to be 1 to 8 digits"},
+         {sim.txtMonthlyContract, {"60000", "-1"}, "1",
+          "ERROR: Monthly budget have to be in the ranges: 0-59999 minutes"},
+         {sim.txtCallMinutes, {"60000", "-1"}, "1", "ERROR: Call minutes have to be in the ranges: 0-59999"}});
+    sim.txtCelLock.setText("0");
+    EXPECT_EQ(refusal(sim.cmdWriteSIM), "");
     EXPECT_FALSE(sim.optBcchLock.checked()) << "a lock on cell 0 is none";
-}
-
-TEST_F(SimPageTest, NamesTheFirstOfManyFaults) {
-    select("SIM111");
-    sim.optBcchLock.setChecked(true);
-    expectOrder(sim.cmdWriteSIM,
-                {{table.txtTimeIntFrom[0], "24:00", "08:00",
-                  "ERROR: 'Time table limit From' (Line 1) , Hour not correct ."},
-                 {table.txtTimeIntTo[3], "x", "20:00", "ERROR: 'Time table limit to' must to be in the format: HH:MM "},
-                 {sim.txtCelLock, "x", "1", bcchLock},
-                 {sim.txtBcchTimer, "x", "60", bcchTimer},
-                 {sim.txtBcchNetID, "x", "1", operatorId},
-                 {sim.txtPhoneNum, "x", "1", phone},
-                 {sim.txtPIN, "x", "1", pin},
-                 {sim.txtMonthlyContract, "x", "1", budget},
-                 {sim.txtCallMinutes, "x", "1", minutes}});
 }
 
 TEST_F(SimPageTest, SendsWhatBelongsToALockAsTheGatewayHoldsItWhileItIsOff) {
@@ -208,8 +164,6 @@ TEST_F(SimPageTest, ShowsNoSimOfACdmaPort) {
     sim.show("SIM132");
     EXPECT_EQ(sim.lblSimCaption.text(), "Port 3: Port not found");
     EXPECT_FALSE(sim.cmdWriteSIM.enabled());
-    bench.receive("A_SIM132,,,,,,,,,,,,,,,,,,,,");
-    EXPECT_FALSE(console.tables.sim(1, 3, 2).loaded()) << "a record of nothing is none";
 }
 
 TEST_F(SimPageTest, ReadsAGroupsValuesAtTheAddressItsNumberSpells) {
@@ -231,25 +185,29 @@ TEST_F(SimPageTest, WritesToAGroupWhatIsMarked) {
     group({"MOD11", "MOD13", "MOD21"});
     select("MOD13");  // and it is CDMA
     select("SMM012");
-    press(sim.cmdWriteSIM);
-    EXPECT_THAT(notice(), HasSubstr("Nothing is marked"));
+    EXPECT_EQ(sim.lblSimCaption.text(), "Groups 1, SIM 2 Ports: 1, 3, 5");
+    sim.cmdSimRefresh.press();
+    sim.txtPIN.setText("not marked, not looked at");
+    settle();
     table.chkTimeIntEnable.setChecked(false);
     table.chkTimeIntEnable.setChecked(true);
     EXPECT_EQ(row(1) + row(4), std::string(allWeek) + allWeek) << "for a group, in all rows";
     setRow(4, "22:00", "25:99");
-    sim.txtPIN.setText("not marked, not looked at");
+    EXPECT_EQ(sim.txtPIN.text(), "not marked, not looked at") << "nor by what was read meanwhile";
     sim.txtMonthlyContract.setText("");
     sim.chkIncGrpSim[IncContract].setChecked(true);
     arrived();
     press(sim.cmdWriteSIM);
     EXPECT_THAT(arrived(), ElementsAre("C_SIM112,,,,,59999,,,,,,,,,,,,,,,", "C_SIM212,,,,,59999,,,,,,,,,,,,,,,"));
-    EXPECT_EQ(pages.groupWrite.summary(), "2 of 2 written");
-    EXPECT_FALSE(sim.form.edited());
     EXPECT_EQ(pages.groupWrite.members()[1].name, "Port 5 SIM 2");
     sim.chkIncGrpSim[IncTimeTable].setChecked(true);
     boxes.answers = {Button::Ignore, Button::Cancel};
     press(sim.cmdWriteSIM);
     EXPECT_EQ(pages.groupWrite.summary(), "0 of 2 written") << "the gateway is the judge of an hour 25";
+    select("SIM211");
+    table.chkTimeIntEnable.setChecked(false);
+    table.chkTimeIntEnable.setChecked(true);
+    EXPECT_EQ(row(1) + row(4), std::string(allWeek) + unused) << "for one SIM, in the first row";
 }
 
 TEST_F(SimPageTest, SendsEachFieldBehindItsOwnBox) {
@@ -260,16 +218,14 @@ TEST_F(SimPageTest, SendsEachFieldBehindItsOwnBox) {
     sim.optBcchLock.setChecked(true);
     sim.txtCelLock.setText("44");
     sim.txtBcchTimer.setText("60");
-    const std::vector<std::string> lines{
-        ",1,,,,,,,,,,,,,,,,,,,", ",,2,,,,,,,,,,,,,,,,,,", ",,,,0,,,,,,,,,,,,,,,,", ",,,,,59999,,,,,,,,,,,,,,,",
-        ",,,,,,0,,,,,,,,,,,,,,", ",,,,,,,44,,,,,,,,,,,,,", ",,,,,,,,0,,,,,,,,,,,,", ",,,,,,,,,60,,,,,,,,,,,",
-        ",,,,,,,,,,0,,,,,,,,,,", ",,,,,,,,,,,00005923,127,00000000,0,00000000,0,00000000,0,,", ",,,,,,,,,,,,,,,,,,,0,"};
-    for (std::size_t box = 0; box < includedSimFields; ++box) {
-        sim.chkIncGrpSim[box].setChecked(true);
-        EXPECT_EQ(sim.buildForGroup("SIM111"), "C_SIM111" + lines.at(box));
-        sim.chkIncGrpSim[box].setChecked(false);
-    }
+    expectBoxes(sim, {"C_SIM111,1,,,,,,,,,,,,,,,,,,,", "C_SIM111,,2,,,,,,,,,,,,,,,,,,",
+                      "C_SIM111,,,,0,,,,,,,,,,,,,,,,", "C_SIM111,,,,,59999,,,,,,,,,,,,,,,",
+                      "C_SIM111,,,,,,0,,,,,,,,,,,,,,", "C_SIM111,,,,,,,44,,,,,,,,,,,,,",
+                      "C_SIM111,,,,,,,,0,,,,,,,,,,,,", "C_SIM111,,,,,,,,,60,,,,,,,,,,,",
+                      "C_SIM111,,,,,,,,,,0,,,,,,,,,,",
+                      "C_SIM111,,,,,,,,,,,00005923,127,00000000,0,00000000,0,00000000,0,,",
+                      "C_SIM111,,,,,,,,,,,,,,,,,,,0,"});
 }
 
 }  // namespace
-}  // namespace trunvex
+}  // namespace trunvex::fakes
