@@ -27,11 +27,11 @@ const std::vector<Ratio>& ratios() {
          Of::Rates},
         {"log-in / its first tick and four round trips of 20 ms (times)", "login/console", "login/prescribed", 0, true,
          Of::Times},
-        {"listing a million calls / stepping through them and keeping the text (times)", "calls/list", "calls/step", 1.5,
-         true, Of::Times},
+        {"listing a million calls / stepping through them and keeping the text (times)", "calls/list", "calls/step",
+         1.5, true, Of::Times},
         {"writing them as CSV / the database shell (rates)", "calls/csv", "calls/shell_csv", 1, false, Of::Rates},
-        {"a call downloaded / its two round trips, of 0 ms (times)", "download/console_0ms", "download/wire_0ms", 4, true,
-         Of::Times},
+        {"a call downloaded / its two round trips, of 0 ms (times)", "download/console_0ms", "download/wire_0ms", 4,
+         true, Of::Times},
         {"the same, of 5 ms", "download/console_5ms", "download/wire_5ms", 1.2, true, Of::Times},
         {"the same, of 50 ms", "download/console_50ms", "download/wire_50ms", 1.05, true, Of::Times},
         {"a storm with the board open / a bare painting program (times)", "storm/program", "storm/bare", 3, true,
@@ -124,7 +124,8 @@ void printCalls(Collector& figures) {
         if (ordered > 0) sorts.emplace_back(sorted / ordered, trunvex::callColumns[column].name);
     }
     std::sort(sorts.rbegin(), sorts.rend());
-    if (!sorts.empty()) std::printf("\n%-64s %8s  target <= 1\n", "sorting a million calls / ORDER BY (times)", "ratio");
+    if (!sorts.empty())
+        std::printf("\n%-64s %8s  target <= 1\n", "sorting a million calls / ORDER BY (times)", "ratio");
     for (const auto& [ratio, column] : sorts) std::printf("  %-62s %8.2f\n", column.c_str(), ratio);
     for (const auto& [state, bytes] : figures.counters["calls/memory"])
         std::printf("%-64s %8.0f  target < 300\n", ("bytes of memory a row, " + state).c_str(), bytes);

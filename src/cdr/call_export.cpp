@@ -2,7 +2,6 @@
 
 #include <array>
 
-#include "platform/quietly.h"
 #include "text/text_rules.h"
 
 namespace trunvex {
@@ -14,11 +13,6 @@ constexpr const char* rowIndent = "          ";
 constexpr const char* valueIndent = "               ";
 constexpr std::size_t flushBytes = 256 * 1024;
 constexpr std::size_t syncBytes = 4 * 1024 * 1024;
-constexpr std::size_t all = static_cast<std::size_t>(-1);
-
-bool exportAll(const CallList& list, const std::filesystem::path& path, CallExport::Format format, bool header) {
-    return quietly("export", [&] { CallExport(list, path, format, header).write(all); });
-}
 
 }  // namespace
 
@@ -91,12 +85,12 @@ void CallExport::finish() {
     file_.putInPlace();
 }
 
-bool CSVExport(const std::filesystem::path& fileName, const CallList& list, bool includeHeader) {
-    return exportAll(list, fileName, CallExport::Format::Csv, includeHeader);
+std::unique_ptr<CallExport> CSVExport(const std::filesystem::path& fileName, const CallList& list, bool includeHeader) {
+    return std::make_unique<CallExport>(list, fileName, CallExport::Format::Csv, includeHeader);
 }
 
-bool XMLExport(const CallList& list, const std::filesystem::path& fileName) {
-    return exportAll(list, fileName, CallExport::Format::Xml, false);
+std::unique_ptr<CallExport> XMLExport(const CallList& list, const std::filesystem::path& fileName) {
+    return std::make_unique<CallExport>(list, fileName, CallExport::Format::Xml, false);
 }
 
 }  // namespace trunvex

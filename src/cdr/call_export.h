@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 #include <string>
 
 #include "cdr/call_list.h"
@@ -36,9 +37,8 @@ private:
     std::size_t row_ = 0;
 };
 
-// The whole list at once; false when it could not be written.
-bool CSVExport(const std::filesystem::path& fileName, const CallList& list, bool includeHeader);
-bool XMLExport(const CallList& list, const std::filesystem::path& fileName);
+std::unique_ptr<CallExport> CSVExport(const std::filesystem::path& fileName, const CallList& list, bool includeHeader);
+std::unique_ptr<CallExport> XMLExport(const CallList& list, const std::filesystem::path& fileName);
 
 // A heading as the name of an element: the first "\" is left out, every blank is "_".
 std::string elementName(std::string_view heading);

@@ -65,7 +65,9 @@ std::string unpacked(std::string_view text) {
     }
     return value;
 }
-std::string sealed(const std::string& body) { return body + separator + checkSum(body) + '\n'; }
+std::string sealed(const std::string& body) {
+    return body + separator + checkSum(body) + '\n';
+}
 
 std::string lineOf(const CallJournal::Entry& entry) {
     std::string body = recordLine;
@@ -94,7 +96,9 @@ std::vector<std::string> partsOf(const std::string& line) {
 }
 
 }  // namespace
-CallJournal::CallJournal(std::filesystem::path path) : path_(std::move(path)) { read(); }
+CallJournal::CallJournal(std::filesystem::path path) : path_(std::move(path)) {
+    read();
+}
 
 CallJournal::~CallJournal() {
     close();

@@ -10,11 +10,12 @@ namespace trunvex {
 
 namespace {
 
-using Length = std::uint16_t;
-constexpr std::size_t longestText = 4096;
+using Length = std::uint32_t;
 constexpr std::size_t headBytes = callColumnCount * sizeof(Length);
 
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
+char lower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+}
 
 std::string folded(std::string text) {
     std::transform(text.begin(), text.end(), text.begin(), lower);
@@ -30,8 +31,15 @@ Length lengthAt(const char* row, std::size_t column) {
 }  // namespace
 
 void CallList::clear() {
-    const bool worked = std::exchange(work_, {}).has_value();
-    if (worked) workChanged_.emit();
+    // In an empty list what was asked for is in force at once.
+    if (const auto asked = std::exchange(work_, {})) {
+        order_ = asked->order;
+        if (asked->searching) {
+            searched_ = asked->text;
+            folded_ = asked->folded;
+        }
+        workChanged_.emit();
+    }
     blocks_.clear();
     blockUsed_ = blockBytes;
     rows_ = {};
@@ -42,15 +50,15 @@ void CallList::clear() {
 
 CallList::Row CallList::append(const CallTexts& texts) {
     std::size_t bytes = headBytes;
-    for (const auto& text : texts) bytes += std::min(text.size(), longestText);
+    for (const auto& text : texts) bytes += text.size();
     if (blockUsed_ + bytes > blockBytes) {
-        blocks_.push_back(std::make_unique_for_overwrite<char[]>(blockBytes));
+        blocks_.push_back(std::make_unique_for_overwrite<char[]>(std::max(bytes, blockBytes)));
         blockUsed_ = 0;
     }
     char* row = blocks_.back().get() + blockUsed_;
     char* to = row + headBytes;
     for (std::size_t column = 0; column < callColumnCount; ++column) {
-        const auto length = static_cast<Length>(std::min(texts[column].size(), longestText));
+        const auto length = static_cast<Length>(texts[column].size());
         std::memcpy(row + column * sizeof(Length), &length, sizeof(Length));
         std::memcpy(to, texts[column].data(), length);
         to += length;
@@ -187,8 +195,8 @@ bool CallList::work(std::size_t most) {
         if (!work.sort) {
             const auto column = work.order->column;
             work.sort = std::make_unique<RowSort>(
-                work.found, [this, column](Row row) { return textOf(row, column); },
-                callColumns.at(column).sort, work.order->ascending);
+                work.found, [this, column](Row row) { return textOf(row, column); }, callColumns.at(column).sort,
+                work.order->ascending);
         }
         if (work.sort->work(most)) return true;
         work.found = std::move(*work.sort).take();

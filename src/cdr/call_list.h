@@ -16,7 +16,7 @@
 
 namespace trunvex {
 
-// The rows of the call report, in the order in which they are shown. A row costs its texts and less than 50 bytes, so
+// The rows of the call report, in the order in which they are shown. A row costs its texts and less than 90 bytes, so
 // that a million calls stay in memory. Rows are numbered from 0 as shown.
 //
 // Searching and sorting a long list takes a while: what is asked for is worked out by work(), slice by slice, and comes
@@ -33,12 +33,13 @@ public:
     CallList(const CallList&) = delete;
     CallList& operator=(const CallList&) = delete;
 
-    // Search and order stay, for what comes next.
+    // Search and order stay, also what was asked for of them, for what comes next.
     void clear();
     // A new row goes to the end.
     void add(const CallRecord& record);
     // Takes at most `most` rows of a query of the whole table; false when the query has come to its end. A row with a
-    // null value ends it too. With `marked`, the query has one column more, and only rows that hold "1" in it are added.
+    // null value ends it too. With `marked`, the query has one column more, and only rows that hold "1" in it are
+    // added.
     bool addFrom(DatabaseRows& rows, std::size_t most, bool marked = false);
 
     // Rows shown, and all that are held.

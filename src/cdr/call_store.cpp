@@ -91,7 +91,9 @@ CallJournal& CallStore::journal() {
     if (!journal_) journal_ = std::make_unique<CallJournal>(std::filesystem::path(file_).replace_extension(".journal"));
     return *journal_;
 }
-int CallStore::addedUpTo(Database& database) { return std::max(database.mark(), journal().addedUpTo()); }
+int CallStore::addedUpTo(Database& database) {
+    return std::max(database.mark(), journal().addedUpTo());
+}
 
 void CallStore::take(int slot, const CDRSlot& record) {
     if (record.port.empty() && record.sim.empty()) return;
@@ -117,22 +119,31 @@ void CallStore::add(int slot) {
 }
 
 void CallStore::recover() {
-    if (!file_.empty() && !journal().entries().empty()) addUpTo(journal().entries().back().number);
+    rowsWait_ = rowsWait_ || rowsHeld_;
+    if (file_.empty() || rowsHeld_) return;
+    finishRollover();
+    if (!journal().entries().empty()) addUpTo(journal().entries().back().number);
 }
 
 void CallStore::addUpTo(int number) {
     try {
         while (!rowsHeld_ && addNext(number)) {
         }
-        rowsWait_ = rowsHeld_;
-        if (journal().entries().size() < longestJournal) return;
-        const auto into = database();
-        into->makeDurable();
-        journal().shrink(addedUpTo(*into));
+        rowsWait_ = rowsWait_ || rowsHeld_;
+        if (journal().entries().size() >= longestJournal) shrinkJournal();
     } catch (const DatabaseError&) {
         held_.reset();
         throw;
     }
+}
+
+// A reader may hold the log: the journal stays long then, and the next record tries again.
+void CallStore::shrinkJournal() {
+    quietly("shrinkJournal", [&] {
+        const auto into = database();
+        into->makeDurable();
+        journal().shrink(addedUpTo(*into));
+    });
 }
 
 // The oldest record that is not in the table yet, up to this number. One at a time: who hears of a row may roll the
@@ -161,7 +172,28 @@ bool CallStore::addNext(int number) {
 
 void CallStore::releaseRows() {
     rowsHeld_ = false;
-    if (std::exchange(rowsWait_, false)) recover();
+    if (!rowsWait_) return;
+    recover();
+    rowsWait_ = false;
+}
+
+void CallStore::beginRollover(const std::filesystem::path& file) {
+    replaceFile(rolloverMark(), std::filesystem::absolute(file).native());
+}
+
+void CallStore::dropRollover() {
+    std::filesystem::remove(rolloverMark());
+}
+
+// The end of the program came between the file and the clearing of the table, or before the file.
+void CallStore::finishRollover() {
+    std::ifstream mark(rolloverMark(), std::ios::binary);
+    if (!mark) return;
+    const std::string file(std::istreambuf_iterator<char>(mark), {});
+    if (!file.empty() && std::filesystem::exists(file))
+        clear();
+    else
+        dropRollover();
 }
 
 // What was added is made safe, so that the journal can be short.
@@ -184,11 +216,17 @@ std::unique_ptr<DatabaseRows> CallStore::query(const std::string& sql) {
 void CallStore::clear() {
     if (file_.empty() || !std::filesystem::exists(file_)) return;
     int already = journal().addedUpTo();
-    // A damaged file is deleted all the same; what the journal holds beyond its own mark is added to the next one.
-    quietly("clear", [&] { already = addedUpTo(*database()); });
+    try {
+        already = addedUpTo(*database());
+    } catch (const DatabaseError& error) {
+        // What the journal of a damaged one holds beyond its own mark is added to the next one.
+        if (error.cause() != DatabaseError::Cause::Damaged) throw;
+    }
     held_.reset();
     journal().shrink(already);
     engine_.remove(file_);
+    syncFolderOf(file_);
+    dropRollover();
 }
 
 std::unique_ptr<CallCopy> CallStore::copyTo(const std::filesystem::path& target) {

@@ -55,10 +55,15 @@ public:
     void add(int slot);
     // Adds all that was taken and is not in the table: what the end of the program, a full disk or a lock has left.
     void recover();
-    // Between these no row comes into the table: what is taken waits in the journal, and is added by the second. A table
-    // that is copied in order to be cleared must not grow behind the copy.
+    // Between these no row comes into the table: what is taken waits in the journal, and is added by the second. A
+    // table that is copied in order to be cleared must not grow behind the copy.
     void holdRows() { rowsHeld_ = true; }
     void releaseRows();
+    // The table is on its way into this file, which is not there yet: from the moment it is there, the table is
+    // cleared, also by the next start when the program ends in between.
+    void beginRollover(const std::filesystem::path& file);
+    // It did not come to that.
+    void dropRollover();
     // A row came into the table. Who hears of it may hold the rows, and may clear the table.
     sigc::signal<void(const CallRecord&)>& added() { return added_; }
 
@@ -69,7 +74,8 @@ public:
     // The rows of a query, on a connection of their own: what is added or copied meanwhile neither waits for them nor
     // changes them.
     std::unique_ptr<DatabaseRows> query(const std::string& sql);
-    // Deletes the database. What was taken and is not in the table yet stays in the journal.
+    // Deletes the database, a damaged one too, but none that is locked. What was taken and is not in the table yet
+    // stays in the journal.
     void clear();
     // The whole database as one file.
     std::unique_ptr<CallCopy> copyTo(const std::filesystem::path& target);
@@ -80,6 +86,9 @@ private:
     bool takenAlready(int slot, const CDRSlot& record);
     int addedUpTo(Database& database);
     void addUpTo(int number);
+    void shrinkJournal();
+    void finishRollover();
+    std::filesystem::path rolloverMark() const { return std::filesystem::path(file_).replace_extension(".rollover"); }
     bool addNext(int number);
 
     DatabaseEngine& engine_;

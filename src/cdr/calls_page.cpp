@@ -1,10 +1,10 @@
 #include "cdr/calls_page.h"
 
 #include <algorithm>
-#include <chrono>
 #include <set>
 #include <system_error>
 
+#include "cdr/call_rollover.h"
 #include "platform/quietly.h"
 #include "text/text_rules.h"
 
@@ -18,8 +18,7 @@ constexpr const char* allColumns = "ALL";
 constexpr std::int64_t usualMostCalls = 1000;
 constexpr std::size_t sliceRows = 4000;       // some ms of reading or writing
 constexpr std::size_t listSliceRows = 16000;  // the same of searching and sorting in memory
-constexpr std::array<const char*, 4> filters{"Excel file (*.xls)|*.xls",
-                                             "Comma Separated Values file (*.csv)|*.csv",
+constexpr std::array<const char*, 4> filters{"Excel file (*.xls)|*.xls", "Comma Separated Values file (*.csv)|*.csv",
                                              "Access file (*.mdb)|*.mdb", "XML file (*.xml)|*.xml"};
 
 // The column behind a caption of the filter; null for a caption that is none.
@@ -35,8 +34,14 @@ const CallColumn* columnOf(const std::string& caption) {
 CallsPage::CallsPage(Platform& platform, Settings& settings, SessionState& session, CallStore& store,
                      CdrDownload& download, std::function<ReportClock()> clock,
                      std::function<void(const std::string&)> tell)
-    : platform_(platform), settings_(settings), session_(session), store_(store), download_(download),
-      clock_(std::move(clock)), tell_(std::move(tell)), work_(platform, lblCDRWork, cmdCDRCancel) {
+    : platform_(platform),
+      settings_(settings),
+      session_(session),
+      store_(store),
+      download_(download),
+      clock_(std::move(clock)),
+      tell_(std::move(tell)),
+      work_(platform, lblCDRWork, cmdCDRCancel) {
     std::vector<std::string> captions{allColumns};
     for (const auto& column : callColumns)
         if (column.caption) captions.emplace_back(column.caption);
@@ -54,7 +59,7 @@ CallsPage::CallsPage(Platform& platform, Settings& settings, SessionState& sessi
         if (lsvCallReport.working()) workOnList();
     });
     cmbCDRColumn.changed().connect([this, was = cmbCDRColumn.index()]() mutable {
-        if (std::exchange(was, cmbCDRColumn.index()) == cmbCDRColumn.index()) return;
+        if (std::exchange(was, cmbCDRColumn.index()) == cmbCDRColumn.index() || fillingValues_) return;
         if (cmbCDRColumn.text() == allColumns)
             BuildCDRList(wholeTable);
         else
@@ -95,7 +100,9 @@ std::int64_t CallsPage::mostCalls() {
     return most == 0 ? usualMostCalls : most;
 }
 
-bool CallsPage::headerWanted() { return val(settings_.readOr(section, "Header", "1")) == 1; }
+bool CallsPage::headerWanted() {
+    return val(settings_.readOr(section, "Header", "1")) == 1;
+}
 
 void CallsPage::saveSettings() {
     auto path = txtCDRPath.text();
@@ -125,16 +132,23 @@ void CallsPage::gatewayKnown(bool pageShown) {
     gCDRListLoaded = false;
     if (listed_ != store_.gCDRFile()) {
         listed_ = store_.gCDRFile();
-        work_.cancel();
+        work_.drop();
         lsvCallReport.clear();
         lblCDRTotal.setText("0");
+        // The values were those of another table.
+        fillingValues_ = true;
+        cmbCDRColumn.setIndex(0);
+        fillingValues_ = false;
+        showValues({});
     }
     // What can't be added now is added by the next download, which says what is wrong.
     quietly("recover", [&] { store_.recover(); });
-    if (pageShown) BuildCDRList(wholeTable);
+    if (pageShown && !rollingOver_) BuildCDRList(wholeTable);
 }
 
-void CallsPage::BuildCDRList(const std::string& sql) { load(sql, false); }
+void CallsPage::BuildCDRList(const std::string& sql) {
+    load(sql, false);
+}
 
 // Each row tells whether it is one of the group: a query for the group alone would look through the whole table before
 // it gave the first row back, and the window would stand still.
@@ -145,12 +159,13 @@ void CallsPage::BuildCDRListGroup(const std::string& caption, const std::string&
 
 // A query that fails leaves the list as it is.
 void CallsPage::load(const std::string& sql, bool marked) {
+    if (rollingOver_ && refuseBusy()) return;
     std::shared_ptr<DatabaseRows> rows;
     if (!quietly("BuildCDRList", [&] { rows = store_.query(sql); })) {
         tell_("The call database can't be read; the list stays as it is.");
         return;
     }
-    work_.cancel();
+    work_.drop();
     lsvCallReport.clear();
     listed_ = store_.gCDRFile();
     gCDRListLoaded = true;
@@ -161,44 +176,56 @@ void CallsPage::load(const std::string& sql, bool marked) {
                    return more;
                },
                [this] { return "Loading: " + std::to_string(lsvCallReport.held()) + " calls"; },
-               [this](SlicedWork::End, const std::string&) { lsvCallReport.sortAgain(); }});
+               [this](SlicedWork::End end, const std::string& reason) {
+                   gCDRListLoaded = end == SlicedWork::End::Done;
+                   if (end == SlicedWork::End::Failed)
+                       tell_("The call database can't be read to its end, the list is not complete: " + reason);
+                   if (end == SlicedWork::End::Cancelled)
+                       tell_("The loading was ended: the list is not complete. Refresh loads all calls.");
+                   if (end != SlicedWork::End::Replaced) lsvCallReport.sortAgain();
+               }});
 }
 
 // The values of the whole table, in their order and each once. They are gathered row by row, for the same reason.
 void CallsPage::GetCDRGROUP(const std::string& caption) {
     const auto* column = columnOf(caption);
-    if (!column) return;
+    showValues({});
+    if (!column || (rollingOver_ && refuseBusy())) return;
     std::shared_ptr<DatabaseRows> rows;
     if (!quietly("GetCDRGROUP", [&] { rows = store_.query("SELECT " + std::string(column->name) + " FROM CDR"); }))
         return;
     struct Values {
         bool reading = true;
         std::set<std::string> found;
-        std::vector<std::string> items{" "};
+        std::vector<std::string> items;
     };
     auto values = std::make_shared<Values>();
-    work_.run({"GetCDRGROUP",
-               [rows, values] {
-                   for (std::size_t row = 0; row < sliceRows; ++row) {
-                       if (values->reading) {
-                           values->reading = rows->next();
-                           if (values->reading) values->found.emplace(rows->text(0));
-                       } else if (!values->found.empty()) {
-                           values->items.push_back(std::move(values->found.extract(values->found.begin()).value()));
-                       }
-                   }
-                   return values->reading || !values->found.empty();
-               },
-               [values] {
-                   return "Reading: " + std::to_string(values->found.size() + values->items.size() - 1) + " values";
-               },
-               [this, values](SlicedWork::End end, const std::string&) {
-                   fillingValues_ = true;
-                   const bool done = end == SlicedWork::End::Done;
-                   cmbCDRValue.setItems(done ? std::move(values->items) : std::vector<std::string>{" "});
-                   cmbCDRValue.setIndex(0);
-                   fillingValues_ = false;
-               }});
+    work_.run(
+        {"GetCDRGROUP",
+         [rows, values] {
+             for (std::size_t row = 0; row < sliceRows; ++row) {
+                 if (values->reading) {
+                     values->reading = rows->next();
+                     if (values->reading) values->found.emplace(rows->text(0));
+                 } else if (!values->found.empty()) {
+                     values->items.push_back(std::move(values->found.extract(values->found.begin()).value()));
+                 }
+             }
+             return values->reading || !values->found.empty();
+         },
+         [values] { return "Reading: " + std::to_string(values->found.size() + values->items.size()) + " values"; },
+         [this, values](SlicedWork::End end, const std::string&) {
+             if (end == SlicedWork::End::Done) showValues(std::move(values->items));
+         }});
+}
+
+// Behind a blank one, which is no choice yet.
+void CallsPage::showValues(std::vector<std::string> values) {
+    values.insert(values.begin(), " ");
+    fillingValues_ = true;
+    cmbCDRValue.setItems(std::move(values));
+    cmbCDRValue.setIndex(0);
+    fillingValues_ = false;
 }
 
 void CallsPage::workOnList() {
@@ -208,7 +235,8 @@ void CallsPage::workOnList() {
                           std::to_string(lsvCallReport.percent()) + " %";
                },
                [this](SlicedWork::End end, const std::string&) {
-                   if (end == SlicedWork::End::Done) return;
+                   // What was only put aside goes on when there is nothing else to do.
+                   if (end == SlicedWork::End::Done || end == SlicedWork::End::Replaced) return;
                    lsvCallReport.giveUp();
                    txtCDRSearch.setText(lsvCallReport.searched());
                }});
@@ -220,51 +248,41 @@ void CallsPage::rowStored(const CallRecord& record) {
     lsvCallReport.add(record);
     const auto total = val(lblCDRTotal.text()) + 1;
     lblCDRTotal.setText(std::to_string(total));
-    if (total < mostCalls_ || work_.running()) return;
+    if (total < mostCalls_ || work_.running() || rollingOver_) return;
     mostCalls_ = mostCalls();
     if (total >= mostCalls_ && val(settings_.readOr(section, "Mode", "0")) == 0) SaveCDRFile();
 }
 
-void CallsPage::clearCalls() {
-    const bool cleared = quietly("clearCalls", [&] {
-        work_.cancel();
-        store_.clear();
-        lsvCallReport.clear();
-        lblCDRTotal.setText("0");
-    });
-    if (!cleared) tell_("The call database can't be deleted; the calls stay.");
+bool CallsPage::clearCalls() {
+    std::string reason;
+    const bool cleared = quietly(
+        "clearCalls", [&] { store_.clear(); }, &reason);
+    if (!cleared) {
+        tell_("The call database can't be deleted, the calls stay: " + reason);
+        return false;
+    }
+    work_.drop();
+    lsvCallReport.clear();
+    lblCDRTotal.setText("0");
+    return true;
+}
+
+// A dialog's answer is for the gateway for which it was opened.
+bool CallsPage::stillThere(const std::filesystem::path& database) {
+    if (store_.gCDRFile() == database) return true;
+    tell_("Another gateway has been connected meanwhile; nothing was done.");
+    return false;
 }
 
 void CallsPage::askAndClear() {
+    if (rollingOver_ && refuseBusy()) return;
+    const auto database = store_.gCDRFile();
     if (platform_.dialogs().message({"this action will clear all the calls report !. \r\n"
                                      "are you sure that you want to continue?",
-                                     "warning", ButtonSet::YesNo, BoxIcon::Warning, 2}) == Button::Yes)
+                                     "warning", ButtonSet::YesNo, BoxIcon::Warning, 2}) == Button::Yes &&
+        stillThere(database))
         clearCalls();
 }
-
-std::filesystem::path CallsPage::rolloverPath(const std::string& folder, const char* extension) const {
-    const auto now = platform_.clock().localTime();
-    const auto midnight = std::chrono::floor<std::chrono::days>(now);
-    const std::chrono::year_month_day date(midnight);
-    const std::chrono::hh_mm_ss time(now - midnight);
-    const auto name = "CDR_" + fileNamePart(session_.gESN) + " (" + std::to_string(static_cast<unsigned>(date.day())) +
-                      " - " + std::to_string(static_cast<unsigned>(date.month())) + "-" +
-                      std::to_string(static_cast<int>(date.year())) + " " + std::to_string(time.hours().count()) + "," +
-                      std::to_string(time.minutes().count()) + "," + std::to_string(time.seconds().count()) + ")" +
-                      extension;
-    return std::filesystem::path(folder) / name;
-}
-
-// A rollover on its way.
-struct CallsPage::Rollover {
-    std::filesystem::path file;
-    CallExport::Format format = CallExport::Format::Csv;
-    bool header = true;
-    std::unique_ptr<CallCopy> copying;
-    CallList whole;  // where the list shows only some of the calls
-    std::unique_ptr<DatabaseRows> rows;
-    std::unique_ptr<CallExport> writing;
-};
 
 void CallsPage::SaveCDRFile() {
     auto folder = settings_.readOr(section, "Path", session_.applicationFolder + "/data");
@@ -273,63 +291,37 @@ void CallsPage::SaveCDRFile() {
         folder = session_.applicationFolder + "/data";
         txtCDRPath.setText(folder);
     }
-    const auto format = val(settings_.readOr(section, "Format", "0"));
-    auto rollover = std::make_shared<Rollover>();
-    rollover->file = rolloverPath(folder, format == 1 ? ".csv" : format == 2 ? ".xml" : ".mdb");
-    rollover->format = format == 2 ? CallExport::Format::Xml : CallExport::Format::Csv;
-    rollover->header = headerWanted();
+    const auto format = CallRollover::formatOf(val(settings_.readOr(section, "Format", "0")));
+    const auto file =
+        std::filesystem::path(folder) / CallRollover::fileName(session_.gESN, platform_.clock().localTime(), format);
     // Two of the same second have the same name: the later one waits for the next call instead of replacing the first.
-    if (std::filesystem::exists(rollover->file, error)) return;
+    if (std::filesystem::exists(file, error)) return;
     download_.pause(true);
+    rollingOver_ = true;
     store_.holdRows();
-    const bool copy = format != 1 && format != 2;
+    auto rollover = std::make_shared<CallRollover>(store_, file, format, headerWanted());
     work_.run({"SaveCDRFile",
-               [this, rollover, copy] { return copy ? copySome(*rollover) : writeSome(*rollover); },
-               [rollover] {
-                   if (rollover->copying) return "New file: " + std::to_string(rollover->copying->percent()) + " %";
-                   const auto written = rollover->writing ? rollover->writing->written() : 0;
-                   return "New file: " + std::to_string(written) + " calls";
+               [this, rollover, file, marked = false]() mutable {
+                   if (!std::exchange(marked, true)) store_.beginRollover(file);
+                   return rollover->write();
                },
-               [this, rollover](SlicedWork::End end, const std::string& reason) { rolledOver(*rollover, end, reason); }});
+               [rollover] { return rollover->progress(); },
+               [this, file](SlicedWork::End end, const std::string& reason) { rolledOver(file, end, reason); }});
 }
 
-bool CallsPage::copySome(Rollover& rollover) {
-    if (!rollover.copying) rollover.copying = store_.copyTo(rollover.file);
-    return rollover.copying->write();
-}
-
-// The table is emptied behind it, so all of it is written, also what a filter keeps out of the list. The list holds
-// rows of the table only: when it shows as many, it shows all.
-bool CallsPage::writeSome(Rollover& rollover) {
-    if (!rollover.rows && !rollover.writing) {
-        const auto counted = store_.query("SELECT COUNT(*) FROM CDR");
-        const bool listed = counted->next() && val(counted->text(0)) == static_cast<int>(lsvCallReport.size());
-        if (listed) {
-            rollover.writing = std::make_unique<CallExport>(lsvCallReport, rollover.file, rollover.format, rollover.header);
-        } else {
-            std::string columns;  // a null would end the reading
-            for (const auto& column : callColumns)
-                columns += (columns.empty() ? "" : ", ") + ("ifnull(" + std::string(column.name)) + ", '')";
-            rollover.rows = store_.query("SELECT " + columns + " FROM CDR");
-        }
-    }
-    if (rollover.rows) {
-        if (rollover.whole.addFrom(*rollover.rows, sliceRows)) return true;
-        rollover.rows.reset();
-        rollover.writing = std::make_unique<CallExport>(rollover.whole, rollover.file, rollover.format, rollover.header);
-    }
-    return rollover.writing->write(sliceRows);
-}
-
-void CallsPage::rolledOver(const Rollover& rollover, SlicedWork::End end, const std::string& reason) {
+void CallsPage::rolledOver(const std::filesystem::path& file, SlicedWork::End end, const std::string& reason) {
+    std::error_code error;
     if (end == SlicedWork::End::Done) {
         rolloverTold_.clear();
-        clearCalls();
+        // Calls that stay in the table must not stand in a file as well.
+        if (!clearCalls()) std::filesystem::remove(file, error);
     } else if (end == SlicedWork::End::Failed && std::exchange(rolloverTold_, reason) != reason) {
-        tell_("The call records can't be written to " + rollover.file.parent_path().string() + " (" + reason +
+        tell_("The call records can't be written to " + file.parent_path().string() + " (" + reason +
               "); they stay in the list.");
     }
-    quietly("releaseRows", [&] { store_.releaseRows(); });
+    quietly("dropRollover", [&] { store_.dropRollover(); });
+    download_.guard([this] { store_.releaseRows(); });
+    rollingOver_ = false;
     download_.pause(false);
 }
 
@@ -341,12 +333,16 @@ bool CallsPage::refuseBusy() {
 
 void CallsPage::exportTo(std::size_t index) {
     if (refuseBusy()) return;
+    const auto database = store_.gCDRFile();
     const std::filesystem::path path =
         platform_.dialogs().saveFile("Export", filters.at(index), "", Dialogs::AskReplace::Caller);
     if (path.empty()) return;
     std::error_code error;
-    if (std::filesystem::equivalent(path, store_.gCDRFile(), error)) {
-        tell_(path.string() + " is the call database itself; choose another name.");
+    const auto name = path.filename().string();
+    if (name.rfind("CDR", 0) == 0 && name.rfind("CDR_", 0) != 0 &&
+        std::filesystem::equivalent(path.parent_path(), std::filesystem::path(session_.applicationFolder) / "data",
+                                    error)) {
+        tell_(path.string() + " belongs to the call databases; choose another name.");
         return;
     }
     if (std::filesystem::exists(path, error)) {
@@ -356,7 +352,7 @@ void CallsPage::exportTo(std::size_t index) {
         // The others are replaced when the new file is complete.
         if (index == 0) std::filesystem::remove(path, error);
     }
-    if (index == 0 || refuseBusy()) return;
+    if (index == 0 || !stillThere(database) || refuseBusy()) return;
     if (index == 2)
         exportCopy(path);
     else
@@ -365,15 +361,14 @@ void CallsPage::exportTo(std::size_t index) {
 
 void CallsPage::exportCopy(const std::filesystem::path& path) {
     auto copying = std::make_shared<std::unique_ptr<CallCopy>>();
-    work_.run({"export",
-               [this, copying, path] {
-                   if (!*copying) *copying = store_.copyTo(path);
-                   return (*copying)->write();
-               },
-               [copying] { return "Writing: " + std::to_string((*copying)->percent()) + " %"; },
-               [this](SlicedWork::End end, const std::string& why) {
-                   tellOfExport(end, "The database was written.", why);
-               }});
+    work_.run(
+        {"export",
+         [this, copying, path] {
+             if (!*copying) *copying = store_.copyTo(path);
+             return (*copying)->write();
+         },
+         [copying] { return "Writing: " + std::to_string((*copying)->percent()) + " %"; },
+         [this](SlicedWork::End end, const std::string& why) { tellOfExport(end, "The database was written.", why); }});
 }
 
 void CallsPage::exportList(const std::filesystem::path& path, CallExport::Format format) {
@@ -403,11 +398,14 @@ void CallsPage::print() {
     if (refuseBusy()) return;
     std::shared_ptr<CallReport> report;
     std::string reason;
-    const bool begun = quietly("print", [&] {
-        auto document = platform_.printer().begin("Call records");
-        if (!document || refuseBusy()) return;
-        report = std::make_shared<CallReport>(lsvCallReport, std::move(document), clock_());
-    }, &reason);
+    const bool begun = quietly(
+        "print",
+        [&] {
+            auto document = platform_.printer().begin("Call records");
+            if (!document || refuseBusy()) return;
+            report = std::make_shared<CallReport>(lsvCallReport, std::move(document), clock_());
+        },
+        &reason);
     if (!begun) tell_("The calls can't be printed: " + reason);
     if (!report) return;
     work_.run({"print", [report] { return report->write(sliceRows); },

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -32,7 +33,8 @@ public:
     void BuildCDRList(const std::string& sql);
     void BuildCDRListGroup(const std::string& caption, const std::string& value);
     void GetCDRGROUP(const std::string& caption);
-    void clearCalls();
+    // False when the database can't be deleted, which the operator is told.
+    bool clearCalls();
     // The rollover: the table goes into a file of its own and begins anew.
     void SaveCDRFile();
     // Calls are being loaded, searched, sorted or written.
@@ -71,6 +73,8 @@ private:
     void load(const std::string& sql, bool marked);
     void workOnList();
     bool refuseBusy();
+    bool stillThere(const std::filesystem::path& database);
+    void showValues(std::vector<std::string> values);
     void exportTo(std::size_t index);
     void exportCopy(const std::filesystem::path& path);
     void exportList(const std::filesystem::path& path, CallExport::Format format);
@@ -80,12 +84,8 @@ private:
     void saveSettings();
     bool headerWanted();
     std::int64_t mostCalls();
-    struct Rollover;
-    bool copySome(Rollover& rollover);
-    bool writeSome(Rollover& rollover);
-    void rolledOver(const Rollover& rollover, SlicedWork::End end, const std::string& reason);
+    void rolledOver(const std::filesystem::path& file, SlicedWork::End end, const std::string& reason);
     std::string progress(const char* doing, std::size_t done) const;
-    std::filesystem::path rolloverPath(const std::string& folder, const char* extension) const;
 
     Platform& platform_;
     Settings& settings_;
@@ -96,6 +96,7 @@ private:
     std::function<void(const std::string&)> tell_;
     SlicedWork work_;
     bool fillingValues_ = false;
+    bool rollingOver_ = false;
     std::filesystem::path listed_;    // the database whose calls the list holds
     std::int64_t mostCalls_ = 0;      // records a file, as last read
     std::string rolloverTold_;        // why the last rollover failed

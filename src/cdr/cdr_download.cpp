@@ -248,7 +248,6 @@ void CdrDownload::storeErased(int number) {
     if (gCDRTotal > 0) gCDRPercent = static_cast<std::int16_t>(static_cast<std::int64_t>(gCDRDone) * 100 / gCDRTotal);
 }
 
-// What needs the disk: done now, or, when the disk refuses, as soon as it does no more.
 void CdrDownload::guard(std::function<void()> act) {
     if (!held_.empty()) {
         held_.push_back(std::move(act));

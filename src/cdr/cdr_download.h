@@ -47,6 +47,10 @@ public:
         if (held_.empty()) ucCDRProg.PauseProgress(paused);
     }
 
+    // What needs the disk: done now, or, when the disk refuses, as soon as it does no more; the status tells why. The
+    // end of a run forgets what waits: the journal has it.
+    void guard(std::function<void()> act);
+
     CoolProgressBar ucCDRProg;
     LabelField lblCDRTimer{"lblCDRTimer"};    // when the next run will begin
     LabelField lblCDRStatus{"lblCDRStatus"};  // why the run holds still; empty while it does not
@@ -75,7 +79,6 @@ private:
     void minuteTick();
     void hold(std::function<void()> again, const std::string& reason);
     void tryAgain();
-    void guard(std::function<void()> act);
 
     Settings& settings_;
     SessionState& session_;

@@ -1,7 +1,6 @@
 #include "cdr/row_sort.h"
 
 #include <algorithm>
-#include <limits>
 #include <numeric>
 
 namespace trunvex {
@@ -9,6 +8,7 @@ namespace trunvex {
 namespace {
 
 constexpr std::size_t chunkBytes = 8;
+constexpr std::size_t longestSorted = 256;  // bytes of a text; one absurd text must not make the work endless
 constexpr std::size_t percentOfMeasuring = 10;
 constexpr std::uint64_t signBit = std::uint64_t{1} << 63;
 
@@ -102,7 +102,7 @@ void RowSort::endStep() {
 
 void RowSort::measure(std::size_t row) {
     if (!given_[row]) return;
-    const auto text = textOf_(static_cast<Row>(row)).substr(0, std::numeric_limits<std::uint16_t>::max());
+    const auto text = textOf_(static_cast<Row>(row)).substr(0, longestSorted);
     lengths_[row] = static_cast<std::uint16_t>(text.size());
     const auto same = std::mismatch(common_.begin(), common_.end(), text.begin(), text.end()).first;
     common_ = common_.substr(0, static_cast<std::size_t>(same - common_.begin()));
@@ -126,7 +126,9 @@ void RowSort::endMeasure() {
         all_ += given_.size() + (rows_.size() - ends_[chunk - 1]) * (1 + digits);
 }
 
-void RowSort::divide(std::size_t at) { divided_[places_[chunksOf(lengths_[rows_[at]])]++] = rows_[at]; }
+void RowSort::divide(std::size_t at) {
+    divided_[places_[chunksOf(lengths_[rows_[at]])]++] = rows_[at];
+}
 
 // Rows that are longer are in order among themselves by what lies behind; those that end in this chunk join them. Where
 // all eight bytes are the same, the shorter text is the smaller one.
@@ -194,7 +196,8 @@ void RowSort::endChunk() {
 
 // How many steps there are is known once the texts are measured.
 int RowSort::percent() const {
-    if (step_ == Step::Measure) return static_cast<int>(at_ * percentOfMeasuring / std::max<std::size_t>(1, given_.size()));
+    if (step_ == Step::Measure)
+        return static_cast<int>(at_ * percentOfMeasuring / std::max<std::size_t>(1, given_.size()));
     const auto from = kind_ == SortKind::Text ? percentOfMeasuring : 0;
     return static_cast<int>(from + (all_ == 0 ? 100 - from : done_ * (100 - from) / all_));
 }

@@ -15,7 +15,8 @@ namespace trunvex {
 //
 // A radix sort: no two rows are ever compared, so a slice takes the same time whatever the rows hold. Texts are ordered
 // by their bytes, eight at a time from the last to the first; what all of them begin with is left out, and each row
-// joins in where its text ends. The texts are read in the order of the rows' numbers, which is that of their memory.
+// joins in where its text ends; what lies behind the first 256 bytes counts no more. The texts are read in the order of
+// the rows' numbers, which is that of their memory.
 class RowSort {
 public:
     using Row = std::uint32_t;
@@ -62,7 +63,7 @@ private:
     SortKind kind_;
     bool ascending_;
     Step step_;
-    std::size_t at_ = 0;  // the next row of this step
+    std::size_t at_ = 0;              // the next row of this step
     std::size_t done_ = 0, all_ = 0;  // rows handled, of all steps
 
     std::string_view common_;             // what all texts begin with

@@ -91,12 +91,6 @@ void BarChart::setBars(const QString& title, std::vector<Bar> bars) {
     update();
 }
 
-void BarChart::setEmptyText(const QString& text) {
-    emptyText_ = text;
-    speak();
-    update();
-}
-
 QFont BarChart::smallFont() const {
     auto small = font();
     small.setPointSizeF(QFontInfo(small).pointSizeF() * smallSize);

@@ -27,8 +27,6 @@ public:
 
     // What is shown already costs nothing. The bar in hand stays in hand if its label is still there.
     void setBars(const QString& title, std::vector<Bar> bars);
-    // What stands in the place of bars when none is above 0.
-    void setEmptyText(const QString& text);
 
     QSize minimumSizeHint() const override;
     QSize sizeHint() const override;

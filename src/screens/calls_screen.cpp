@@ -12,6 +12,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QShortcut>
+#include <QStyledItemDelegate>
 #include <QTabWidget>
 #include <QTableView>
 #include <QVBoxLayout>
@@ -32,10 +33,10 @@ namespace {
 constexpr int sideWidth = 304;
 constexpr int captionWidth = 104;
 constexpr int rowHeight = 22;
-constexpr int widestCopy = 100000;  // rows; a clipboard is no place for more
+constexpr int mostCopied = 20000;  // calls; more would hold the window up
 constexpr const char* section = "CallList";
 constexpr const char* headerKey = "Header";
-constexpr int columnWidths[] = {44, 40, 72, 84, 136, 144, 176, 156, 156, 156, 72, 84, 96, 60, 56, 96};
+constexpr int columnWidths[] = {52, 48, 80, 92, 144, 152, 184, 164, 164, 164, 80, 92, 108, 68, 64, 104};
 
 constexpr int valuesBatch = 10000;  // entries laid out at once, some ms
 constexpr int pauseMs = 200;
@@ -55,6 +56,19 @@ QPushButton* button(ActionField& action) {
     made->setProperty("role", "small");
     return made;
 }
+
+// Figures stand at the right of their column, and the text of the next one begins at its left: a little room between.
+class FigureDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        constexpr QChar room(0x2003);
+        if ((option->displayAlignment & Qt::AlignRight) != 0) option->text += room;
+    }
+};
 
 QString minutesAndSeconds(std::int64_t seconds) {
     return QString("%1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QChar('0'));
@@ -137,8 +151,9 @@ QLayout* CallsScreen::buildFilters() {
     values->setUniformItemSizes(true);
     values->setLayoutMode(QListView::Batched);
     values->setBatchSize(valuesBatch);
-    value->setView(values);
     value->setStyleSheet("QComboBox { combobox-popup: 0; }");
+    value->setView(values);
+    values->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     bind(page.cmbCDRValue, value, valueCaption);
     auto* searchCaption = captionLabel(tr("&Search"));
     auto* search = new QLineEdit;
@@ -162,6 +177,7 @@ QWidget* CallsScreen::buildList() {
     table_->setObjectName("lsvCallReport");
     table_->setAccessibleName(tr("Calls"));
     table_->setModel(new CallListModel(page.lsvCallReport, table_));
+    table_->setItemDelegate(new FigureDelegate(table_));
     table_->setSelectionBehavior(QAbstractItemView::SelectRows);
     table_->setWordWrap(false);
     table_->setShowGrid(false);
@@ -228,14 +244,21 @@ QWidget* CallsScreen::buildSettings() {
     auto& page = console_.calls;
     auto* sheet = new QWidget;
     auto* rows = new QVBoxLayout(sheet);
-    rows->setContentsMargins(0, grid, 0, 0);
-    auto* settings = new SettingsForm({}, captionWidth);
+    rows->setContentsMargins(0, 0, 0, 0);
+    auto* settings = new SettingsForm(tr("Download and files"), captionWidth);
     settings->add(page.txtCDRDownLimit, {tr("&Download every"), tr("min, 0 = off"), {}, 64});
     settings->add(page.txtCDRRecordLimit, {tr("&New file after"), tr("calls"), {}, 64});
     settings->add(page.optCDRFormat, {tr("File f&ormat"), {}, {}, 96});
     settings->add(page.txtCDRPath, {tr("Fo&lder"), {}, {}, 144});
     settings->add(page.chkCDRIncludeHeader);
     rows->addWidget(settings);
+    auto* counted = new QHBoxLayout;
+    auto* total = new QLabel;
+    bind(page.lblCDRTotal, total, tr("Calls that count for a new file"));
+    counted->addWidget(captionLabel(tr("Calls that count for a new file:")));
+    counted->addWidget(total);
+    counted->addStretch(1);
+    rows->addLayout(counted);
     auto* save = button(page.cmdCDRExport[8]);
     rows->addWidget(save, 0, Qt::AlignRight);
     rows->addStretch(1);
@@ -343,9 +366,14 @@ void CallsScreen::showTotals() {
 
 // As a table: a tab between two columns, a line end behind each row, in the order of the screen.
 void CallsScreen::copySelected() {
-    const auto rows = table_->selectionModel()->selectedRows();
-    if (rows.isEmpty() || rows.size() > widestCopy) return;
-    auto sorted = rows;
+    int count = 0;
+    for (const auto& range : table_->selectionModel()->selection()) count += range.height();
+    if (count > mostCopied) {
+        console_.mainWindow.notice(tr("At most %1 calls are copied; CSV writes all of them.").arg(mostCopied).toStdString());
+        return;
+    }
+    auto sorted = table_->selectionModel()->selectedRows();
+    if (sorted.isEmpty()) return;
     std::sort(sorted.begin(), sorted.end());
     const auto* header = table_->horizontalHeader();
     QString text;

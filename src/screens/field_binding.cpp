@@ -152,8 +152,7 @@ void bind(ChoiceField& field, QComboBox* combo, QLabel* caption) {
         model->refresh();
         combo->setCurrentIndex(field.index());
     });
-    QObject::connect(combo, &QComboBox::currentIndexChanged, combo,
-                     [&field](int index) { field.setIndex(index); });
+    QObject::connect(combo, &QComboBox::currentIndexChanged, combo, [&field](int index) { field.setIndex(index); });
 }
 
 void bind(CheckField& field, QCheckBox* box, QChar mnemonic) {

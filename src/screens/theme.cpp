@@ -96,6 +96,9 @@ QGroupBox::title { subcontrol-origin: margin; subcontrol-position: top left; lef
 QGroupBox { font-weight: 600; }
 QGroupBox > * { font-weight: 400; }
 
+QTableView QHeaderView::section { background: @window; border: none; border-right: 1px solid @border;
+    border-bottom: 1px solid @border; padding: 3px; }
+
 QLineEdit[readOnly="true"] { background: transparent; }
 QPushButton { background: @button; border: 1px solid @outline; border-radius: 4px;
     padding: 4px 16px; min-width: 56px; }

@@ -19,14 +19,14 @@ SlicedWork::SlicedWork(Platform& platform, LabelField& progress, ActionField& ca
 }
 
 void SlicedWork::run(Task task) {
-    if (running()) finish(End::Cancelled);
+    while (running()) finish(End::Replaced);
     task_ = std::make_shared<Task>(std::move(task));
     slice();
 }
 
-void SlicedWork::cancel() {
+void SlicedWork::end(End how) {
     if (!running()) return;
-    finish(End::Cancelled);
+    finish(how);
     if (!running()) idle_.emit();
 }
 
@@ -34,7 +34,8 @@ void SlicedWork::slice() {
     const auto task = task_;
     bool more = false;
     std::string reason;
-    const bool good = quietly(task->routine, [&] { more = task->slice(); }, &reason);
+    const bool good = quietly(
+        task->routine, [&] { more = task->slice(); }, &reason);
     if (task_ != task) return;  // it has ended itself
     if (good && more) {
         progress_.setText(task->progress());

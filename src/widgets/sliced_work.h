@@ -15,10 +15,11 @@ namespace trunvex {
 // is stands in a label, and a button ends it; both are at rest while nothing goes on.
 class SlicedWork {
 public:
-    enum class End { Done, Failed, Cancelled };
+    // Replaced: something else took its place, which the operator did not ask to be told.
+    enum class End { Done, Failed, Cancelled, Replaced };
     struct Task {
-        const char* routine;                    // its name in the count of trapped errors
-        std::function<bool()> slice;            // false when it was the last one; what it throws ends the task as failed
+        const char* routine;          // its name in the count of trapped errors
+        std::function<bool()> slice;  // false when it was the last one; what it throws ends the task as failed
         std::function<std::string()> progress;  // "Loading: 4000 calls"
         // May begin the next task. The reason is empty unless it failed.
         std::function<void(End, const std::string& reason)> end;
@@ -26,14 +27,18 @@ public:
 
     SlicedWork(Platform& platform, LabelField& progress, ActionField& cancel);
 
-    // Cancels what goes on. The first slice is done at once, so that what is short needs no loop.
+    // Takes the place of what goes on, and of what the end of that began. The first slice is done at once, so that what
+    // is short needs no loop.
     void run(Task task);
     bool running() const { return task_ != nullptr; }
-    void cancel();
+    void cancel() { end(End::Cancelled); }
+    // Ends what goes on because it has lost its sense.
+    void drop() { end(End::Replaced); }
     // A task has ended and no other was begun.
     sigc::signal<void()>& idle() { return idle_; }
 
 private:
+    void end(End how);
     void slice();
     void finish(End end, const std::string& reason = {});
 

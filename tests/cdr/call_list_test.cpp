@@ -13,8 +13,21 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 TEST(RowSort, OrdersAsAStableSortDoes) {
-    const std::vector<std::string> pieces{"", "0", "05", "0525001122", "abcdefgh", "abcdefghi", "abcdefghijklmnop", "-64db",
-                                          "-9db", "2.05", "12.00", "12-31-08 23:59:59 We", " 00:00:00", "\xff\xfe", "7"};
+    const std::vector<std::string> pieces{"",
+                                          "0",
+                                          "05",
+                                          "0525001122",
+                                          "abcdefgh",
+                                          "abcdefghi",
+                                          "abcdefghijklmnop",
+                                          "-64db",
+                                          "-9db",
+                                          "2.05",
+                                          "12.00",
+                                          "12-31-08 23:59:59 We",
+                                          " 00:00:00",
+                                          "\xff\xfe",
+                                          "7"};
     std::mt19937 random(5);
     for (const std::string front : {"", "99901", "abcdefghijklmnop"}) {
         for (const auto kind : {SortKind::Text, SortKind::Number, SortKind::Stamp, SortKind::Duration}) {
@@ -34,7 +47,8 @@ TEST(RowSort, OrdersAsAStableSortDoes) {
                         return kind == SortKind::Text ? texts[one] < texts[other]
                                                       : sortKey(texts[one], kind) < sortKey(texts[other], kind);
                     });
-                    RowSort sort(rows, [&](auto row) { return std::string_view(texts[row]); }, kind, ascending);
+                    RowSort sort(
+                        rows, [&](auto row) { return std::string_view(texts[row]); }, kind, ascending);
                     int before = 0;
                     while (sort.work(1 + random() % 300)) {
                         EXPECT_GE(sort.percent(), before);
@@ -136,8 +150,8 @@ std::vector<std::string> told(const CallSums& sums, CallSums::By by) {
     std::vector<std::string> groups;
     for (const auto& [name, totals] : sums.by(by))
         if (totals.calls > 0)
-            groups.push_back(name + ": " + std::to_string(totals.answered) + " of " + std::to_string(totals.calls) + ", " +
-                             std::to_string(totals.talkSeconds) + " s");
+            groups.push_back(name + ": " + std::to_string(totals.answered) + " of " + std::to_string(totals.calls) +
+                             ", " + std::to_string(totals.talkSeconds) + " s");
     return groups;
 }
 

@@ -99,8 +99,8 @@ TEST_F(Store, ReadsAJournalThatIsTornOrChanged) {
         store->take(4, call("102"));  // written behind what was torn
         restart();
         store->recover();
-        const std::vector<std::string> left = both ? std::vector<std::string>{"100", "101", "102"}
-                                                   : std::vector<std::string>{"100", "102"};
+        const std::vector<std::string> left =
+            both ? std::vector<std::string>{"100", "101", "102"} : std::vector<std::string>{"100", "102"};
         EXPECT_EQ(rows(), left);
         const auto full = store->query("SELECT OperatorID FROM CDR");
         while (full->next()) EXPECT_EQ(full->text(0), "a\tb\nc\\");
@@ -138,6 +138,41 @@ TEST_F(Store, KeepsWhatIsNotInTheTableWhenItIsCleared) {
         EXPECT_EQ(rows().size(), 1u);
         store->clear();
     }
+}
+
+TEST_F(Store, EndsARolloverThatTheEndOfTheProgramCutShort) {
+    for (const bool written : {false, true}) {
+        SCOPED_TRACE(written);
+        const std::string table = written ? "1" : "2";
+        const std::string behind = written ? "3" : "4";
+        takeAndAdd(1, table);
+        store->beginRollover(data("CDR_rolled.csv"));
+        store->holdRows();
+        if (written) std::ofstream(data("CDR_rolled.csv")) << table;
+        takeAndAdd(2, behind);
+        EXPECT_THAT(rows(), ElementsAre(table)) << "held";
+        restart();
+        store->recover();
+        if (written)
+            EXPECT_THAT(rows(), ElementsAre(behind)) << "once in the file and not in the table";
+        else
+            EXPECT_THAT(rows(), ElementsAre(table, behind));
+        store->recover();
+        EXPECT_EQ(rows().size(), written ? 1u : 2u);
+        store->clear();
+    }
+}
+
+TEST_F(Store, IsNotClearedWhileItIsLocked) {
+    takeAndAdd(1, "a");
+    const auto other = engine.open(store->gCDRFile());
+    other->execute("PRAGMA locking_mode=EXCLUSIVE");
+    other->execute("BEGIN IMMEDIATE");
+    other->execute("DELETE FROM SMS");
+    other->execute("COMMIT");
+    EXPECT_THROW(store->clear(), DatabaseError);
+    EXPECT_TRUE(std::filesystem::exists(store->gCDRFile()));
+    EXPECT_FALSE(std::filesystem::exists(data("CDR4711.rollover")));
 }
 
 TEST_F(Store, MayBeClearedByWhoHearsOfARow) {

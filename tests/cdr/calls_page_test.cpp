@@ -192,8 +192,9 @@ TEST_F(Calls, AreNotLostWhileALongTableIsRolledOver) {
         setting("Format", format);
         store.CheckCDRFile();
         bench.platform.databaseFiles.open(store.gCDRFile())
-            ->execute("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 9000) INSERT INTO CDR "
-                      "SELECT '5','1','','',printf('%0400d', i),10000 + i,'','','','','','','','','','' FROM n");
+            ->execute(
+                "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 9000) INSERT INTO CDR "
+                "SELECT '5','1','','',printf('%0400d', i),10000 + i,'','','','','','','','','','' FROM n");
         filtered ? page.BuildCDRListGroup("Port", "5") : page.BuildCDRList("SELECT * FROM CDR");
         bench.advance(100);
         if (filtered) page.txtCDRSearch.setText("1000");
@@ -217,6 +218,78 @@ TEST_F(Calls, AreNotLostWhileALongTableIsRolledOver) {
         EXPECT_THAT(rolled, testing::Not(HasSubstr("during")));
         page.clearCalls();
     }
+}
+
+// The list may show what is not in the table any more: another program, or a hand, has been at the file.
+TEST_F(Calls, AreRolledOverFromTheTableWhateverTheListShows) {
+    setting("Path", made("data").string());
+    setting("Format", "1");
+    setting("Max", "4");
+    store.beginRun();
+    for (const char* old : {"aaa", "bbb", "ccc"}) add("5", old);
+    store.endRun();
+    std::filesystem::rename(store.gCDRFile(), made("away.mdb"));
+    page.txtCDRSearch.setText("aaa");
+    add("5", "zzz");
+    std::string rolled;
+    for (const auto& file : std::filesystem::directory_iterator(made("data")))
+        if (file.path().extension() == ".csv") rolled = contentOf(file.path());
+    EXPECT_THAT(rolled, testing::AllOf(HasSubstr("zzz"), testing::Not(HasSubstr("aaa"))));
+}
+
+TEST_F(Calls, GoOnIntoTheTableWhenARolloverIsEnded) {
+    setting("Path", made("data").string());
+    setting("Max", "9001");
+    store.CheckCDRFile();
+    bench.platform.databaseFiles.open(store.gCDRFile())
+        ->execute("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 9000) INSERT INTO CDR "
+                  "SELECT '5','1','','',printf('%0400d', i),10000 + i,'','','','','','','','','','' FROM n");
+    page.BuildCDRList("SELECT * FROM CDR");
+    bench.advance(100);
+    add("7", "last");
+    add("7", "waiting");
+    page.cmbCDRColumn.setText("Port");
+    page.cmdCDRExport.at(4).press();
+    EXPECT_THAT(bench.console.mainWindow.lblNotice.text(), HasSubstr("busy")) << "a rollover is not put aside";
+    page.cmdCDRCancel.press();
+    EXPECT_FALSE(page.busy());
+    EXPECT_EQ(inTable(), 9002);
+    EXPECT_EQ(shown().size(), 9002u);
+    add("7", "next");
+    bench.advance(2000);
+    EXPECT_EQ(inTable(), 0);
+}
+
+TEST_F(Calls, AskForTheGatewayThatIsThere) {
+    add("5", "mine");
+    bench.platform.boxes.behind = [&](const MessageBox&) {
+        bench.platform.boxes.behind = {};
+        know("4712");
+    };
+    page.cmbCDRColumn.setText("Port");
+    bench.platform.boxes.answers = {Button::Yes};
+    press(5);
+    EXPECT_EQ(page.cmbCDRColumn.text(), "ALL");
+    EXPECT_THAT(page.cmbCDRValue.items(), ElementsAre(" "));
+    add("5", "other");
+    EXPECT_EQ(inTable(), 1);
+    know("4711");
+    EXPECT_EQ(inTable(), 1) << "neither was cleared";
+}
+
+TEST_F(Calls, AreToldToBeIncompleteWhenTheirLoadingWasEnded) {
+    store.CheckCDRFile();
+    bench.platform.databaseFiles.open(store.gCDRFile())
+        ->execute("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 9000) INSERT INTO CDR "
+                  "SELECT '5','1','','','',10000 + i,'','','','','','','','','','' FROM n");
+    page.BuildCDRList("SELECT * FROM CDR");
+    page.txtCDRSearch.setText("1000");
+    page.cmdCDRCancel.press();
+    EXPECT_THAT(bench.console.mainWindow.lblNotice.text(), HasSubstr("not complete"));
+    EXPECT_FALSE(page.gCDRListLoaded);
+    page.open();
+    bench.advance(100);
+    EXPECT_EQ(shown().size(), 10u) << "what was searched for meanwhile is in force";
 }
 
 TEST_F(Calls, StayWhereARolloverCantBeWritten) {
@@ -276,8 +349,7 @@ TEST_F(Calls, ExportTheirBytes) {
     add("6", "b");
     page.BuildCDRListGroup("Port", "5");
     press(1, made("one.csv"));
-    EXPECT_EQ(contentOf(made("one.csv")),
-              headings + "5,1,,,,a,\"<&,,03-25-09 14:07:59 We,,,0.07,,,,,,\r\n\r\n");
+    EXPECT_EQ(contentOf(made("one.csv")), headings + "5,1,,,,a,\"<&,,03-25-09 14:07:59 We,,,0.07,,,,,,\r\n\r\n");
     press(3, made("one.xml"));
     const auto xml = contentOf(made("one.xml"));
     EXPECT_THAT(xml, HasSubstr("<root>\r\n          <RECORD_1>\r\n               <Port > 5 </Port>\r\n"));

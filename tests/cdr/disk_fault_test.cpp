@@ -234,6 +234,15 @@ TEST_F(DiskFault, ARolloverThatCantBeWrittenKeepsTheTable) {
         std::filesystem::permissions(goal, perms::owner_all);
         EXPECT_EQ(inTable(), 1000);
     }
+    {
+        // The table can't be deleted: its calls must not stand in a file as well.
+        const fakes::AsPlainUser user(bench.folder.path());
+        std::filesystem::permissions(bench.folder.path() / "data", perms::owner_read | perms::owner_exec);
+        page.SaveCDRFile();
+        std::filesystem::permissions(bench.folder.path() / "data", perms::owner_all);
+    }
+    EXPECT_EQ(filesIn(goal), std::set<std::string>{"x"});
+    EXPECT_EQ(inTable(), 1000);
     page.SaveCDRFile();
     EXPECT_EQ(inTable(), 0);
     EXPECT_EQ(filesIn(goal).size(), 2u);

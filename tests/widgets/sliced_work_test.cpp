@@ -23,7 +23,11 @@ protected:
                 },
                 [=] { return name + " " + std::to_string(*done); },
                 [=, this](End end, const std::string& reason) {
-                    ends.push_back(name + (end == End::Done ? " done" : end == End::Failed ? " failed" : " cancelled") +
+                    ends.push_back(name +
+                                   (end == End::Done        ? " done"
+                                    : end == End::Failed    ? " failed"
+                                    : end == End::Cancelled ? " cancelled"
+                                                            : " replaced") +
                                    reason);
                     if (after) after();
                 }};
@@ -67,9 +71,13 @@ TEST_F(Sliced, OneTaskFollowsAnother) {
     work.idle().connect([&] { ends.push_back("idle"); });
     work.run(task("first", 5));
     work.run(task("second", 2, 0, [this] { work.run(task("third", 2)); }));
-    EXPECT_THAT(ends, ElementsAre("first cancelled"));
+    EXPECT_THAT(ends, ElementsAre("first replaced"));
     pass(100);
-    EXPECT_THAT(ends, ElementsAre("first cancelled", "second done", "third done", "idle"));
+    EXPECT_THAT(ends, ElementsAre("first replaced", "second done", "third done", "idle"));
+    ends.clear();
+    work.run(task("fourth", 5, 0, [this] { work.run(task("fifth", 5)); }));
+    work.run(task("sixth", 1));
+    EXPECT_THAT(ends, ElementsAre("fourth replaced", "fifth replaced", "sixth done", "idle")) << "none is forgotten";
     ends.clear();
     // A slice may end the whole work, as one that empties what it works on does.
     auto suicide = task("own", 9);
