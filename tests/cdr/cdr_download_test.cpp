@@ -144,6 +144,40 @@ TEST_F(Download, WaitsForADatabaseThatIsDamaged) {
     EXPECT_EQ(rows().size(), 40u) << "the one that was taken is there too";
 }
 
+TEST_F(Download, TakesNoHarmFromAbsurdLines) {
+    logIn(60);
+    download.start();
+    const char* lines[] = {"A_CDR",
+                           "A_CDR11",
+                           "A_CDR11,",
+                           "A_CDR99,1,1,1",
+                           "A_CDR11,3,1",
+                           "A_CDRxx,2,5",
+                           "A_CDR13,2,abc",
+                           "A_CDR21,2,-7",
+                           "A_CDR23,2,99999999999999999999",
+                           "A_CDR11,1,7",
+                           "A_CDR31,1,1,255",
+                           "A_CDR11,1,<end>",
+                           "OK#",
+                           "OK#1",
+                           "OK#99",
+                           "OK#zz",
+                           "OK#11OK#13",
+                           "OK"};
+    for (const auto* line : lines) {
+        bench.advance(7);
+        bench.receive(line);
+    }
+    bench.advance(120000);
+    EXPECT_FALSE(download.gCDRDownloading);
+    run(120);  // what was said of a channel ends it for one run only
+    EXPECT_EQ(left(), 0u);
+    EXPECT_EQ(rows().size(), 60u);
+    const auto all = rows();
+    EXPECT_EQ(std::set<std::string>(all.begin(), all.end()).size(), 60u);
+}
+
 TEST_F(Download, StopsSkipsAndStartsAnewWhenAsked) {
     logIn(120);
     simulator::switchOn(gateway->faults(), "latency=20");
@@ -186,8 +220,11 @@ TEST(CallRecordParser, TakesFlagsStampsAndDurations) {
         const char* sim;
         const char* direction;
         const char* type;
-    } calls[] = {{"9", "5", "1", "OUT", "Voice"},   {"202", "6", "1", "IN", "Data"},  {"59", "5", "7", "OUT", "Fax"},
-                 {"4", "5", "0", "OUT", "SMS"},     {"128", "5", "0", "IN", "SMS"}};  // no type: as the one before
+    } calls[] = {{"9", "5", "1", "OUT", "Voice"},
+                 {"202", "6", "1", "IN", "Data"},
+                 {"59", "5", "7", "OUT", "Fax"},
+                 {"4", "5", "0", "OUT", "SMS"},
+                 {"128", "5", "0", "IN", "SMS"}};  // no type: as the one before
     CDRSlot slot;
     for (const auto& call : calls) {
         const auto line = "21,1,17," + std::string(call.flags) +
@@ -205,12 +242,10 @@ TEST(CallRecordParser, TakesFlagsStampsAndDurations) {
     EXPECT_EQ(slot.SimID, "ID") << "nothing else has changed";
     EXPECT_FALSE(parseCallRecord(splitString("21,1,18", ','), slot));
 
-    const std::pair<const char*, const char*> stamps[] = {{"59071425040309", "03-25-09 14:07:59 We"},
-                                                          {"59071431040209", " 14:07:59 We"},
-                                                          {"00000000000000", " 00:00:00 00"},
-                                                          {"59071425090309", "03-25-09 14:07:59 09"},
-                                                          {"60071425040309", "03-25-09 00:00:00"},
-                                                          {"ab", " 00:00:00"}};
+    const std::pair<const char*, const char*> stamps[] = {
+        {"59071425040309", "03-25-09 14:07:59 We"}, {"59071431040209", " 14:07:59 We"},
+        {"00000000000000", " 00:00:00 00"},         {"59071425090309", "03-25-09 14:07:59 09"},
+        {"60071425040309", "03-25-09 00:00:00"},    {"ab", " 00:00:00"}};
     for (const auto& [digits, text] : stamps) EXPECT_EQ(callStamp(digits), text) << digits;
     const std::tuple<const char*, const char*, const char*> durations[] = {
         {"03-25-09 14:00:00 We", "03-25-09 14:00:59 We", "0.59"},

@@ -7,6 +7,7 @@
 
 #include <csignal>
 #include <map>
+#include <thread>
 
 #include "fakes/console_bench.h"
 #include "simulator/call_records.h"
@@ -76,8 +77,8 @@ protected:
     }
 
     // Serves a console until it ends, or kills it when so many lines have come: before the last of them is answered, or
-    // right behind the answer.
-    void serve(int linesUntilKill, bool answerLast) {
+    // a moment behind the answer that nothing decides: in the journal's write, in a commit, in the next command.
+    void serve(int linesUntilKill, bool answerLast, std::chrono::microseconds behind = {}) {
         int ends[2];
         ASSERT_EQ(::socketpair(AF_UNIX, SOCK_STREAM, 0, ends), 0);
         const auto child = ::fork();
@@ -98,6 +99,7 @@ protected:
             gateway.receive(text);
             gateway.advanceTo(now += std::chrono::milliseconds(1));
         }
+        if (answerLast) std::this_thread::sleep_for(behind);
         ::kill(child, SIGKILL);
         int status = 0;
         ::waitpid(child, &status, 0);
@@ -121,7 +123,8 @@ protected:
 TEST_F(KilledConsole, LeavesEveryCallOnceInTheTable) {
     constexpr int logInLines = 20;  // log-in and counting
     for (int round = 0; round < kills; ++round)
-        serve(logInLines + static_cast<int>(dice.between(1, 24)), dice.chance(0.5));
+        serve(logInLines + static_cast<int>(dice.between(1, 24)), dice.chance(0.75),
+              std::chrono::microseconds(dice.between(0, 800)));
     serve(1 << 30, true);  // one that lives
     fakes::ConsoleBench last(home.path());
     last.console.callStore.setGateway("4711");
