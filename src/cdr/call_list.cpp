@@ -126,7 +126,8 @@ bool CallList::matches(Row row, std::string_view folded) const {
 
 CallList::Work& CallList::ask() {
     if (work_) return *work_;
-    auto& work = work_.emplace();
+    work_ = std::make_unique<Work>();
+    auto& work = *work_;
     work.text = searched_;
     work.order = order_;
     return work;

@@ -56,7 +56,7 @@ public:
     void sort(Order order);
     // Asks for the order in force again, for the rows that have come since.
     void sortAgain();
-    bool working() const { return work_.has_value(); }
+    bool working() const { return work_ != nullptr; }
     // About so many rows; false when all is done.
     bool work(std::size_t most);
     // How far it is: 0 to 100.
@@ -112,7 +112,7 @@ private:
     std::string searched_;
     std::string folded_;  // the same in small letters
     std::optional<Order> order_;
-    std::optional<Work> work_;
+    std::unique_ptr<Work> work_;
     sigc::signal<void(std::size_t)> added_;
     sigc::signal<void()> changed_;
     sigc::signal<void()> workChanged_;
