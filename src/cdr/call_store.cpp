@@ -178,22 +178,23 @@ void CallStore::releaseRows() {
 }
 
 void CallStore::beginRollover(const std::filesystem::path& file) {
-    replaceFile(rolloverMark(), std::filesystem::absolute(file).native());
+    const auto number = std::to_string(addedUpTo(*database()));
+    replaceFile(rolloverMark(), number + '\n' + std::filesystem::absolute(file).native());
 }
 
 void CallStore::dropRollover() {
     std::filesystem::remove(rolloverMark());
 }
 
-// The end of the program came between the file and the clearing of the table, or before the file.
+// The end of the program came between the file and the clearing of the table, or before the file, or behind both. A
+// table that has got a row since is another one than that in the file.
 void CallStore::finishRollover() {
     std::ifstream mark(rolloverMark(), std::ios::binary);
-    if (!mark) return;
+    std::string number;
+    if (!mark || !std::getline(mark, number)) return;
     const std::string file(std::istreambuf_iterator<char>(mark), {});
-    if (!file.empty() && std::filesystem::exists(file))
-        clear();
-    else
-        dropRollover();
+    if (!file.empty() && std::filesystem::exists(file) && number == std::to_string(addedUpTo(*database()))) clear();
+    dropRollover();
 }
 
 // What was added is made safe, so that the journal can be short.
@@ -225,8 +226,11 @@ void CallStore::clear() {
     held_.reset();
     journal().shrink(already);
     engine_.remove(file_);
-    syncFolderOf(file_);
-    dropRollover();
+    // The table is gone, whatever becomes of the rest.
+    quietly("clear", [&] {
+        dropRollover();
+        syncFolderOf(file_);
+    });
 }
 
 std::unique_ptr<CallCopy> CallStore::copyTo(const std::filesystem::path& target) {

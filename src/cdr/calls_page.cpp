@@ -375,7 +375,9 @@ void CallsPage::exportList(const std::filesystem::path& path, CallExport::Format
     auto writing = std::make_shared<std::unique_ptr<CallExport>>();
     work_.run({"export",
                [this, writing, path, format] {
-                   if (!*writing) *writing = std::make_unique<CallExport>(lsvCallReport, path, format, true);
+                   if (!*writing)
+                       *writing = format == CallExport::Format::Csv ? CSVExport(path, lsvCallReport, true)
+                                                                    : XMLExport(lsvCallReport, path);
                    return (*writing)->write(sliceRows);
                },
                [this, writing] { return progress("Writing: ", (*writing)->written()); },

@@ -163,6 +163,20 @@ TEST_F(Store, EndsARolloverThatTheEndOfTheProgramCutShort) {
     }
 }
 
+TEST_F(Store, ClearsNoTableThatBeganBehindARollover) {
+    takeAndAdd(1, "old");
+    store->beginRollover(data("CDR_rolled.csv"));
+    std::ofstream(data("CDR_rolled.csv")) << "old";
+    std::filesystem::copy_file(data("CDR4711.rollover"), data("mark"));
+    store->clear();
+    takeAndAdd(1, "new");
+    std::filesystem::rename(data("mark"), data("CDR4711.rollover"));  // its removal never came to the disk
+    restart();
+    store->recover();
+    EXPECT_THAT(rows(), ElementsAre("new"));
+    EXPECT_FALSE(std::filesystem::exists(data("CDR4711.rollover")));
+}
+
 TEST_F(Store, IsNotClearedWhileItIsLocked) {
     takeAndAdd(1, "a");
     const auto other = engine.open(store->gCDRFile());
