@@ -33,9 +33,7 @@ using trunvex::callColumns;
 constexpr const char* wholeTable = "SELECT * FROM CDR";
 constexpr std::size_t sliceRows = 4000;
 
-double seconds(Clock::duration span) {
-    return std::chrono::duration<double>(span).count();
-}
+double seconds(Clock::duration span) { return std::chrono::duration<double>(span).count(); }
 
 void listAll(trunvex::CallList& list) {
     trunvex::SqliteEngine engine;

@@ -28,9 +28,7 @@ using Seconds = std::chrono::duration<double>;
 constexpr int warmUp = 20;  // records: the files are made, and the pages are in memory
 constexpr long tmpfsMagic = 0x01021994;
 
-double secondsSince(Clock::time_point start) {
-    return Seconds(Clock::now() - start).count();
-}
+double secondsSince(Clock::time_point start) { return Seconds(Clock::now() - start).count(); }
 
 // Holds this thread on a processor of its own, as the two ends of a real wire are: where the system puts them on one,
 // or moves them, a round trip takes a fifth or five times as long.

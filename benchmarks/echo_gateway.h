@@ -1,8 +1,8 @@
 #pragma once
 
-#include <sys/socket.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -20,7 +20,8 @@ public:
         sockaddr_in address{};
         address.sin_family = AF_INET;
         address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        if (::bind(listener_, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0 || ::listen(listener_, 4) != 0)
+        if (::bind(listener_, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0 ||
+            ::listen(listener_, 4) != 0)
             throw std::runtime_error("can't listen on loopback");
         socklen_t size = sizeof address;
         ::getsockname(listener_, reinterpret_cast<sockaddr*>(&address), &size);
@@ -36,7 +37,8 @@ public:
 
 private:
     void serve() {
-        for (int peer = ::accept(listener_, nullptr, nullptr); peer >= 0; peer = ::accept(listener_, nullptr, nullptr)) {
+        for (int peer = ::accept(listener_, nullptr, nullptr); peer >= 0;
+             peer = ::accept(listener_, nullptr, nullptr)) {
             const int on = 1;
             ::setsockopt(peer, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
             char bytes[4096];

@@ -78,7 +78,12 @@ void prescribed(benchmark::State& state) {
     }
 }
 
-BENCHMARK(prescribed)->Name("login/prescribed")->Iterations(1)->Repetitions(3)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(prescribed)
+    ->Name("login/prescribed")
+    ->Iterations(1)
+    ->Repetitions(3)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK(logIn)->Name("login/console")->Iterations(1)->Repetitions(3)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 }  // namespace

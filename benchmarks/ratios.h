@@ -7,11 +7,11 @@
 namespace bench {
 
 struct Ratio {
-    std::string what;       // "cutting lines, to a bare memchr scan of the same bytes"
-    std::string measured;   // name of the benchmark whose figure stands above the line
-    std::string peer;       // and of the one below
-    double target;          // what the ratio must reach
-    bool atMost;            // the target is an upper bound
+    std::string what;      // "cutting lines, to a bare memchr scan of the same bytes"
+    std::string measured;  // name of the benchmark whose figure stands above the line
+    std::string peer;      // and of the one below
+    double target;         // what the ratio must reach
+    bool atMost;           // the target is an upper bound
     // The ratio is of times (a smaller one is faster) or of rates.
     enum class Of { Rates, Times } of;
 };

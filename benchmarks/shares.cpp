@@ -27,9 +27,8 @@ void cutting(benchmark::State& state) {
 void dispatching(benchmark::State& state) {
     const auto bytes = bench::stormTrace(traceLines);
     trunvex::fakes::ConsoleBench bench;
-    bench.console.dispatcher.on("I_ALR", [](const trunvex::Record& record) {
-        benchmark::DoNotOptimize(record.fields().size());
-    });
+    bench.console.dispatcher.on(
+        "I_ALR", [](const trunvex::Record& record) { benchmark::DoNotOptimize(record.fields().size()); });
     bench.connect();
     for (auto _ : state) bench.platform.socket->deliver(bytes);
     state.SetItemsProcessed(state.iterations() * traceLines);

@@ -14,9 +14,9 @@ std::chrono::seconds stormLength();
 // One line of a mixed storm of reports: calls, signals, channels and registrations over all ports.
 inline std::string stormLine(std::mt19937& random) {
     // A report ends in its first argument's first characters or in its last comma.
-    static constexpr std::array port{",25,",  ",25,",  ",25,",   ",2,0501234", ",3,",  ",16,", ",12,", ",4,00012:",
-                                     ",104,", ",5,",   ",6,",    ",22,",       ",23,", ",50,", ",24,", ",26,",
-                                     ",35,",  ",40,",  ",15,",   ",21,4250"};
+    static constexpr std::array port{",25,",      ",25,",  ",25,", ",2,0501234", ",3,",  ",16,",    ",12,",
+                                     ",4,00012:", ",104,", ",5,",  ",6,",        ",22,", ",23,",    ",50,",
+                                     ",24,",      ",26,",  ",35,", ",40,",       ",15,", ",21,4250"};
     static constexpr std::array system{",140,", ",101,", ",100,"};
     const auto pick = [&](unsigned bound) { return std::to_string(1 + random() % bound); };
     if (random() % 10 == 0)

@@ -7,7 +7,8 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const trunvex::fakes::TemporaryFolder folder;
     const auto path = folder.path() / "Setting.xml";
-    std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
+    std::ofstream(path, std::ios::binary)
+        .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
     trunvex::SettingsFile settings(path, [](const std::string&) {});
     settings.Read("IPConfig", "NetPort");
     settings.Write("IPConfig", "NetPort", "4001");

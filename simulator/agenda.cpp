@@ -24,12 +24,8 @@ void Agenda::doNext() {
     entry.what();
 }
 
-void Agenda::idleUntil(Milliseconds moment) {
-    time = std::max(time, std::min(moment, nextDue().value_or(moment)));
-}
+void Agenda::idleUntil(Milliseconds moment) { time = std::max(time, std::min(moment, nextDue().value_or(moment))); }
 
-bool Agenda::later(const Entry& a, const Entry& b) {
-    return std::tie(a.due, a.number) > std::tie(b.due, b.number);
-}
+bool Agenda::later(const Entry& a, const Entry& b) { return std::tie(a.due, a.number) > std::tie(b.due, b.number); }
 
 }  // namespace simulator

@@ -182,8 +182,6 @@ std::string CallLife::counter(int slot) {
     return talkCounter(seconds);
 }
 
-std::string CallLife::someNumber() {
-    return "05" + padded(static_cast<int>(scene.random.between(0, 99'999'999)), 8);
-}
+std::string CallLife::someNumber() { return "05" + padded(static_cast<int>(scene.random.between(0, 99'999'999)), 8); }
 
 }  // namespace simulator

@@ -21,8 +21,8 @@ private:
     struct Call {
         int sim = 0;
         int channel = 0;
-        bool incoming = false;           // from the mobile side
-        bool isdnAnswersLast = false;    // a call dialled by code 9
+        bool incoming = false;         // from the mobile side
+        bool isdnAnswersLast = false;  // a call dialled by code 9
         std::string number;
         std::chrono::sys_seconds originated;
         std::optional<std::chrono::sys_seconds> answered;

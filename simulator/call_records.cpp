@@ -29,8 +29,8 @@ std::string stamp(const std::optional<std::chrono::sys_seconds>& moment) {
 }  // namespace
 
 std::string CallRecord::text() const {
-    const int flags = static_cast<int>(type) + (sim << simShift) + (secondPort ? secondPortBit : 0) +
-                      (incoming ? incomingBit : 0);
+    const int flags =
+        static_cast<int>(type) + (sim << simShift) + (secondPort ? secondPortBit : 0) + (incoming ? incomingBit : 0);
     return joinFields({std::to_string(number), std::to_string(flags), simIdentity, dialled, calling, stamp(originated),
                        stamp(answered), stamp(disconnected), std::to_string(clearCause), std::to_string(releaseCause),
                        std::to_string(level), std::to_string(bcch), network});

@@ -43,8 +43,7 @@ void readIsdn(Request& request) {
 // and the sub-address: a line that has none any more says so.
 void writeIsdn(Request& request) {
     const auto fields = splitFields(request.body);
-    if (fields.size() != columns.size() - 2 && fields.size() != columns.size() - 1)
-        return request.malformed();
+    if (fields.size() != columns.size() - 2 && fields.size() != columns.size() - 1) return request.malformed();
     auto record = written(request.state.isdn, std::span(columns).subspan(1), fields);
     if (!record) return request.refused();
     constexpr std::size_t localNumber = 7;

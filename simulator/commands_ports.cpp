@@ -18,9 +18,7 @@ Port* portAt(GatewayState& state, std::string_view digits) {
     return port.fitted() ? &port : nullptr;
 }
 
-std::string digit(bool flag) {
-    return flag ? "1" : "0";
-}
+std::string digit(bool flag) { return flag ? "1" : "0"; }
 
 }  // namespace
 

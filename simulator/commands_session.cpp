@@ -42,8 +42,7 @@ void setUserPassword(Request& request) {
     const auto fields = splitFields(request.body);
     const auto mask = number(fields[0], 0, allRights);
     const bool goodMask = fields[0].empty() || (mask && fields[0].size() == 5);
-    if (fields.size() != 2 || !goodMask || !(fields[1].empty() || isPassword(fields[1])))
-        return request.malformed();
+    if (fields.size() != 2 || !goodMask || !(fields[1].empty() || isPassword(fields[1]))) return request.malformed();
     Accounts& accounts = request.state.accounts;
     if (mask) accounts.userRights = *mask & ~administrator;
     if (!fields[1].empty()) accounts.userPassword = fields[1];

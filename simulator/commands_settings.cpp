@@ -33,9 +33,7 @@ bool allEmpty(std::span<const std::string> fields) {
 // A place that has nothing to set is answered with a record of empty fields. Unlike an ERROR it ends a read,
 // so that a backup of all places there can be does not stop at each gap; a console takes a record that does not
 // say its first value for one that it has not got; and written back it changes nothing.
-std::string emptyRecord(const std::string& index, std::size_t fields) {
-    return index + std::string(fields, ',');
-}
+std::string emptyRecord(const std::string& index, std::size_t fields) { return index + std::string(fields, ','); }
 
 std::string simLine(const Port& port, const SimAddress& at) {
     if (!port.takesSims()) return "A_SIM" + emptyRecord(at.text(), simFields);

@@ -28,8 +28,6 @@ void Descriptor::makeNonBlocking() const {
     ::fcntl(fd, F_SETFD, FD_CLOEXEC);
 }
 
-void failWithErrno(const std::string& what) {
-    throw std::runtime_error(what + ": " + std::strerror(errno));
-}
+void failWithErrno(const std::string& what) { throw std::runtime_error(what + ": " + std::strerror(errno)); }
 
 }  // namespace simulator

@@ -41,8 +41,7 @@ bool setLatency(ReplyFaults& replies, std::string_view text) {
 // "P" or "P-MS"
 bool setLate(ReplyFaults& replies, std::string_view text) {
     const auto parts = splitFields(text, '-');
-    const auto by =
-        parts.size() == 2 ? number(parts[1], 1, longest) : static_cast<int>(replies.lateBy.count());
+    const auto by = parts.size() == 2 ? number(parts[1], 1, longest) : static_cast<int>(replies.lateBy.count());
     if (parts.size() > 2 || !by || !setProbability(replies.late, parts[0])) return false;
     replies.lateBy = milliseconds(*by);
     return true;
@@ -88,13 +87,12 @@ using Text = std::string_view;
 
 constexpr std::array<FaultRow, 14> rows{{
     {"latency", "20-200", "MIN[-MAX] ms until a reply leaves", setLatency, nullptr},
-    {"silent", "1", "0 or 1: never answers", [](Replies& r, Text t) { return setNumber(r.silent, t, 0, 1); },
-     nullptr},
+    {"silent", "1", "0 or 1: never answers", [](Replies& r, Text t) { return setNumber(r.silent, t, 0, 1); }, nullptr},
     {"try", "2", "N: answers a line on its n-th try only",
      [](Replies& r, Text t) { return setNumber(r.answersOnTry, t, 1, 1000); }, nullptr},
     {"refuse", "error", "error or alarm: refuses with ERROR or with an I_ALR", setRefusal, nullptr},
-    {"lost", "0.2", "P: probability that a reply is lost",
-     [](Replies& r, Text t) { return setProbability(r.lost, t); }, nullptr},
+    {"lost", "0.2", "P: probability that a reply is lost", [](Replies& r, Text t) { return setProbability(r.lost, t); },
+     nullptr},
     {"doubled", "0.2", "P: probability that a reply comes twice",
      [](Replies& r, Text t) { return setProbability(r.doubled, t); }, nullptr},
     {"late", "0.2", "P[-MS]: probability that a reply is late, and by how much", setLate, nullptr},
@@ -109,8 +107,8 @@ constexpr std::array<FaultRow, 14> rows{{
      [](Wire& w, Text t) { return setNumber(w.flood, t, 0, 1 << 22); }},
     {"hangup", "20", "N: the link dies after n lines", nullptr,
      [](Wire& w, Text t) { return setNumber(w.hangUpAfter, t, 0, 1'000'000); }},
-    {"bad-line", "0.1", "P: lost, late, doubled and garbage, with latency and pieces: a poor connection",
-     nullptr, nullptr},
+    {"bad-line", "0.1", "P: lost, late, doubled and garbage, with latency and pieces: a poor connection", nullptr,
+     nullptr},
 }};
 
 // The mood of a poor connection: a little of everything that a bad line does.
@@ -121,9 +119,7 @@ bool setBadLine(ReplyFaults& replies, WireFaults& wire, std::string_view text) {
     return setLatency(replies, "20-400") && setPieces(wire, "9");
 }
 
-bool isMnemonic(std::string_view text) {
-    return text.size() == 5 && text[1] == '_';
-}
+bool isMnemonic(std::string_view text) { return text.size() == 5 && text[1] == '_'; }
 
 }  // namespace
 
@@ -149,9 +145,8 @@ std::string switchOn(Faults& faults, std::string_view wish) {
             return "a fault of the whole link, not of one command: " + std::string(name);
         Faults changed = faults;
         ReplyFaults& replies =
-            mnemonic.empty()
-                ? changed.replies
-                : changed.perMnemonic.try_emplace(std::string(mnemonic), faults.replies).first->second;
+            mnemonic.empty() ? changed.replies
+                             : changed.perMnemonic.try_emplace(std::string(mnemonic), faults.replies).first->second;
         const bool good = row.ofReplies ? row.ofReplies(replies, value)
                           : row.ofWire  ? row.ofWire(changed.wire, value)
                                         : setBadLine(replies, changed.wire, value);

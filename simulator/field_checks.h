@@ -57,8 +57,6 @@ bool printable(const std::string& text) {
 }
 
 // For a field that has nothing to write.
-inline bool nothing(const std::string&) {
-    return false;
-}
+inline bool nothing(const std::string&) { return false; }
 
 }  // namespace simulator

@@ -24,8 +24,7 @@ std::string joinFields(const std::vector<std::string>& fields) {
 }
 
 std::optional<int> number(std::string_view digits, int least, int most) {
-    const bool allDigits =
-        std::all_of(digits.begin(), digits.end(), [](char c) { return c >= '0' && c <= '9'; });
+    const bool allDigits = std::all_of(digits.begin(), digits.end(), [](char c) { return c >= '0' && c <= '9'; });
     if (digits.empty() || digits.size() > 9 || !allDigits) return std::nullopt;
     int value = 0;
     for (const char c : digits) value = value * 10 + (c - '0');
@@ -40,8 +39,6 @@ std::string padded(int value, int width) {
     return text;
 }
 
-std::string talkCounter(int seconds) {
-    return padded(seconds / 60, 5) + ":" + padded(seconds % 60, 2);
-}
+std::string talkCounter(int seconds) { return padded(seconds / 60, 5) + ":" + padded(seconds % 60, 2); }
 
 }  // namespace simulator

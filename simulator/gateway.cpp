@@ -14,18 +14,13 @@ constexpr std::size_t mnemonicLength = 5;
 
 // A word between the console and a master PC, such as the good-bye that a console says whoever is there. A
 // gateway takes no notice.
-bool isForMaster(const std::string& line) {
-    return line.starts_with("SRV") && line.find(':') != std::string::npos;
-}
+bool isForMaster(const std::string& line) { return line.starts_with("SRV") && line.find(':') != std::string::npos; }
 
 }  // namespace
 
 Gateway::Gateway(GatewayOptions options)
-    : activeFaults(std::move(options.faults)),
-      random(options.seed),
-      faultDice(~options.seed),
-      keptState(random, options.start),
-      outbox(activeFaults.wire, options.seed + 1),
+    : activeFaults(std::move(options.faults)), random(options.seed), faultDice(~options.seed),
+      keptState(random, options.start), outbox(activeFaults.wire, options.seed + 1),
       life(keptState, options.life, options.seed + 2, [this](std::string line) { say(std::move(line)); }) {
     keptState.accounts.adminPassword = std::move(options.adminPassword);
     if (!options.esn.empty()) keptState.esn = std::move(options.esn);
@@ -142,8 +137,7 @@ void Gateway::carryOut(const std::string& line, const ReplyFaults& how) {
         return;
     }
     // The gateway works on one command after the other, so no reply overtakes the one before.
-    const std::chrono::milliseconds latency(
-        faultDice.between(how.latencyMin.count(), how.latencyMax.count()));
+    const std::chrono::milliseconds latency(faultDice.between(how.latencyMin.count(), how.latencyMax.count()));
     lastReplyDue = std::max(lastReplyDue, currentTime + latency);
     for (std::string& answer : request.replies) reply(std::move(answer), lastReplyDue, how);
 }

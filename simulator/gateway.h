@@ -18,11 +18,10 @@ namespace simulator {
 struct GatewayOptions {
     std::uint64_t seed = 1;
     std::string adminPassword = "kestr";
-    std::string esn;  // empty: one of the seed
-    std::optional<std::chrono::sys_seconds>
-        start;  // the gateway's date and time at 0 ms; none: one of the seed
-    int cdmaPorts = 0;  // of the ports in service; the others are GSM
-    int callRecords = 0;  // calls that nobody has fetched yet, of the hours before the start
+    std::string esn;                                // empty: one of the seed
+    std::optional<std::chrono::sys_seconds> start;  // the gateway's date and time at 0 ms; none: one of the seed
+    int cdmaPorts = 0;                              // of the ports in service; the others are GSM
+    int callRecords = 0;                            // calls that nobody has fetched yet, of the hours before the start
     Faults faults;
     LifeRates life;  // nothing happens by itself
 };

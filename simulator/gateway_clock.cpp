@@ -11,22 +11,18 @@ using namespace std::chrono;
 
 namespace {
 
-int weekdayOf(sys_days date) {
-    return static_cast<int>(weekday(date).c_encoding()) + 1;
-}
+int weekdayOf(sys_days date) { return static_cast<int>(weekday(date).c_encoding()) + 1; }
 
 }  // namespace
 
 std::string ClockReading::text() const {
-    return joinFields({padded(day, 2), padded(month, 2), padded(year, 2), std::to_string(weekday),
-                       padded(hour, 2), padded(minute, 2)});
+    return joinFields({padded(day, 2), padded(month, 2), padded(year, 2), std::to_string(weekday), padded(hour, 2),
+                       padded(minute, 2)});
 }
 
 GatewayClock::GatewayClock(sys_seconds start) : base(start) {}
 
-sys_seconds GatewayClock::moment(milliseconds now) const {
-    return base + duration_cast<seconds>(now - basedAt);
-}
+sys_seconds GatewayClock::moment(milliseconds now) const { return base + duration_cast<seconds>(now - basedAt); }
 
 ClockReading GatewayClock::read(milliseconds now) const {
     const auto time = moment(now);

@@ -10,10 +10,7 @@ Life::Life(GatewayState& state, const LifeRates& lifeRates, std::uint64_t seed, 
                 ++linesSince;
                 say(std::move(line));
             }),
-      calls(scene),
-      radio(scene),
-      trouble(scene),
-      alarms(scene) {}
+      calls(scene), radio(scene), trouble(scene), alarms(scene) {}
 
 void Life::wake(Milliseconds now) {
     if (awake) return;

@@ -55,13 +55,9 @@ std::optional<std::chrono::milliseconds> MasterPc::nextDue() const {
     return std::min(due.value_or(*nextPing), *nextPing);
 }
 
-void MasterPc::announce() {
-    say("ID" + gateway.state().esn + "," + gateway.clockText());
-}
+void MasterPc::announce() { say("ID" + gateway.state().esn + "," + gateway.clockText()); }
 
-void MasterPc::tellUpdate(const std::string& progress) {
-    gateway.say("Master Updating" + progress);
-}
+void MasterPc::tellUpdate(const std::string& progress) { gateway.say("Master Updating" + progress); }
 
 void MasterPc::ping() {
     ++pingsSent;

@@ -5,9 +5,7 @@
 
 namespace simulator {
 
-void Outbox::put(Milliseconds due, std::string line) {
-    waiting.emplace(due, std::move(line));
-}
+void Outbox::put(Milliseconds due, std::string line) { waiting.emplace(due, std::move(line)); }
 
 void Outbox::advanceTo(Milliseconds now, const std::function<void(std::string_view)>& send,
                        const std::function<void()>& endLink) {
@@ -54,8 +52,7 @@ bool Outbox::cutNextLines(Milliseconds now) {
         waiting.erase(waiting.begin());
         ++linesOfLink;
         if (dying()) hangUp = due;
-    } while (faults.coalesce.count() > 0 && !dying() && !waiting.empty() &&
-             leaves(waiting.begin()->first) == due);
+    } while (faults.coalesce.count() > 0 && !dying() && !waiting.empty() && leaves(waiting.begin()->first) == due);
     cutIntoPieces(bytes, due);
     return true;
 }
@@ -86,8 +83,7 @@ void Outbox::cutIntoPieces(const std::string& bytes, Milliseconds due) {
     for (std::size_t from = 0; from < bytes.size();) {
         std::size_t size = bytes.size();
         if (faults.longestPiece > 0)
-            size =
-                static_cast<std::size_t>(random.between(1, static_cast<std::int64_t>(faults.longestPiece)));
+            size = static_cast<std::size_t>(random.between(1, static_cast<std::int64_t>(faults.longestPiece)));
         pieces.push_back({moment, bytes.substr(from, size)});
         from += size;
         lastPieceDue = moment;
@@ -101,8 +97,6 @@ Outbox::Milliseconds Outbox::leaves(Milliseconds due) const {
     return Milliseconds((due.count() + window - 1) / window * window);
 }
 
-bool Outbox::dying() const {
-    return faults.hangUpAfter > 0 && linesOfLink >= faults.hangUpAfter;
-}
+bool Outbox::dying() const { return faults.hangUpAfter > 0 && linesOfLink >= faults.hangUpAfter; }
 
 }  // namespace simulator

@@ -47,9 +47,7 @@ bool PortRecord::digitsFit() const {
     return number(minDigits, 2, 7).value_or(0) <= number(maxDigits, 5, 32).value_or(0);
 }
 
-Columns<PortRecord> moduleColumns() {
-    return readOnly;
-}
+Columns<PortRecord> moduleColumns() { return readOnly; }
 
 Columns<PortRecord> portColumns(ModuleKind kind) {
     switch (kind) {

@@ -111,12 +111,10 @@ struct Flag {
 };
 
 constexpr std::array flags{
-    Flag{"--listen", Value::needed, "[HOST:]PORT",
-         "waits for consoles there (127.0.0.1:4001); port 0: any free one", setListen},
-    Flag{"--dial", Value::needed, "HOST:PORT", "calls a console that works as server, again each second",
-         setDial},
-    Flag{"--pty", Value::optional, "[LINK]", "plays a serial line: a pseudo-terminal, with a link to it",
-         setTerminal},
+    Flag{"--listen", Value::needed, "[HOST:]PORT", "waits for consoles there (127.0.0.1:4001); port 0: any free one",
+         setListen},
+    Flag{"--dial", Value::needed, "HOST:PORT", "calls a console that works as server, again each second", setDial},
+    Flag{"--pty", Value::optional, "[LINK]", "plays a serial line: a pseudo-terminal, with a link to it", setTerminal},
     Flag{"--master", Value::none, "", "plays the master PC in front of the gateway",
          [](Options& o, Text) { return setOn(o.master); }},
     Flag{"--master-refuse", Value::none, "", "a master PC that accepts nobody",
@@ -144,14 +142,11 @@ constexpr std::array flags{
 };
 
 const Flag* findFlag(Text name) {
-    const auto found =
-        std::find_if(flags.begin(), flags.end(), [name](const Flag& f) { return f.name == name; });
+    const auto found = std::find_if(flags.begin(), flags.end(), [name](const Flag& f) { return f.name == name; });
     return found == flags.end() ? nullptr : &*found;
 }
 
-bool choosesWay(Text name) {
-    return name == "--listen" || name == "--dial" || name == "--pty";
-}
+bool choosesWay(Text name) { return name == "--listen" || name == "--dial" || name == "--pty"; }
 
 }  // namespace
 
@@ -166,18 +161,14 @@ std::string parseArguments(const std::vector<std::string>& arguments, ProgramOpt
         std::optional<std::string> value;
         if (equals != Text::npos)
             value = argument.substr(equals + 1);
-        else if (flag->value != Value::none && i + 1 < arguments.size() &&
-                 !arguments[i + 1].starts_with("--"))
+        else if (flag->value != Value::none && i + 1 < arguments.size() && !arguments[i + 1].starts_with("--"))
             value = arguments[++i];
         if (value && flag->value == Value::none) return name + " takes no value";
-        if (!value && flag->value == Value::needed)
-            return name + " needs a value: " + std::string(flag->form);
-        if (choosesWay(name) && !way.empty() && way != name)
-            return "one of " + way + " and " + name + " only";
+        if (!value && flag->value == Value::needed) return name + " needs a value: " + std::string(flag->form);
+        if (choosesWay(name) && !way.empty() && way != name) return "one of " + way + " and " + name + " only";
         if (choosesWay(name)) way = name;
         options.master = options.master || name.starts_with("--master");
-        if (const std::string why = flag->set(options, value.value_or("")); !why.empty())
-            return name + ": " + why;
+        if (const std::string why = flag->set(options, value.value_or("")); !why.empty()) return name + ": " + why;
     }
     return {};
 }

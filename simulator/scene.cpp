@@ -26,9 +26,7 @@ void Scene::reportSim(int slot, int sim, int code, const Arguments& arguments) {
     say(record(PortAddress::ofSlot(slot).text() + std::to_string(sim), std::to_string(code), arguments));
 }
 
-void Scene::reportSystem(std::string_view code, const Arguments& arguments) {
-    say(record("000", code, arguments));
-}
+void Scene::reportSystem(std::string_view code, const Arguments& arguments) { say(record("000", code, arguments)); }
 
 void Scene::repeat(Milliseconds mean, std::function<void()> what) {
     if (mean.count() <= 0) return;

@@ -10,9 +10,7 @@ namespace {
 
 // Minutes stand in front of hours. A console looks only at the form of the times that it writes to a whole
 // group, so it is here that an hour 25 is found out.
-bool timeOfDay(std::string_view text) {
-    return number(text.substr(0, 2), 0, 59) && number(text.substr(2, 2), 0, 23);
-}
+bool timeOfDay(std::string_view text) { return number(text.substr(0, 2), 0, 59) && number(text.substr(2, 2), 0, 23); }
 
 bool timeWindow(const std::string& text) {
     return text.size() == 8 && timeOfDay(text) && timeOfDay(std::string_view(text).substr(4));
@@ -48,8 +46,6 @@ constexpr std::array columns{
 
 }  // namespace
 
-Columns<SimRecord> simColumns() {
-    return columns;
-}
+Columns<SimRecord> simColumns() { return columns; }
 
 }  // namespace simulator

@@ -19,8 +19,7 @@ AddressList resolve(const std::string& host, const std::string& port, bool toLis
 std::string addressText(const sockaddr* address, socklen_t length) {
     char host[NI_MAXHOST];
     char port[NI_MAXSERV];
-    if (getnameinfo(address, length, host, sizeof host, port, sizeof port, NI_NUMERICHOST | NI_NUMERICSERV) !=
-        0)
+    if (getnameinfo(address, length, host, sizeof host, port, sizeof port, NI_NUMERICHOST | NI_NUMERICSERV) != 0)
         return "unknown";
     return std::string(host) + ":" + port;
 }

@@ -9,8 +9,7 @@ namespace simulator {
 
 using std::chrono::milliseconds;
 
-StationRunner::StationRunner(Station& ofStation, Transport& overTransport,
-                             std::function<void(const std::string&)> tell)
+StationRunner::StationRunner(Station& ofStation, Transport& overTransport, std::function<void(const std::string&)> tell)
     : station(ofStation), transport(overTransport), tellOperator(std::move(tell)) {
     station.onOutput = [this](std::string_view bytes) { send(bytes); };
     station.onHangUp = [this] { lose("the gateway dropped the link"); };
@@ -21,8 +20,7 @@ void StationRunner::run(int stop) {
     for (;;) {
         pollfd watched[2] = {{stop, POLLIN, 0}, transport.waitsFor()};
         if (link)
-            watched[1] = {link->descriptor.get(),
-                          static_cast<short>(pending.empty() ? POLLIN : POLLIN | POLLOUT), 0};
+            watched[1] = {link->descriptor.get(), static_cast<short>(pending.empty() ? POLLIN : POLLIN | POLLOUT), 0};
         const int ready = poll(watched, 2, patience());
         if (ready < 0 && errno != EINTR) failWithErrno("poll");
         if (ready > 0 && watched[0].revents != 0) return;
@@ -38,8 +36,7 @@ milliseconds StationRunner::now() const {
 // How long poll() may wait, in ms; -1 for ever.
 int StationRunner::patience() const {
     auto due = station.nextDue();
-    if (const auto next = link ? std::nullopt : transport.nextTry())
-        due = std::min(due.value_or(*next), *next);
+    if (const auto next = link ? std::nullopt : transport.nextTry()) due = std::min(due.value_or(*next), *next);
     if (!due) return -1;
     return static_cast<int>(std::clamp<std::int64_t>((*due - now()).count(), 0, 60000));
 }

@@ -19,9 +19,7 @@ constexpr int firstSimFault = 29;
 constexpr int lastPinFault = 36;
 constexpr int lastSimFault = 39;
 
-bool concernsPin2(int fault) {
-    return fault % 2 == 0;
-}
+bool concernsPin2(int fault) { return fault % 2 == 0; }
 
 }  // namespace
 

@@ -13,8 +13,7 @@ int main(int argc, char** argv) {
 
     const std::filesystem::path programFolder = QCoreApplication::applicationDirPath().toStdString();
     const auto folder = trunvex::applicationFolder(
-        programFolder,
-        QStandardPaths::writableLocation(QStandardPaths::AppDataLocation).toStdString());
+        programFolder, QStandardPaths::writableLocation(QStandardPaths::AppDataLocation).toStdString());
     trunvex::provideCallTemplate(programFolder, folder);
     trunvex::QtPlatform platform;
     trunvex::Console console(platform, folder);

@@ -65,9 +65,7 @@ std::string unpacked(std::string_view text) {
     }
     return value;
 }
-std::string sealed(const std::string& body) {
-    return body + separator + checkSum(body) + '\n';
-}
+std::string sealed(const std::string& body) { return body + separator + checkSum(body) + '\n'; }
 
 std::string lineOf(const CallJournal::Entry& entry) {
     std::string body = recordLine;
@@ -96,13 +94,9 @@ std::vector<std::string> partsOf(const std::string& line) {
 }
 
 }  // namespace
-CallJournal::CallJournal(std::filesystem::path path) : path_(std::move(path)) {
-    read();
-}
+CallJournal::CallJournal(std::filesystem::path path) : path_(std::move(path)) { read(); }
 
-CallJournal::~CallJournal() {
-    close();
-}
+CallJournal::~CallJournal() { close(); }
 
 // A journal that is there and can't be read is no empty one: numbers would begin anew.
 void CallJournal::read() {

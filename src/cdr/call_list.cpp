@@ -13,9 +13,7 @@ namespace {
 using Length = std::uint32_t;
 constexpr std::size_t headBytes = callColumnCount * sizeof(Length);
 
-char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
-}
+char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
 
 std::string folded(std::string text) {
     std::transform(text.begin(), text.end(), text.begin(), lower);

@@ -11,20 +11,20 @@ namespace trunvex {
 
 // A call as the gateway records it and the table CDR keeps it. Every value is a text in the form in which it is shown.
 struct CallRecord {
-    std::string port;       // 1 to 32
-    std::string sim;        // 0 to 7
-    std::string Direction;  // "IN", "OUT"
-    std::string TypeOfCall; // "Voice", "Data", "Fax", "SMS"
+    std::string port;        // 1 to 32
+    std::string sim;         // 0 to 7
+    std::string Direction;   // "IN", "OUT"
+    std::string TypeOfCall;  // "Voice", "Data", "Fax", "SMS"
     std::string SimID;
     std::string Dialed_CLI;
     std::string Calling_Redirect;
-    std::string OriginateTime;   // MM-DD-YY HH:MM:SS Wd
+    std::string OriginateTime;  // MM-DD-YY HH:MM:SS Wd
     std::string AnswerTime;
     std::string DisconnectTime;
-    std::string Duration;        // minutes "." seconds, "0" for a call that was not answered
+    std::string Duration;  // minutes "." seconds, "0" for a call that was not answered
     std::string ClearCause;
     std::string ReleaseCause;
-    std::string RSSI;            // "-64db"
+    std::string RSSI;  // "-64db"
     std::string BCCH;
     std::string OperatorID;
 

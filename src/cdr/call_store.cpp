@@ -91,9 +91,7 @@ CallJournal& CallStore::journal() {
     if (!journal_) journal_ = std::make_unique<CallJournal>(std::filesystem::path(file_).replace_extension(".journal"));
     return *journal_;
 }
-int CallStore::addedUpTo(Database& database) {
-    return std::max(database.mark(), journal().addedUpTo());
-}
+int CallStore::addedUpTo(Database& database) { return std::max(database.mark(), journal().addedUpTo()); }
 
 void CallStore::take(int slot, const CDRSlot& record) {
     if (record.port.empty() && record.sim.empty()) return;
@@ -182,9 +180,7 @@ void CallStore::beginRollover(const std::filesystem::path& file) {
     replaceFile(rolloverMark(), number + '\n' + std::filesystem::absolute(file).native());
 }
 
-void CallStore::dropRollover() {
-    std::filesystem::remove(rolloverMark());
-}
+void CallStore::dropRollover() { std::filesystem::remove(rolloverMark()); }
 
 // The end of the program came between the file and the clearing of the table, or before the file, or behind both. A
 // table that has got a row since is another one than that in the file.

@@ -31,9 +31,7 @@ void CallTotals::add(const CallTotals& more) {
     talkSeconds += more.talkSeconds;
 }
 
-int CallTotals::asr() const {
-    return calls == 0 ? 0 : static_cast<int>((answered * 100 + calls / 2) / calls);
-}
+int CallTotals::asr() const { return calls == 0 ? 0 : static_cast<int>((answered * 100 + calls / 2) / calls); }
 
 int CallTotals::acd() const {
     return answered == 0 ? 0 : static_cast<int>(talkSeconds / static_cast<std::int64_t>(answered));

@@ -34,14 +34,8 @@ const CallColumn* columnOf(const std::string& caption) {
 CallsPage::CallsPage(Platform& platform, Settings& settings, SessionState& session, CallStore& store,
                      CdrDownload& download, std::function<ReportClock()> clock,
                      std::function<void(const std::string&)> tell)
-    : platform_(platform),
-      settings_(settings),
-      session_(session),
-      store_(store),
-      download_(download),
-      clock_(std::move(clock)),
-      tell_(std::move(tell)),
-      work_(platform, lblCDRWork, cmdCDRCancel) {
+    : platform_(platform), settings_(settings), session_(session), store_(store), download_(download),
+      clock_(std::move(clock)), tell_(std::move(tell)), work_(platform, lblCDRWork, cmdCDRCancel) {
     std::vector<std::string> captions{allColumns};
     for (const auto& column : callColumns)
         if (column.caption) captions.emplace_back(column.caption);
@@ -100,9 +94,7 @@ std::int64_t CallsPage::mostCalls() {
     return most == 0 ? usualMostCalls : most;
 }
 
-bool CallsPage::headerWanted() {
-    return val(settings_.readOr(section, "Header", "1")) == 1;
-}
+bool CallsPage::headerWanted() { return val(settings_.readOr(section, "Header", "1")) == 1; }
 
 void CallsPage::saveSettings() {
     auto path = txtCDRPath.text();
@@ -146,9 +138,7 @@ void CallsPage::gatewayKnown(bool pageShown) {
     if (pageShown && !rollingOver_) BuildCDRList(wholeTable);
 }
 
-void CallsPage::BuildCDRList(const std::string& sql) {
-    load(sql, false);
-}
+void CallsPage::BuildCDRList(const std::string& sql) { load(sql, false); }
 
 // Each row tells whether it is one of the group: a query for the group alone would look through the whole table before
 // it gave the first row back, and the window would stand still.

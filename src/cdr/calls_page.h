@@ -48,17 +48,20 @@ public:
     TextField txtCDRSearch{"txtCDRSearch"};
     // By the numbers of the buttons, from 1: CSV, Access, XML, Refresh, Clear, Start, Stop, Save Setting.
     static constexpr std::size_t exportButtons = 9;
-    std::array<ActionField, exportButtons> cmdCDRExport{
-        ActionField("cmdCDRExport_0"),          ActionField("cmdCDRExport_1", "CSV"),
-        ActionField("cmdCDRExport_2", "Access"), ActionField("cmdCDRExport_3", "XML"),
-        ActionField("cmdCDRExport_4", "Refresh"), ActionField("cmdCDRExport_5", "Clear"),
-        ActionField("cmdCDRExport_6", "Start"),  ActionField("cmdCDRExport_7", "Stop"),
-        ActionField("cmdCDRExport_8", "Save Setting")};
+    std::array<ActionField, exportButtons> cmdCDRExport{ActionField("cmdCDRExport_0"),
+                                                        ActionField("cmdCDRExport_1", "CSV"),
+                                                        ActionField("cmdCDRExport_2", "Access"),
+                                                        ActionField("cmdCDRExport_3", "XML"),
+                                                        ActionField("cmdCDRExport_4", "Refresh"),
+                                                        ActionField("cmdCDRExport_5", "Clear"),
+                                                        ActionField("cmdCDRExport_6", "Start"),
+                                                        ActionField("cmdCDRExport_7", "Stop"),
+                                                        ActionField("cmdCDRExport_8", "Save Setting")};
     ActionField cmdCDRCancel{"cmdCDRCancel", "Cancel"};
     ActionField cmdPrint{"cmdPrint", "Print"};
     ChoiceField cmbCDRMeasure{"cmbCDRMeasure", {"Calls", "Talk time", "ASR", "ACD"}};  // what the charts show
-    TextField txtCDRDownLimit{"txtCDRDownLimit"};      // minutes, 0 = off
-    TextField txtCDRRecordLimit{"txtCDRRecordLimit"};  // records a file
+    TextField txtCDRDownLimit{"txtCDRDownLimit"};                                      // minutes, 0 = off
+    TextField txtCDRRecordLimit{"txtCDRRecordLimit"};                                  // records a file
     TextField txtCDRPath{"txtCDRPath"};
     ChoiceField optCDRFormat{"optCDRFormat", {"Access", "CSV", "XML"}};
     CheckField chkCDRIncludeHeader{"chkCDRIncludeHeader", "Header line in CSV"};
@@ -97,9 +100,9 @@ private:
     SlicedWork work_;
     bool fillingValues_ = false;
     bool rollingOver_ = false;
-    std::filesystem::path listed_;    // the database whose calls the list holds
-    std::int64_t mostCalls_ = 0;      // records a file, as last read
-    std::string rolloverTold_;        // why the last rollover failed
+    std::filesystem::path listed_;  // the database whose calls the list holds
+    std::int64_t mostCalls_ = 0;    // records a file, as last read
+    std::string rolloverTold_;      // why the last rollover failed
     sigc::signal<void()> shownChanged_;
 };
 

@@ -83,9 +83,7 @@ CdrDownload::CdrDownload(Platform& platform, Settings& settings, SessionState& s
     });
 }
 
-int CdrDownload::downLimit() const {
-    return static_cast<int>(val(settings_.readOr("CDRConfig", "DownLimit", "0")));
-}
+int CdrDownload::downLimit() const { return static_cast<int>(val(settings_.readOr("CDRConfig", "DownLimit", "0"))); }
 
 void CdrDownload::start() {
     tmrCDRLimit_->stop();

@@ -126,9 +126,7 @@ void RowSort::endMeasure() {
         all_ += given_.size() + (rows_.size() - ends_[chunk - 1]) * (1 + digits);
 }
 
-void RowSort::divide(std::size_t at) {
-    divided_[places_[chunksOf(lengths_[rows_[at]])]++] = rows_[at];
-}
+void RowSort::divide(std::size_t at) { divided_[places_[chunksOf(lengths_[rows_[at]])]++] = rows_[at]; }
 
 // Rows that are longer are in order among themselves by what lies behind; those that end in this chunk join them. Where
 // all eight bytes are the same, the shorter text is the smaller one.

@@ -75,9 +75,8 @@ void PortTree::saveGroups() {
 }
 
 void PortTree::exportGroups() {
-    const std::filesystem::path path =
-        dialogs_.saveFile("Export groups", groupFilter, std::string("groups") + groupExtension,
-                          Dialogs::AskReplace::Dialog);
+    const std::filesystem::path path = dialogs_.saveFile(
+        "Export groups", groupFilter, std::string("groups") + groupExtension, Dialogs::AskReplace::Dialog);
     if (path.empty()) return;
     save(path);
 }

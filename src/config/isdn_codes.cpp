@@ -9,9 +9,10 @@ const Table synchronization{{"MASTER", "4"}, {"SLAVE", "1"}};
 const Table incomingCalls{{"In block", "2"}, {"Overlap", "130"}};
 const Table countryCode{{"USA and Canada", "1"}, {"Germany", "49"}, {"Euro-ISND", "1000"}, {"France", "33"},
                         {"Australia", "61"},     {"Japan", "81"},   {"Korea", "82"},       {"Hong Kong", "852"}};
-const Table isdnVersion{{"EuroISDN", "11"},      {"VN6", "3"},            {"1TR6", "4"},      {"QSIG", "16"},
-                        {"NorTelDMS100", "8"},   {"National ISDN", "20"}, {"AT&T 5ESS", "23"}, {"AT&T 4ESS", "24"},
-                        {"NTT", "9"},            {"KDD", "10"},           {"Hong Kong", "17"}, {"Korea", "25"}};
+const Table isdnVersion{{"EuroISDN", "11"},  {"VN6", "3"},          {"1TR6", "4"},
+                        {"QSIG", "16"},      {"NorTelDMS100", "8"}, {"National ISDN", "20"},
+                        {"AT&T 5ESS", "23"}, {"AT&T 4ESS", "24"},   {"NTT", "9"},
+                        {"KDD", "10"},       {"Hong Kong", "17"},   {"Korea", "25"}};
 const Table numberIdentification{{"Unknown", "0"},
                                  {"ISDN/telephony numbering plan", "1"},
                                  {"Reserved ", "2"},

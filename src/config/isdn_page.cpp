@@ -26,8 +26,8 @@ IsdnPage::IsdnPage(const PageTools& tools, SettingsRecords& records) : tools_(to
     CmbSynchronization.setItems(isdn_codes::texts(isdn_codes::synchronization));
     CmbIncomingCalls.setItems(isdn_codes::texts(isdn_codes::incomingCalls));
     CmbCountryCode.setItems(isdn_codes::texts(isdn_codes::countryCode));
-    CmbISDNVersion.setEntries({"AT&T4ES", "AT&T5ES", "EuroISDN", "1TR6", "QSIG", "NorTelDMS100", "National ISDN",
-                               "Hong Kong", "Korea"});
+    CmbISDNVersion.setEntries(
+        {"AT&T4ES", "AT&T5ES", "EuroISDN", "1TR6", "QSIG", "NorTelDMS100", "National ISDN", "Hong Kong", "Korea"});
     cmbNumIdentif.setItems(isdn_codes::texts(isdn_codes::numberIdentification));
     for (InputField* field : std::initializer_list<InputField*>{
              &CmbNetworkAccess, &CmbSynchronization, &CmbIncomingCalls, &CmbCountryCode, &CmbISDNVersion,

@@ -40,10 +40,9 @@ PortPage::PortPage(const PageTools& tools, PortTree& tree, SettingsRecords& reco
     addIncludeBoxes("chkIncGrpMod", {"Minimum digits", "Maximum digits", "Pause between digits", "End of dialling",
                                      "Relax time", "Levels", "No registration timer", "SIM switching"});
     cmbRelaxTime.setEntries({"0", "0.5", "1", "1.5", "2", "3", "4", "5"});
-    for (InputField* field :
-         std::initializer_list<InputField*>{&TxtMinDigits, &TxtMaxDigits, &TxtIntDigPause, &CmbSendComplete,
-                                            &cmbRelaxTime, &txtNoRegTimer, &cmbSimSwitching, &cmbCallReject,
-                                            &txtSimSwap, &SldTXvol, &SldRXvol, &SldTX_SE, &SldRX_SE})
+    for (InputField* field : std::initializer_list<InputField*>{
+             &TxtMinDigits, &TxtMaxDigits, &TxtIntDigPause, &CmbSendComplete, &cmbRelaxTime, &txtNoRegTimer,
+             &cmbSimSwitching, &cmbCallReject, &txtSimSwap, &SldTXvol, &SldRXvol, &SldTX_SE, &SldRX_SE})
         form.add(*field);
     records.portStored.connect([this](int mcu, int module) {
         if (portOf(key_) == &tools_.tables.port(mcu, module)) refresh();

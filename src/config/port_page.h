@@ -55,8 +55,7 @@ private:
     std::vector<std::string> valuesAfter(std::string_view line) const override;
 
     BuiltLine firstFault();
-    std::string level(const PortRec* port, const SliderField& first, const SliderField& second,
-                      int (*code)(int)) const;
+    std::string level(const PortRec* port, const SliderField& first, const SliderField& second, int (*code)(int)) const;
     PortRec* portOf(std::string_view key) const;
     std::string nodeText() const;
     QueueItem readCommand() const;
@@ -67,7 +66,13 @@ private:
 
 // The members of chkIncGrpMod.
 enum IncludedPortField : std::size_t {
-    IncMinDigits, IncMaxDigits, IncIntDigPause, IncSendComplete, IncRelaxTime, IncLevels, IncNoRegTimer,
+    IncMinDigits,
+    IncMaxDigits,
+    IncIntDigPause,
+    IncSendComplete,
+    IncRelaxTime,
+    IncLevels,
+    IncNoRegTimer,
     IncSimSwitching,
     includedPortFields
 };

@@ -29,8 +29,8 @@ std::string oneMore(std::string_view text) {
 void addGroupNodes(TreeField& view, const QueueItem& group, const char* portListText) {
     view.add({group.Key, group.Caption, {}});
     for (int sim = 1; sim <= simsPerModule; ++sim)
-        view.add({node_key::ofGroup("SMM", group.Key) + std::to_string(sim), "Group Sim " + std::to_string(sim),
-                  group.Key});
+        view.add(
+            {node_key::ofGroup("SMM", group.Key) + std::to_string(sim), "Group Sim " + std::to_string(sim), group.Key});
     view.add({node_key::ofGroup("MDD", group.Key), "Group Port ", group.Key});
     view.add({node_key::ofGroup("PRT", group.Key), portListText, group.Key});
 }
@@ -55,8 +55,12 @@ PortTree::PortTree(Dialogs& dialogs, SharedTables& tables, SessionState& session
     cmdImportGroups.pressed().connect([this] { importGroups(); });
     cmdResetTree.pressed().connect([this] { resetTree(); });
     cmdRefreshTree.pressed().connect([this] { build(Both, false); });
-    cmdCollapse.pressed().connect([this] { for (auto& tree : tvGroups) tree.setAllExpanded(false); });
-    cmdExpand.pressed().connect([this] { for (auto& tree : tvGroups) tree.setAllExpanded(true); });
+    cmdCollapse.pressed().connect([this] {
+        for (auto& tree : tvGroups) tree.setAllExpanded(false);
+    });
+    cmdExpand.pressed().connect([this] {
+        for (auto& tree : tvGroups) tree.setAllExpanded(true);
+    });
     for (std::size_t link = 0; link < ucLinkSelectPorts.size(); ++link)
         ucLinkSelectPorts[link].pressed().connect([this, link] {
             auto& tree = tvGroups[link / 2];

@@ -14,11 +14,11 @@ class RoutingPage {
 public:
     explicit RoutingPage(RealTimeUpdate& realTimeUpdate);
 
-    std::deque<CheckField> chkTSLChannel;   // 32: channels 1 to 30 and the two reserved lines
-    std::deque<TextField> txtTSLNumber;     // 32
-    std::deque<CheckField> chkTSLPort;      // 32, by port number - 1
-    std::deque<LabelField> lblTSLBch;       // 32
-    std::deque<TextField> txtTSLPRF;        // 32
+    std::deque<CheckField> chkTSLChannel;  // 32: channels 1 to 30 and the two reserved lines
+    std::deque<TextField> txtTSLNumber;    // 32
+    std::deque<CheckField> chkTSLPort;     // 32, by port number - 1
+    std::deque<LabelField> lblTSLBch;      // 32
+    std::deque<TextField> txtTSLPRF;       // 32
     CheckField chkTSLByPrefix{"chkTSLByPrefix", "By prefixes"};
     ChoiceField optTSLMode{"optTSLMode", {"Static", "Cyclic", "Random"}};
     LabelField lblAllocation{"lblAllocation"};  // the allocation mode in words, shown on the status board

@@ -13,8 +13,7 @@ struct SettingsPages {
                   RealTimeUpdate& realTimeUpdate, PortTree& tree, std::function<void(const std::string&)> tell)
         : tools{dialogs, sender, tables, reads, writes, std::move(tell)}, records(dispatcher, tables),
           groupWrite(writes), port(tools, tree, records, groupWrite), sim(tools, tree, records, groupWrite),
-          main(tools, tree, port, sim), isdn(tools, records),
-          system(tools, realTimeUpdate, bringUp, settings, clock) {
+          main(tools, tree, port, sim), isdn(tools, records), system(tools, realTimeUpdate, bringUp, settings, clock) {
         bringUp.resetTables.connect([this] { groupWrite.forget(); });
     }
 

@@ -64,8 +64,18 @@ private:
 
 // The members of chkIncGrpSim.
 enum IncludedSimField : std::size_t {
-    IncPhoneNumber, IncPin, IncCallerId, IncContract, IncCallMinutes, IncCellLock, IncRssi, IncBcchTimer, IncNetId,
-    IncTimeTable, IncBundle, includedSimFields
+    IncPhoneNumber,
+    IncPin,
+    IncCallerId,
+    IncContract,
+    IncCallMinutes,
+    IncCellLock,
+    IncRssi,
+    IncBcchTimer,
+    IncNetId,
+    IncTimeTable,
+    IncBundle,
+    includedSimFields
 };
 
 }  // namespace trunvex

@@ -117,8 +117,8 @@ std::string SystemPage::buildClockLine() {
     form.clearProblems();
     const auto date = enteredDate();
     const auto& time = dtpClock.text();
-    const bool goodTime = time.size() == 5 && time[2] == ':' && wholeWithin(mid(time, 1, 2), 0, 23) &&
-                          wholeWithin(mid(time, 4), 0, 59);
+    const bool goodTime =
+        time.size() == 5 && time[2] == ':' && wholeWithin(mid(time, 1, 2), 0, 23) && wholeWithin(mid(time, 4), 0, 59);
     if (!date)
         return BuiltLine::wrong("The date have to be a day in the form dd/mm/yyyy, 2000 to 2099", dtpDate)
             .orTell(tools_.dialogs);

@@ -30,8 +30,7 @@ public:
     LabelField lblDate{"lblDate"};
     TextField dtpDate{"dtpDate"};    // dd/mm/yyyy
     TextField dtpClock{"dtpClock"};  // hh:mm
-    ChoiceField cmbDay{"cmbDay",
-                       {"Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday"}};
+    ChoiceField cmbDay{"cmbDay", {"Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday"}};
     ChoiceField cmbDateFormat{"cmbDateFormat", {"yy-mm-dd", "dd-mm-yy"}};
     TextField TxtSystemVer{"TxtSystemVer"};
     ActionField cmdSetTime_{"cmdSetTime", "Write"};

@@ -13,7 +13,7 @@
 namespace trunvex {
 
 inline constexpr std::size_t daysOfWeek = 7;
-inline constexpr int everyDay = 127;  // the mask of all seven days
+inline constexpr int everyDay = 127;                        // the mask of all seven days
 extern const std::array<const char*, daysOfWeek> dayNames;  // "Su" to "Sa", from the mask's highest bit to its lowest
 
 // The times at which a SIM may carry calls: four rows, each with a from, a to and its days.
@@ -40,7 +40,7 @@ public:
         bool readable = false;  // both times are times of a day
         int from = 0;           // minutes since midnight; from > to goes over midnight
         int to = 0;
-        int days = 0;           // mask; 0: the row lets no call through
+        int days = 0;  // mask; 0: the row lets no call through
     };
     Bar bar(std::size_t row) const;
     // What a row means in plain words: "Mo-Fr 08:00-20:00".

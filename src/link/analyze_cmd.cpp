@@ -32,30 +32,30 @@ bool startsWithDigit(std::string_view text) {
 
 }  // namespace
 
-Dispatcher::Dispatcher(SessionState& session, CommandSender& sender, ucProgress& panel,
-                       ReadQueue& reads, RefreshQueue& refreshes, WriteQueue& writes, SessionBringUp& bringUp,
+Dispatcher::Dispatcher(SessionState& session, CommandSender& sender, ucProgress& panel, ReadQueue& reads,
+                       RefreshQueue& refreshes, WriteQueue& writes, SessionBringUp& bringUp,
                        RealTimeUpdate& realTimeUpdate)
-    : session_(session), sender_(sender), panel_(panel), reads_(reads), refreshes_(refreshes),
-      writes_(writes), bringUp_(bringUp), realTimeUpdate_(realTimeUpdate) {}
+    : session_(session), sender_(sender), panel_(panel), reads_(reads), refreshes_(refreshes), writes_(writes),
+      bringUp_(bringUp), realTimeUpdate_(realTimeUpdate) {}
 
 void Dispatcher::AnalyzeCmd(std::string_view line, bool show) {
     quietly("AnalyzeCmd", [&] {
-        noteFirstData(line);                           //  1
-        if (show) relay.emit(line);                    //  2
-        showInDebugConsole(line, show);                //  3
+        noteFirstData(line);                              //  1
+        if (show) relay.emit(line);                       //  2
+        showInDebugConsole(line, show);                   //  3
         if (analyzeEnabled && !analyzeEnabled()) return;  //  4
-        if (writes_.feeding()) {  // the console's own words are a record and nothing else
+        if (writes_.feeding()) {                          // the console's own words are a record and nothing else
             takeRecord(cut(line));
             return;
         }
-        noteToneDone(line);                            //  5
-        if (takeMasterUpdate(line)) return;            //  6
+        noteToneDone(line);                                                           //  5
+        if (takeMasterUpdate(line)) return;                                           //  6
         const auto record = takeHashFamily(line) ? Record{line, {}, {}} : cut(line);  //  7
-        if (takeMasterSession(line)) return;           //  8
-        matchRead(line);                               //  9
-        matchWrite(line);                              // 10
-        if (takeModemResult(line)) return;             // 11
-        takeRecord(record);                            // 12
+        if (takeMasterSession(line)) return;                                          //  8
+        matchRead(line);                                                              //  9
+        matchWrite(line);                                                             // 10
+        if (takeModemResult(line)) return;                                            // 11
+        takeRecord(record);                                                           // 12
     });
 }
 

@@ -35,8 +35,8 @@ class Dispatcher {
 public:
     using Handler = std::function<void(const Record& record)>;
 
-    Dispatcher(SessionState& session, CommandSender& sender, ucProgress& panel, ReadQueue& reads, RefreshQueue& refreshes,
-               WriteQueue& writes, SessionBringUp& bringUp, RealTimeUpdate& realTimeUpdate);
+    Dispatcher(SessionState& session, CommandSender& sender, ucProgress& panel, ReadQueue& reads,
+               RefreshQueue& refreshes, WriteQueue& writes, SessionBringUp& bringUp, RealTimeUpdate& realTimeUpdate);
 
     // `line` comes without its terminator. `show` is true for a line that the gateway sent: only such a line is relayed
     // and shown. A line that the write queue feeds back is taken as a record and as nothing else.

@@ -11,7 +11,7 @@ namespace {
 
 constexpr const char* section = "IPConfig";
 constexpr const char* defaultRate = "115200";
-const std::vector<std::string> rates = {"300",  "600",  "1200",  "2400",  "4800", "9600",
+const std::vector<std::string> rates = {"300",   "600",   "1200",  "2400",  "4800",  "9600",
                                         "14400", "19200", "38400", "57600", "115200"};
 
 constexpr int netKind = 1;

@@ -30,8 +30,7 @@ SessionBringUp::SessionBringUp(Platform& platform, Settings& settings, Settings&
                                CSpooling& spool, ucProgress& panel, ActionField& connectButton, ReadQueue& reads,
                                RefreshQueue& refreshes, WriteQueue& writes)
     : platform_(platform), settings_(settings), history_(history), session_(session), spool_(spool), panel_(panel),
-      connectButton_(connectButton), reads_(reads), refreshes_(refreshes), writes_(writes),
-      ports_(platform, settings),
+      connectButton_(connectButton), reads_(reads), refreshes_(refreshes), writes_(writes), ports_(platform, settings),
       MSComm_(platform.makeSerialPort([this](int number) { return ports_.deviceOf(number); })),
       wskNET_(platform.makeTcpSocket()) {
     panel_.SetTimeOut(panelWords[0], panelWords[1], panelWords[2], panelWords[3], panelWords[4]);
@@ -201,9 +200,9 @@ void SessionBringUp::connectionError() {
     panel_.setPanelText("Connection error");
     if (linkDialogOpen_) return;  // the box that is open already asks what to do
     linkDialogOpen_ = true;
-    const auto answer = platform_.dialogs().message(
-        {"Error: can't connect to the gateway ,please check your connection", "Error", ButtonSet::RetryCancel,
-         BoxIcon::Critical});
+    const auto answer =
+        platform_.dialogs().message({"Error: can't connect to the gateway ,please check your connection", "Error",
+                                     ButtonSet::RetryCancel, BoxIcon::Critical});
     linkDialogOpen_ = false;
     if (session_.sessionFlag) return;  // a new session was begun behind the box
     if (answer == Button::Retry) {
@@ -296,8 +295,8 @@ void SessionBringUp::logIn() {
 
 void SessionBringUp::connectingTimedOut() {
     linkDialogOpen_ = true;
-    const auto answer = platform_.dialogs().message({"Error: Time out, unable to connect to the gateway!!", "Error",
-                                                     ButtonSet::RetryCancel, BoxIcon::Critical});
+    const auto answer = platform_.dialogs().message(
+        {"Error: Time out, unable to connect to the gateway!!", "Error", ButtonSet::RetryCancel, BoxIcon::Critical});
     linkDialogOpen_ = false;
     if (answer == Button::Retry) {
         setPhase(SessionPhase::Connecting);

@@ -56,13 +56,13 @@ public:
     // Shows the connection dialog and returns when it is closed; the screens fill it in.
     std::function<void(frmConnectionSelect& dialog)> showConnectionDialog;
     sigc::signal<void(const std::string& host, const std::string& port)> addressChosen;  // a valid TCP entry
-    sigc::signal<void()> tornDown;         // blank what the session showed
-    sigc::signal<void()> resetTables;      // clear every shared table of ports and SIMs
-    sigc::signal<void()> sessionStarted;   // the session's clock may tick
-    sigc::signal<void()> loggedIn;         // the log-in batch is over
-    sigc::signal<void()> rightsReceived;   // gAccessRights changed
-    sigc::signal<void()> openShownPage;    // read again what the page of the moment shows
-    sigc::signal<void()> dialModem;        // the port to the modem is open
+    sigc::signal<void()> tornDown;        // blank what the session showed
+    sigc::signal<void()> resetTables;     // clear every shared table of ports and SIMs
+    sigc::signal<void()> sessionStarted;  // the session's clock may tick
+    sigc::signal<void()> loggedIn;        // the log-in batch is over
+    sigc::signal<void()> rightsReceived;  // gAccessRights changed
+    sigc::signal<void()> openShownPage;   // read again what the page of the moment shows
+    sigc::signal<void()> dialModem;       // the port to the modem is open
     sigc::signal<void()> armCallRecordTimer;
     sigc::signal<void()> stopCallRecords;
     sigc::signal<void()> openPasswords;

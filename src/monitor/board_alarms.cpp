@@ -20,9 +20,9 @@ struct LampCode {
 
 // Codes of the system's lamps, compared as text.
 constexpr LampCode lampCodes[] = {
-    {"010", 2, greenLamp},  {"011", 2, redLamp},    {"020", 0, yellowLamp}, {"021", 0, greenLamp},
-    {"022", 0, redLamp},    {"023", 0, yellowLamp}, {"024", 0, redLamp},    {"030", 1, yellowLamp},
-    {"031", 1, greenLamp},  {"032", 1, redLamp},    {"033", 1, yellowLamp}, {"034", 1, redLamp},
+    {"010", 2, greenLamp}, {"011", 2, redLamp},    {"020", 0, yellowLamp}, {"021", 0, greenLamp},
+    {"022", 0, redLamp},   {"023", 0, yellowLamp}, {"024", 0, redLamp},    {"030", 1, yellowLamp},
+    {"031", 1, greenLamp}, {"032", 1, redLamp},    {"033", 1, yellowLamp}, {"034", 1, redLamp},
 };
 
 bool clearsChannel(std::string_view code) {
@@ -231,7 +231,7 @@ void frmSimStatus::signalLevel(PortCell& port, std::int64_t level) {
     constexpr std::int64_t absurd = 9999;
     if (level < -absurd || level > absurd) return;
     port.lblStrengthDB.setText(std::to_string(level - 111) + "db");
-    const char* bars = level < 1    ? nullptr
+    const char* bars = level < 1     ? nullptr
                        : level <= 16 ? "IMG251"
                        : level <= 33 ? "IMG252"
                        : level <= 49 ? "IMG253"

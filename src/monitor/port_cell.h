@@ -18,17 +18,17 @@ struct PortCell {
     // Every field of the cell, for a listener of the whole.
     template <class Visit>
     void forEachField(Visit&& visit) {
-        for (Field* field : {static_cast<Field*>(&lblBCH), static_cast<Field*>(&chkSTPEnable),
-                             static_cast<Field*>(&shpSim), static_cast<Field*>(&LblSIM_num),
-                             static_cast<Field*>(&lblMsg), static_cast<Field*>(&lblMsgNumber),
-                             static_cast<Field*>(&lblLimit), static_cast<Field*>(&imgStatus),
-                             static_cast<Field*>(&imgStatusSim), static_cast<Field*>(&imgStatusNet),
+        for (Field* field : {static_cast<Field*>(&lblBCH),        static_cast<Field*>(&chkSTPEnable),
+                             static_cast<Field*>(&shpSim),        static_cast<Field*>(&LblSIM_num),
+                             static_cast<Field*>(&lblMsg),        static_cast<Field*>(&lblMsgNumber),
+                             static_cast<Field*>(&lblLimit),      static_cast<Field*>(&imgStatus),
+                             static_cast<Field*>(&imgStatusSim),  static_cast<Field*>(&imgStatusNet),
                              static_cast<Field*>(&imgStatusLock), static_cast<Field*>(&lblNetworkID),
-                             static_cast<Field*>(&lblNetBCCH), static_cast<Field*>(&lblRM_HM),
+                             static_cast<Field*>(&lblNetBCCH),    static_cast<Field*>(&lblRM_HM),
                              static_cast<Field*>(&lblStrengthDB), static_cast<Field*>(&imgAntenna),
-                             static_cast<Field*>(&imgSMS), static_cast<Field*>(&lblSimClick),
-                             static_cast<Field*>(&lblSimLed), static_cast<Field*>(&lblNetworkLed),
-                             static_cast<Field*>(&lblNetwork), static_cast<Field*>(&cmdResetLimit)})
+                             static_cast<Field*>(&imgSMS),        static_cast<Field*>(&lblSimClick),
+                             static_cast<Field*>(&lblSimLed),     static_cast<Field*>(&lblNetworkLed),
+                             static_cast<Field*>(&lblNetwork),    static_cast<Field*>(&cmdResetLimit)})
             visit(*field);
     }
 
@@ -43,11 +43,11 @@ struct PortCell {
     CheckField chkSTPEnable;  // the port's enable flag
     LabelField shpSim;        // its colour is the cell's state colour, its tip the meaning; its text is empty
     LabelField LblSIM_num;
-    LabelField lblMsg;        // last event; the tag is "CON" while the port counts as in a call, "DES" after
-    LabelField lblMsgNumber;  // number of the current call
-    LabelField lblLimit;      // "Count:" and the SIM's talk counter, MMMMM:SS
-    PictureField imgStatus;   // call picture: "" or "imgConnected"
-    PictureField imgStatusSim;   // lamps: "", "imgLedRed", "imgLedYellow", "imgLedGreen"; the tip tells the state
+    LabelField lblMsg;          // last event; the tag is "CON" while the port counts as in a call, "DES" after
+    LabelField lblMsgNumber;    // number of the current call
+    LabelField lblLimit;        // "Count:" and the SIM's talk counter, MMMMM:SS
+    PictureField imgStatus;     // call picture: "" or "imgConnected"
+    PictureField imgStatusSim;  // lamps: "", "imgLedRed", "imgLedYellow", "imgLedGreen"; the tip tells the state
     PictureField imgStatusNet;
     PictureField imgStatusLock;
     LabelField lblNetworkID;  // or a growing row of dots while registering, then bold

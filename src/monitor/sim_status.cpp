@@ -92,8 +92,7 @@ void frmSimStatus::UpdateSimStatus(std::string_view kind, const Fields& fields) 
 void frmSimStatus::systemLamps(const Fields& fields) {
     for (std::size_t i = 1; i <= 3; ++i) {
         const auto state = fields.at(i);
-        if (state == "0" || state == "1" || state == "2")
-            imgSystemStatus[i - 1].setPicture(lampPictures[val(state)]);
+        if (state == "0" || state == "1" || state == "2") imgSystemStatus[i - 1].setPicture(lampPictures[val(state)]);
     }
 }
 
@@ -108,8 +107,7 @@ void frmSimStatus::portEnabled(const Fields& fields) {
     port.lblBCH.setBold(false);
     const bool reserved = port.portBch == 31 || port.portBch == 32;
     if (reserved) {
-        port.lblBCH.setText("Port #" + std::to_string(index) +
-                            (port.portBch == 31 ? " (RESERVED1)" : " (RESERVED2)"));
+        port.lblBCH.setText("Port #" + std::to_string(index) + (port.portBch == 31 ? " (RESERVED1)" : " (RESERVED2)"));
     } else {
         port.lblBCH.setText(portHeading(index, channel));
     }
@@ -173,8 +171,8 @@ void frmSimStatus::refresh() {
     for (int index = 1; index <= portCount; ++index) {
         if (val(mid(session_.gActivePorts, static_cast<std::size_t>(index), 1)) < 1) continue;
         const auto [mcu, module] = portAtPosition(index);
-        batch.push_back(command("R_STS" + std::to_string(mcu * 10 + module),
-                                "Get data from port " + std::to_string(index)));
+        batch.push_back(
+            command("R_STS" + std::to_string(mcu * 10 + module), "Get data from port " + std::to_string(index)));
     }
     refreshes_.start(std::move(batch), refreshBudgetMs);
 }
@@ -199,8 +197,8 @@ void frmSimStatus::takeClock(const Fields& fields) {
     lblMinute.setText(escaped(fields.at(5)));
     const auto second = fields.at(6);
     lblSecond.setText(second == endMark ? std::string() : escaped(second));
-    lblDate.setText(escaped(std::string(fields.at(0)) + "/" + std::string(fields.at(1)) + "/" +
-                            std::string(fields.at(2))));
+    lblDate.setText(
+        escaped(std::string(fields.at(0)) + "/" + std::string(fields.at(1)) + "/" + std::string(fields.at(2))));
 }
 
 // The session is over: what is shown is no longer the state of anything.

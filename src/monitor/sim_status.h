@@ -53,9 +53,9 @@ public:
     LabelField lblMinute{"lblMinute"};
     LabelField lblSecond{"lblSecond"};
     LabelField lblDate{"lblDate"};
-    std::deque<PictureField> imgSystemStatus;          // 0 "Com Port :", 1 "Network  :", 2 "ISDN Line :"
-    LabelField lblLoading{"lblLoading", "0"};          // ports in a call
-    LabelField lblTotalCounter{"lblTotalCounter"};     // "minutes :seconds" of all talk counters
+    std::deque<PictureField> imgSystemStatus;       // 0 "Com Port :", 1 "Network  :", 2 "ISDN Line :"
+    LabelField lblLoading{"lblLoading", "0"};       // ports in a call
+    LabelField lblTotalCounter{"lblTotalCounter"};  // "minutes :seconds" of all talk counters
     LabelField lblSlaveVer{"lblSlaveVer"};
     ActionField cmdSTSRefresh{"cmdSTSRefresh", "Refresh"};
     ActionField cmdColors{"cmdColors", "Colours..."};

@@ -25,8 +25,8 @@ public:
     virtual Button message(const MessageBox& box) = 0;
     enum class AskReplace { Dialog, Caller };
     // A path, or empty when the operator cancels. The filter's form is "Groups Data (*.grp)|*.grp". A name without an
-    // extension gets the filter's. Whether a file that exists is to be replaced is asked by the dialog, or by the caller
-    // in words of its own.
+    // extension gets the filter's. Whether a file that exists is to be replaced is asked by the dialog, or by the
+    // caller in words of its own.
     virtual std::string openFile(const std::string& title, const std::string& filter) = 0;
     virtual std::string saveFile(const std::string& title, const std::string& filter, const std::string& name,
                                  AskReplace ask) = 0;

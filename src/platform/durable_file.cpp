@@ -33,9 +33,7 @@ void FreshFile::create(mode_t mode) {
     if (file_ < 0) fail(target_);
 }
 
-void FreshFile::write(std::string_view content) {
-    writeAll(file_, content, target_);
-}
+void FreshFile::write(std::string_view content) { writeAll(file_, content, target_); }
 
 // One that was filled by its name.
 void FreshFile::open() {

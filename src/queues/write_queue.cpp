@@ -199,8 +199,8 @@ std::string WriteQueue::failureText(const QueueItem& of, std::string_view extra)
 // The walk rests while its box is open; `current` tells afterwards whether it is still the walk that asked.
 Button WriteQueue::ask(const QueueItem& of, std::string_view extra, ButtonSet buttons, bool& current) {
     const ucProgress::Hold hold(panel_);
-    const auto answer = platform_.dialogs().message({failureText(of, extra), of.Caption, buttons,
-                                                     BoxIcon::Information, 2});
+    const auto answer =
+        platform_.dialogs().message({failureText(of, extra), of.Caption, buttons, BoxIcon::Information, 2});
     current = hold.stillCurrent() && active_;
     return answer;
 }

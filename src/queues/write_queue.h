@@ -18,9 +18,9 @@ struct WriteBatch {
     std::string word = "write";  // the panel's word: "write", "file", "backup", "wait", "start"
     int timeToWriteMs = ucProgress::defaultTimeToWriteMs;  // per item
     std::string firstText = "send data to: ";              // before the first caption on the panel
-    bool groupWrite = false;  // an empty batch then means that the group has no member
-    bool silent = false;      // no dialogs, failures are passed over
-    bool restore = false;     // replays a backup
+    bool groupWrite = false;                               // an empty batch then means that the group has no member
+    bool silent = false;                                   // no dialogs, failures are passed over
+    bool restore = false;                                  // replays a backup
 };
 
 // The change commands: an ordered batch, one command in flight, each waiting for the gateway's word or its time-out.
@@ -67,7 +67,7 @@ public:
     std::function<void()> RecievingChange;
     // An item is done with: accepted, or failed and not to be tried again.
     sigc::signal<void(const QueueItem&, Outcome)>& settled() { return settled_; }
-    sigc::signal<void()>& ended() { return ended_; }                        // a batch is over, however
+    sigc::signal<void()>& ended() { return ended_; }  // a batch is over, however
     // Why start() did not begin, or what of the operator's batch was cut short.
     sigc::signal<void(const std::string&)>& refused() { return refused_; }
 

@@ -33,13 +33,9 @@ constexpr double labelGap = 6;
 constexpr int leastLabelChars = 5;
 constexpr int spokenBars = 3;
 
-double sizeOf(const Bar& bar) {
-    return std::isfinite(bar.value) ? std::max(bar.value, 0.0) : 0;
-}
+double sizeOf(const Bar& bar) { return std::isfinite(bar.value) ? std::max(bar.value, 0.0) : 0; }
 
-QString inWords(const Bar& bar) {
-    return bar.label + ": " + bar.valueText;
-}
+QString inWords(const Bar& bar) { return bar.label + ": " + bar.valueText; }
 
 QColor mixed(const QColor& one, const QColor& other, double share) {
     const auto mix = [share](float a, float b) { return static_cast<float>(a * share + b * (1 - share)); };
@@ -102,9 +98,7 @@ QSize BarChart::minimumSizeHint() const {
     return {leastWidth, std::max(leastHeight, qCeil(texts) + leastBarsHeight + tickHeight + 2 * margin)};
 }
 
-QSize BarChart::sizeHint() const {
-    return {leastWidth, std::max(usualHeight, minimumSizeHint().height())};
-}
+QSize BarChart::sizeHint() const { return {leastWidth, std::max(usualHeight, minimumSizeHint().height())}; }
 
 BarChart::Rows BarChart::rows() const {
     const double small = std::ceil(QFontMetricsF(smallFont()).height());
@@ -139,9 +133,7 @@ void BarChart::chooseBars() {
     if (largestPlace_ == none) shown_.clear();
 }
 
-double BarChart::left(int place) const {
-    return margin + (width() - 2.0 * margin) * place / std::max(count(), 1);
-}
+double BarChart::left(int place) const { return margin + (width() - 2.0 * margin) * place / std::max(count(), 1); }
 
 int BarChart::placeAt(double x) const {
     const double within = (x - margin) / (width() - 2.0 * margin);
@@ -203,15 +195,9 @@ void BarChart::resizeEvent(QResizeEvent*) {
     if (shown_ != before) highlight(none);
 }
 
-void BarChart::mouseMoveEvent(QMouseEvent* event) {
-    highlight(placeAt(event->position().x()));
-}
-void BarChart::mousePressEvent(QMouseEvent* event) {
-    highlight(placeAt(event->position().x()));
-}
-void BarChart::leaveEvent(QEvent*) {
-    highlight(none);
-}
+void BarChart::mouseMoveEvent(QMouseEvent* event) { highlight(placeAt(event->position().x())); }
+void BarChart::mousePressEvent(QMouseEvent* event) { highlight(placeAt(event->position().x())); }
+void BarChart::leaveEvent(QEvent*) { highlight(none); }
 
 void BarChart::keyPressEvent(QKeyEvent* event) {
     const int last = count() - 1;
@@ -229,9 +215,7 @@ void BarChart::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-void BarChart::focusInEvent(QFocusEvent*) {
-    update();
-}
+void BarChart::focusInEvent(QFocusEvent*) { update(); }
 
 void BarChart::focusOutEvent(QFocusEvent* event) {
     if (event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason) highlight(none);

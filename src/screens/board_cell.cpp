@@ -26,9 +26,7 @@ constexpr double designHeight = 150;
 constexpr const char* stateIcons[BoardColours::count] = {"state_idle",    "state_off",      "state_connected",
                                                          "state_problem", "state_alerting", "state_call"};
 
-QString withoutColon(QString caption) {
-    return caption.remove(':').simplified();
-}
+QString withoutColon(QString caption) { return caption.remove(':').simplified(); }
 
 // How many characters of the text make up its first line; all of them when it can't be broken.
 qsizetype firstLine(const QString& text, const QFontMetricsF& metrics, double width) {
@@ -91,22 +89,14 @@ BoardCell::BoardCell(Console& console, int index, BoardFrame& frame, QWidget* pa
     cell_.forEachField([&](Field& field) { listen(this, field.changed(), [&frame, part] { frame.mark(part); }); });
 }
 
-QString BoardCell::text(const LabelField& field) {
-    return shown(field.text());
-}
+QString BoardCell::text(const LabelField& field) { return shown(field.text()); }
 
-QString BoardCell::text(const PictureField& field) {
-    return shown(field.picture());
-}
+QString BoardCell::text(const PictureField& field) { return shown(field.picture()); }
 
 // Nothing of a field that is hidden.
-QString BoardCell::seen(const LabelField& field) {
-    return field.visible() ? text(field) : QString();
-}
+QString BoardCell::seen(const LabelField& field) { return field.visible() ? text(field) : QString(); }
 
-QString BoardCell::cmdResetLimit() const {
-    return shown(cell_.cmdResetLimit.caption());
-}
+QString BoardCell::cmdResetLimit() const { return shown(cell_.cmdResetLimit.caption()); }
 
 void BoardCell::repaintLater() {
     stale_ = true;
@@ -116,13 +106,9 @@ void BoardCell::repaintLater() {
     QAccessible::updateAccessibility(&told);
 }
 
-void BoardCell::hardwareChanged() {
-    repaintLater();
-}
+void BoardCell::hardwareChanged() { repaintLater(); }
 
-QString BoardCell::meaning() const {
-    return tr(BoardColours::entries[cell_.state].meaning);
-}
+QString BoardCell::meaning() const { return tr(BoardColours::entries[cell_.state].meaning); }
 
 bool BoardCell::absent() const {
     const auto [mcu, module] = portAtPosition(cell_.index);
@@ -329,9 +315,7 @@ bool BoardCell::event(QEvent* event) {
     return true;
 }
 
-void BoardCell::resizeEvent(QResizeEvent*) {
-    stale_ = true;
-}
+void BoardCell::resizeEvent(QResizeEvent*) { stale_ = true; }
 
 void BoardCell::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange) {
@@ -365,12 +349,8 @@ void BoardCell::focusInEvent(QFocusEvent*) {
     Q_EMIT focused();
 }
 
-void BoardCell::focusOutEvent(QFocusEvent*) {
-    update();
-}
+void BoardCell::focusOutEvent(QFocusEvent*) { update(); }
 
-void BoardCell::contextMenuEvent(QContextMenuEvent*) {
-    cell_.cmdResetLimit.press();
-}
+void BoardCell::contextMenuEvent(QContextMenuEvent*) { cell_.cmdResetLimit.press(); }
 
 }  // namespace trunvex

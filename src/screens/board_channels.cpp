@@ -50,13 +50,9 @@ BoardChannelRow::BoardChannelRow(BchRow& row, BoardFrame& frame, QWidget* parent
         listen(this, field->changed(), [&frame, part] { frame.mark(part); });
 }
 
-QString BoardChannelRow::lblSTBBch() const {
-    return shown(row_.lblSTBBch.text());
-}
+QString BoardChannelRow::lblSTBBch() const { return shown(row_.lblSTBBch.text()); }
 
-QString BoardChannelRow::lblSTBCause() const {
-    return shown(row_.lblSTBCause.text());
-}
+QString BoardChannelRow::lblSTBCause() const { return shown(row_.lblSTBCause.text()); }
 
 QString BoardChannelRow::stateInWords() const {
     const auto state = row_.lblSTBBch.colour();
@@ -120,9 +116,7 @@ bool BoardChannelRow::event(QEvent* event) {
     return true;
 }
 
-void BoardChannelRow::resizeEvent(QResizeEvent*) {
-    stale_ = true;
-}
+void BoardChannelRow::resizeEvent(QResizeEvent*) { stale_ = true; }
 
 void BoardChannelRow::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange) {

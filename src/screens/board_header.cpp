@@ -18,9 +18,7 @@ namespace {
 constexpr const char* widestMark = "widestText";
 
 // As in the text of a caption that stands before its field; over it, the colon is too much.
-QString overField(const char* caption) {
-    return BoardHeader::tr(caption).remove(':').simplified();
-}
+QString overField(const char* caption) { return BoardHeader::tr(caption).remove(':').simplified(); }
 
 }  // namespace
 
@@ -36,9 +34,7 @@ LampSign::LampSign(PictureField& field, const QString& caption, BoardFrame& fram
     });
 }
 
-QString LampSign::picture() const {
-    return shown(field_.picture());
-}
+QString LampSign::picture() const { return shown(field_.picture()); }
 
 QSize LampSign::sizeHint() const {
     int widest = 0;
@@ -70,9 +66,7 @@ void LevelBar::setValue(int value) {
     update();
 }
 
-QSize LevelBar::sizeHint() const {
-    return {fontMetrics().height() * 6, fontMetrics().height()};
-}
+QSize LevelBar::sizeHint() const { return {fontMetrics().height() * 6, fontMetrics().height()}; }
 
 void LevelBar::paintEvent(QPaintEvent*) {
     const auto& roles = colours();

@@ -16,9 +16,7 @@ namespace {
 constexpr double readable = 4.5;
 constexpr int smallestPixels = 6;
 
-QString word(const char* text) {
-    return QCoreApplication::translate("Lamp", text);
-}
+QString word(const char* text) { return QCoreApplication::translate("Lamp", text); }
 
 QPixmap iconPixmap(const QString& icon, const QColor& colour, int pixels) {
     const auto key = QString("board/%1/%2/%3").arg(icon, colour.name()).arg(pixels);

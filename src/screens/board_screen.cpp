@@ -164,8 +164,6 @@ void BoardScreen::restorePlace() {
     if (!saved.empty()) restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(saved)));
 }
 
-void BoardScreen::savePlace() {
-    console_.setting.Write(section, geometryKey, saveGeometry().toBase64().toStdString());
-}
+void BoardScreen::savePlace() { console_.setting.Write(section, geometryKey, saveGeometry().toBase64().toStdString()); }
 
 }  // namespace trunvex

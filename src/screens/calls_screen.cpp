@@ -311,9 +311,8 @@ void CallsScreen::showOrder() {
     if (list.working()) return;
     const QSignalBlocker quiet(table_->horizontalHeader());
     const auto& order = list.order();
-    table_->horizontalHeader()->setSortIndicator(
-        order ? static_cast<int>(order->column) : -1,
-        order && !order->ascending ? Qt::DescendingOrder : Qt::AscendingOrder);
+    table_->horizontalHeader()->setSortIndicator(order ? static_cast<int>(order->column) : -1,
+                                                 order && !order->ascending ? Qt::DescendingOrder : Qt::AscendingOrder);
     table_->horizontalHeader()->viewport()->update();
 }
 
@@ -339,9 +338,8 @@ QGroupBox* CallsScreen::buildDownload() {
     auto* status = roleLabel({}, "error");
     status->setWordWrap(true);
     bind(download.lblCDRStatus, status);
-    follow(status, download.lblCDRStatus, [status, &download] {
-        status->setVisible(!download.lblCDRStatus.text().empty());
-    });
+    follow(status, download.lblCDRStatus,
+           [status, &download] { status->setVisible(!download.lblCDRStatus.text().empty()); });
     rows->addWidget(status);
     auto* buttons = new QHBoxLayout;
     buttons->addStretch(1);
@@ -369,7 +367,8 @@ void CallsScreen::copySelected() {
     int count = 0;
     for (const auto& range : table_->selectionModel()->selection()) count += range.height();
     if (count > mostCopied) {
-        console_.mainWindow.notice(tr("At most %1 calls are copied; CSV writes all of them.").arg(mostCopied).toStdString());
+        console_.mainWindow.notice(
+            tr("At most %1 calls are copied; CSV writes all of them.").arg(mostCopied).toStdString());
         return;
     }
     auto sorted = table_->selectionModel()->selectedRows();

@@ -173,8 +173,8 @@ QWidget* ConnectionDialogScreen::buildNet() {
 }
 
 // Under a field stands its hint, or in the same room what is wrong with the entry.
-void ConnectionDialogScreen::addErrorLine(QGridLayout* form, int row, LabelField& error,
-                                          FieldFrame* fieldFrame, const QString& hint) {
+void ConnectionDialogScreen::addErrorLine(QGridLayout* form, int row, LabelField& error, FieldFrame* fieldFrame,
+                                          const QString& hint) {
     auto* hintLabel = roleLabel(hint, "small");
     auto* errorLabel = roleLabel({}, "error");
     bind(error, errorLabel);

@@ -27,8 +27,7 @@ private:
     QWidget* buildNet();
     QWidget* buildCommon();
     QWidget* buildButtons();
-    void addErrorLine(QGridLayout* grid, int row, LabelField& error, FieldFrame* fieldFrame,
-                      const QString& hint);
+    void addErrorLine(QGridLayout* grid, int row, LabelField& error, FieldFrame* fieldFrame, const QString& hint);
     void orderTabs();
     void toFirstError();
 

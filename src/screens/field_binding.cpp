@@ -20,9 +20,7 @@ namespace {
 
 constexpr QChar dash(0x2013);
 
-QString withoutMarks(QString caption) {
-    return caption.remove('&').remove(':').trimmed();
-}
+QString withoutMarks(QString caption) { return caption.remove('&').remove(':').trimmed(); }
 
 QString withMnemonic(QString caption, QChar mnemonic) {
     caption.replace("&", "&&");
@@ -103,13 +101,9 @@ void showLabel(const LabelField& field, QLabel* label) {
 
 }  // namespace
 
-QString shown(const std::string& text) {
-    return QString::fromStdString(text);
-}
+QString shown(const std::string& text) { return QString::fromStdString(text); }
 
-QString plainTip(const QString& text) {
-    return "<span>" + text.toHtmlEscaped() + "</span>";
-}
+QString plainTip(const QString& text) { return "<span>" + text.toHtmlEscaped() + "</span>"; }
 
 void follow(QObject* owner, Field& field, std::function<void()> refresh) {
     refresh();

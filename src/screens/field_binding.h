@@ -24,8 +24,7 @@ class IconLabel;
 // Ends a signal's connection when its parent dies, so that a window may die before the view model it shows.
 class SignalGuard : public QObject {
 public:
-    SignalGuard(QObject* parent, sigc::connection connection)
-        : QObject(parent), connection_(std::move(connection)) {}
+    SignalGuard(QObject* parent, sigc::connection connection) : QObject(parent), connection_(std::move(connection)) {}
     ~SignalGuard() override { connection_.disconnect(); }
 
 private:

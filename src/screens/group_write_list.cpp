@@ -33,8 +33,8 @@ const QColor& colourOf(GroupWrite::Outcome outcome) {
 
 GroupWriteList::GroupWriteList(const QString& name, GroupWrite& groupWrite, Field& page,
                                std::function<std::string()> shownGroup, QWidget* parent)
-    : QFrame(parent), groupWrite_(groupWrite), shownGroup_(std::move(shownGroup)),
-      summary_(roleLabel({}, "strong")), members_(new QListWidget) {
+    : QFrame(parent), groupWrite_(groupWrite), shownGroup_(std::move(shownGroup)), summary_(roleLabel({}, "strong")),
+      members_(new QListWidget) {
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(grid / 2);
@@ -56,8 +56,8 @@ void GroupWriteList::refresh() {
     summary_->setText(shown(groupWrite_.summary()));
     members_->clear();
     for (const auto& member : groupWrite_.members()) {
-        auto* item = new QListWidgetItem(shown(member.name) + "  " + QChar(0x2013) + "  " +
-                                         GroupWrite::word(member.outcome));
+        auto* item =
+            new QListWidgetItem(shown(member.name) + "  " + QChar(0x2013) + "  " + GroupWrite::word(member.outcome));
         item->setForeground(colourOf(member.outcome));
         members_->addItem(item);
     }

@@ -7,9 +7,7 @@
 
 // The pictures are linked from a static library, which needs to be told; the macro wants the global
 // namespace.
-static void loadPictures() {
-    Q_INIT_RESOURCE(screens);
-}
+static void loadPictures() { Q_INIT_RESOURCE(screens); }
 
 namespace trunvex {
 
@@ -60,8 +58,6 @@ QIcon lineIcon(const QString& name, QColor ColourRoles::*role) {
     return QIcon(new LineIconEngine(pictureText(name), role));
 }
 
-QIcon applicationIcon() {
-    return lineIcon("trunvex");
-}
+QIcon applicationIcon() { return lineIcon("trunvex"); }
 
 }  // namespace trunvex

@@ -17,9 +17,7 @@ constexpr int shortestText = 48;
 
 }  // namespace
 
-IconLabel::IconLabel(int sizePixels, QWidget* parent) : QLabel(parent) {
-    setFixedSize(sizePixels, sizePixels);
-}
+IconLabel::IconLabel(int sizePixels, QWidget* parent) : QLabel(parent) { setFixedSize(sizePixels, sizePixels); }
 
 void IconLabel::setIcon(const QIcon& icon) {
     icon_ = icon;
@@ -36,9 +34,7 @@ ElidedLabel::ElidedLabel(QWidget* parent) : QLabel(parent) {
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
 }
 
-QSize ElidedLabel::minimumSizeHint() const {
-    return {shortestText, QLabel::minimumSizeHint().height()};
-}
+QSize ElidedLabel::minimumSizeHint() const { return {shortestText, QLabel::minimumSizeHint().height()}; }
 
 bool ElidedLabel::event(QEvent* event) {
     if (event->type() != QEvent::ToolTip || fontMetrics().horizontalAdvance(text()) <= width())
@@ -54,9 +50,7 @@ void ElidedLabel::paintEvent(QPaintEvent*) {
                           foregroundRole());
 }
 
-StateSign::StateSign(QWidget* parent) : QWidget(parent) {
-    setFixedSize(signSize, signSize);
-}
+StateSign::StateSign(QWidget* parent) : QWidget(parent) { setFixedSize(signSize, signSize); }
 
 void StateSign::setPhase(const QString& phase) {
     phase_ = phase;

@@ -62,8 +62,8 @@ void LevelSlider::paintEvent(QPaintEvent*) {
     const int handle = style()->pixelMetric(QStyle::PM_SliderLength, &option, slider_);
     const int span = slider_->width() - handle;
     for (int position = 0; position <= field_.highest(); ++position) {
-        const int centre = slider_->x() + handle / 2 +
-                           QStyle::sliderPositionFromValue(0, field_.highest(), position, span);
+        const int centre =
+            slider_->x() + handle / 2 + QStyle::sliderPositionFromValue(0, field_.highest(), position, span);
         painter.drawText(QRect(centre - handle, slider_->geometry().bottom() - 1, 2 * handle, markRoom),
                          Qt::AlignHCenter | Qt::AlignTop, marks_.value(position));
     }

@@ -20,15 +20,12 @@ void drawEdge(QPainter* painter, const QRect& rect, const QStyleOption& option, 
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(QPen(focus ? roles.accent : enabled ? roles.outline : roles.border, width));
     painter->setBrush(fill);
-    painter->drawRoundedRect(QRectF(rect).adjusted(width / 2, width / 2, -width / 2, -width / 2), radius,
-                             radius);
+    painter->drawRoundedRect(QRectF(rect).adjusted(width / 2, width / 2, -width / 2, -width / 2), radius, radius);
     painter->restore();
 }
 
 void drawTick(QPainter* painter, const QRectF& box, const QColor& colour) {
-    const auto at = [&box](double x, double y) {
-        return box.topLeft() + QPointF(x * box.width(), y * box.height());
-    };
+    const auto at = [&box](double x, double y) { return box.topLeft() + QPointF(x * box.width(), y * box.height()); };
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(QPen(colour, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
@@ -56,12 +53,11 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
     }
 }
 
-void LookStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
-                                   QPainter* painter, const QWidget* widget) const {
+void LookStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                                   const QWidget* widget) const {
     QProxyStyle::drawComplexControl(control, option, painter, widget);
     const auto* combo = qstyleoption_cast<const QStyleOptionComboBox*>(option);
-    if (control == CC_ComboBox && combo && combo->frame)
-        drawEdge(painter, option->rect, *option, Qt::NoBrush);
+    if (control == CC_ComboBox && combo && combo->frame) drawEdge(painter, option->rect, *option, Qt::NoBrush);
 }
 
 int LookStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,

@@ -1,6 +1,6 @@
+#include "screens/main_window_screen.h"
 #include "screens/calls_screen.h"
 #include "screens/isdn_page_screen.h"
-#include "screens/main_window_screen.h"
 
 #include <QCloseEvent>
 #include <QLabel>
@@ -41,8 +41,7 @@ struct EmptyPage {
 constexpr EmptyPage emptyPages[] = {
     {"stc", "frmStatics", "Statistics", "Calls, minutes and answer rates of every SIM, to be read here."},
     {"hst", "page_hst", "Handset test", "A test call over one port, to be dialled and heard here."},
-    {"dbg", "page_dbg", "Debug console",
-     "The lines that go to and come from the gateway, to be watched here."},
+    {"dbg", "page_dbg", "Debug console", "The lines that go to and come from the gateway, to be watched here."},
 };
 
 // The focus goes with the page: left on a hidden one, it would jump to the first button of the tool bar.
@@ -110,8 +109,8 @@ QWidget* MainWindowScreen::buildMain() {
     both->addWidget(new PortTreeScreen(console_));
     const auto choose = [this, both] {
         const auto phase = console_.bringUp.phase();
-        turnTo(both, phase == SessionPhase::LogIn || phase == SessionPhase::Connected ? both->widget(1)
-                                                                                      : both->widget(0));
+        turnTo(both,
+               phase == SessionPhase::LogIn || phase == SessionPhase::Connected ? both->widget(1) : both->widget(0));
     };
     choose();
     listen(both, console_.bringUp.phaseChanged(), choose);

@@ -30,8 +30,8 @@ PageFrame::PageFrame(const QString& name, const QString& title, QWidget* parent)
     content_->setSpacing(2 * grid);
 }
 
-PlaceholderPage::PlaceholderPage(const QString& name, const QString& title, const QString& icon,
-                                 const QString& purpose, QWidget* parent)
+PlaceholderPage::PlaceholderPage(const QString& name, const QString& title, const QString& icon, const QString& purpose,
+                                 QWidget* parent)
     : PageFrame(name, title, parent), words_(new QVBoxLayout) {
     auto* card = new QFrame;
     card->setProperty("role", "card");

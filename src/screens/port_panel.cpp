@@ -35,9 +35,11 @@ SettingsForm* PortPanel::buildDialling() {
     form->add(page.TxtMaxDigits, {tr("M&aximum digits"), {}, "5-32", 64, &page.chkIncGrpMod[IncMaxDigits]});
     form->add(page.TxtIntDigPause,
               {tr("&Pause between digits"), tr("x 50 ms"), "1-200", 64, &page.chkIncGrpMod[IncIntDigPause]});
-    form->add(page.CmbSendComplete,
-              {tr("&End of dialling"), {}, tr("What is dialled behind the last digit"), 96,
-               &page.chkIncGrpMod[IncSendComplete]});
+    form->add(page.CmbSendComplete, {tr("&End of dialling"),
+                                     {},
+                                     tr("What is dialled behind the last digit"),
+                                     96,
+                                     &page.chkIncGrpMod[IncSendComplete]});
     form->add(page.cmbRelaxTime, {tr("Rela&x time"), tr("s"), "0-5", 96, &page.chkIncGrpMod[IncRelaxTime]});
     return form;
 }
@@ -45,8 +47,7 @@ SettingsForm* PortPanel::buildDialling() {
 SettingsForm* PortPanel::buildSwitching() {
     auto& page = console_.pages.port;
     auto* form = new SettingsForm(tr("SIM switching"), captionWidth);
-    form->add(page.cmbSimSwitching,
-              {tr("S&witch by"), {}, {}, choiceWidth, &page.chkIncGrpMod[IncSimSwitching]});
+    form->add(page.cmbSimSwitching, {tr("S&witch by"), {}, {}, choiceWidth, &page.chkIncGrpMod[IncSimSwitching]});
     form->add(page.txtSimSwap, {tr("&Swap every"), tr("min"), "1-255", 64});
     form->add(page.cmbCallReject, {tr("Incoming &calls"), {}, {}, 96});
     form->add(page.txtNoRegTimer,

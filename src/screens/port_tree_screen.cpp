@@ -167,8 +167,8 @@ void PortTreeScreen::showFacts() {
     const bool ofPort = node && (node_key::isPort(node->key) || node_key::isSim(node->key));
     selectedPort_ = ofPort ? portNumber(node_key::mcu(node->key), node_key::module(node->key)) : 0;
     factsCard_->setVisible(ofPort);
-    const auto texts = ofPort ? factsOf(node_key::isPort(node->key) ? node->key : node->parent)
-                              : std::array<QString, factCount>();
+    const auto texts =
+        ofPort ? factsOf(node_key::isPort(node->key) ? node->key : node->parent) : std::array<QString, factCount>();
     for (std::size_t row = 0; row < factCount; ++row) showValue(facts_[row], texts[row]);
 }
 
@@ -199,7 +199,9 @@ GroupsScreen::GroupsScreen(Console& console, QWidget* parent)
     left->addLayout(treeTools(tree, 2));
     tree_ = new TreeView(tree.tvGroups[1], tr("Groups and their ports"));
     tree_->rename = [&tree](const std::string& key, const std::string& text) { return tree.rename(key, text); };
-    tree_->movePort = [&tree](const std::string& port, const std::string& target) { return tree.movePort(port, target); };
+    tree_->movePort = [&tree](const std::string& port, const std::string& target) {
+        return tree.movePort(port, target);
+    };
     left->addWidget(tree_, 1);
     columns->addLayout(left, 1);
     columns->addWidget(buildButtons());
@@ -219,7 +221,8 @@ QGroupBox* GroupsScreen::buildButtons() {
         label->setWordWrap(true);
         column->addWidget(label);
     };
-    hint(tr("Make a group, mark ports in the tree and move them to it, or drag a port onto a group. F2 renames a group."));
+    hint(tr(
+        "Make a group, mark ports in the tree and move them to it, or drag a port onto a group. F2 renames a group."));
     for (auto* action : {&tree.cmdCreateGroup, &tree.cmdMoveToGroup, &tree.cmdRenameGroup, &tree.cmdDeleteGroup})
         column->addWidget(button(*action));
     column->addSpacing(2 * grid);

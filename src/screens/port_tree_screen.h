@@ -37,7 +37,7 @@ private:
 
     Console& console_;
     BoardFrame frame_;
-    int selectedPort_ = 0;  // board index, 0 for a node that belongs to no port
+    int selectedPort_ = 0;         // board index, 0 for a node that belongs to no port
     QFrame* factsCard_ = nullptr;  // hidden for a node that is no port's
     std::array<QLabel*, factCount> facts_{};
 };

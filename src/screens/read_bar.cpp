@@ -53,11 +53,12 @@ ReadBar::ReadBar(CoolProgressBar& bar, Cancel cancel, const Follow& follow, QWid
 }
 
 ReadBar::ReadBar(ReadQueue& reads, QWidget* parent)
-    : ReadBar(reads.prgLoading, {"cmdCancelLoading", tr("Cancel loading"), [&reads] { reads.abandon(); }},
-              [](QObject* owner, Field& bar, std::function<void()> refresh) {
-                  trunvex::follow(owner, bar, std::move(refresh));
-              },
-              parent) {}
+    : ReadBar(
+          reads.prgLoading, {"cmdCancelLoading", tr("Cancel loading"), [&reads] { reads.abandon(); }},
+          [](QObject* owner, Field& bar, std::function<void()> refresh) {
+              trunvex::follow(owner, bar, std::move(refresh));
+          },
+          parent) {}
 
 void ReadBar::refresh() {
     // Where the text ends in percents, they stand beside it already, and there they are not cut off.

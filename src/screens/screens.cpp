@@ -26,14 +26,12 @@ Screens::Screens(Console& console) : console_(console) {
     };
 }
 
-Screens::~Screens() {
-    console_.bringUp.showConnectionDialog = nullptr;
-}
+Screens::~Screens() { console_.bringUp.showConnectionDialog = nullptr; }
 
 void Screens::start() {
-    splash_ = std::make_unique<SplashScreen>(console_.platform,
-                                             QString::fromStdString(console_.mainWindow.lblVersion.text()),
-                                             [this] { startWithoutSplash(); });
+    splash_ =
+        std::make_unique<SplashScreen>(console_.platform, QString::fromStdString(console_.mainWindow.lblVersion.text()),
+                                       [this] { startWithoutSplash(); });
     splash_->show();
 }
 

@@ -16,9 +16,9 @@ SelectGroupScreen::SelectGroupScreen(frmSelectGroup& model, QWidget* parent) : Q
     auto* column = new QVBoxLayout(this);
     column->setSpacing(grid);
     const bool empty = model.tvGroups.nodes().empty();
-    column->addWidget(roleLabel(empty ? tr("There is no group yet. Make one first.")
-                                      : tr("The marked ports are moved to this group:"),
-                                "muted"));
+    column->addWidget(roleLabel(
+        empty ? tr("There is no group yet. Make one first.") : tr("The marked ports are moved to this group:"),
+        "muted"));
     auto* tree = new TreeView(model.tvGroups, tr("Groups"));
     tree->setDragEnabled(false);
     tree->setEditTriggers(QAbstractItemView::NoEditTriggers);

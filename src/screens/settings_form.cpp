@@ -121,7 +121,8 @@ void SettingsForm::place(InputField& field, QWidget* editor, QLabel* caption, co
     // A field that is hidden takes its whole row with it.
     follow(frame, field, [&field, frame, unit, caption, visible = true]() mutable {
         if (std::exchange(visible, field.visible()) == visible) return;
-        for (QWidget* part : {static_cast<QWidget*>(frame), static_cast<QWidget*>(unit), static_cast<QWidget*>(caption)})
+        for (QWidget* part :
+             {static_cast<QWidget*>(frame), static_cast<QWidget*>(unit), static_cast<QWidget*>(caption)})
             part->setVisible(visible);
     });
 }

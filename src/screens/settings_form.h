@@ -17,10 +17,10 @@ class FieldFrame;
 
 // How a field of a record is laid out.
 struct FieldRow {
-    QString caption;            // with its mnemonic
-    QString unit;               // behind the field
-    QString limits;             // in the tip, and in the field while it is empty
-    int width = 96;             // pixels
+    QString caption;                // with its mnemonic
+    QString unit;                   // behind the field
+    QString limits;                 // in the tip, and in the field while it is empty
+    int width = 96;                 // pixels
     CheckField* include = nullptr;  // marks the field for a group write
     ActionField* action = nullptr;  // a button that fills the field
 };

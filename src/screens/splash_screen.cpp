@@ -24,8 +24,7 @@ constexpr int stripeHeight = 4;
 }  // namespace
 
 SplashScreen::SplashScreen(Platform& platform, const QString& version, std::function<void()> loaded)
-    : QWidget(nullptr, Qt::SplashScreen | Qt::FramelessWindowHint),
-      tmrSplash_(platform.makeTimer([this] { end(); })),
+    : QWidget(nullptr, Qt::SplashScreen | Qt::FramelessWindowHint), tmrSplash_(platform.makeTimer([this] { end(); })),
       loaded_(std::move(loaded)) {
     setObjectName("frmSplash");
     setWindowTitle("Trunvex");
@@ -59,9 +58,7 @@ void SplashScreen::end() {
     if (auto loaded = std::exchange(loaded_, nullptr)) loaded();
 }
 
-void SplashScreen::mousePressEvent(QMouseEvent*) {
-    end();
-}
+void SplashScreen::mousePressEvent(QMouseEvent*) { end(); }
 
 void SplashScreen::paintEvent(QPaintEvent*) {
     QPainter painter(this);

@@ -34,8 +34,7 @@ constexpr std::array<Step, 3> steps = {{
 
 }  // namespace
 
-StartPage::StartPage(Console& console, QWidget* parent)
-    : PageFrame("page_start", tr("No gateway connected"), parent) {
+StartPage::StartPage(Console& console, QWidget* parent) : PageFrame("page_start", tr("No gateway connected"), parent) {
     auto* card = new QFrame;
     card->setProperty("role", "card");
     auto* form = new QGridLayout(card);

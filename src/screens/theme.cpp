@@ -40,17 +40,14 @@ double linear(double channel) {
 }
 
 double luminance(const QColor& colour) {
-    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
-           0.0722 * linear(colour.blueF());
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
 }
 
-bool isDark(const QPalette& palette) {
-    return luminance(palette.color(QPalette::Window)) < 0.18;
-}
+bool isDark(const QPalette& palette) { return luminance(palette.color(QPalette::Window)) < 0.18; }
 
 QPalette paletteOf(const ColourRoles& roles) {
-    QPalette palette(roles.text, roles.button, roles.surface.lighter(120), roles.border.darker(120),
-                     roles.border, roles.text, roles.text, roles.field, roles.window);
+    QPalette palette(roles.text, roles.button, roles.surface.lighter(120), roles.border.darker(120), roles.border,
+                     roles.text, roles.text, roles.field, roles.window);
     palette.setColor(QPalette::AlternateBase, roles.surface);
     palette.setColor(QPalette::ButtonText, roles.text);
     palette.setColor(QPalette::PlaceholderText, roles.muted);
@@ -128,12 +125,11 @@ QToolTip { background: @surface; color: palette(text); border: 1px solid @border
 QString sheetOf(const ColourRoles& roles, double base) {
     const auto points = [base](double factor) { return QString::number(base * factor, 'f', 1); };
     const std::pair<const char*, QString> words[] = {
-        {"@surface", roles.surface.name()}, {"@border", roles.border.name()},
-        {"@accent", roles.accent.name()},   {"@muted", roles.muted.name()},
-        {"@danger", roles.danger.name()},   {"@notice", roles.noticeBack.name()},
-        {"@window", roles.window.name()},   {"@button", roles.button.name()},
-        {"@outline", roles.outline.name()}, {"@warning", roles.warning.name()}, {"@onAccent", roles.onAccent.name()},
-        {"@title", points(titleSize)},      {"@small", points(smallSize)},
+        {"@surface", roles.surface.name()}, {"@border", roles.border.name()},     {"@accent", roles.accent.name()},
+        {"@muted", roles.muted.name()},     {"@danger", roles.danger.name()},     {"@notice", roles.noticeBack.name()},
+        {"@window", roles.window.name()},   {"@button", roles.button.name()},     {"@outline", roles.outline.name()},
+        {"@warning", roles.warning.name()}, {"@onAccent", roles.onAccent.name()}, {"@title", points(titleSize)},
+        {"@small", points(smallSize)},
     };
     QString text(sheet);
     for (const auto& [word, meaning] : words) text.replace(word, meaning);
@@ -150,13 +146,9 @@ void applyTheme(QApplication& application, Theme theme) {
     application.setStyleSheet(sheetOf(roles, QFontInfo(QApplication::font()).pointSizeF()));
 }
 
-const ColourRoles& coloursOf(Theme theme) {
-    return theme == Theme::Dark ? darkRoles() : lightRoles();
-}
+const ColourRoles& coloursOf(Theme theme) { return theme == Theme::Dark ? darkRoles() : lightRoles(); }
 
-const ColourRoles& colours() {
-    return isDark(QApplication::palette()) ? darkRoles() : lightRoles();
-}
+const ColourRoles& colours() { return isDark(QApplication::palette()) ? darkRoles() : lightRoles(); }
 
 double contrast(const QColor& one, const QColor& other) {
     const auto [low, high] = std::minmax({luminance(one), luminance(other)});
@@ -169,9 +161,8 @@ QColor readableOn(const QColor& background, QColor colour) {
     constexpr float step = 0.1F;
     while (contrast(background, colour) < readable && contrast(colour, goal) > 1.05) {
         const auto towards = [](float from, float to) { return from + (to - from) * step; };
-        colour =
-            QColor::fromRgbF(towards(colour.redF(), goal.redF()), towards(colour.greenF(), goal.greenF()),
-                             towards(colour.blueF(), goal.blueF()));
+        colour = QColor::fromRgbF(towards(colour.redF(), goal.redF()), towards(colour.greenF(), goal.greenF()),
+                                  towards(colour.blueF(), goal.blueF()));
     }
     return colour;
 }

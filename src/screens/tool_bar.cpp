@@ -55,9 +55,8 @@ QAction* ToolBar::addTool(const char* key, const QString& tip, const QKeySequenc
 void ToolBar::addConnect(const QString& tip, const QKeySequence& shortcut) {
     auto* action = addTool("connect", tip, shortcut);
     auto& button = console_.connectButton;
-    follow(action, button, [action, &button] {
-        action->setIcon(lineIcon(button.caption() == "Connect" ? "connect" : "disconnect"));
-    });
+    follow(action, button,
+           [action, &button] { action->setIcon(lineIcon(button.caption() == "Connect" ? "connect" : "disconnect")); });
 }
 
 void ToolBar::addTray() {

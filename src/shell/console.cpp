@@ -7,24 +7,20 @@
 namespace trunvex {
 
 Console::Console(Platform& platform_, const std::filesystem::path& folder)
-    : platform(platform_),
-      setting(folder / "Setting.xml", [this](const std::string& text) { tell(text); }),
+    : platform(platform_), setting(folder / "Setting.xml", [this](const std::string& text) { tell(text); }),
       history(folder / "History.xml", [this](const std::string& text) { tell(text); }),
-      data(folder / "Data.xml", [this](const std::string& text) { tell(text); }),
-      panel(platform),
-      objSpool(session, panel, connectButton),
-      reads(platform, objSpool),
-      refreshes(platform, objSpool),
+      data(folder / "Data.xml", [this](const std::string& text) { tell(text); }), panel(platform),
+      objSpool(session, panel, connectButton), reads(platform, objSpool), refreshes(platform, objSpool),
       writes(platform, objSpool, panel),
       bringUp(platform, setting, data, session, objSpool, panel, connectButton, reads, refreshes, writes),
       dispatcher(session, objSpool, panel, reads, refreshes, writes, bringUp, realTimeUpdate),
       sessionRecords(dispatcher, session, panel, refreshes, writes, bringUp, realTimeUpdate),
       portDetection(dispatcher, session, tables, writes),
-      portTree(platform.dialogs(), tables, session, objSpool, replaceFile, [this](const std::string& text) { tell(text); }),
+      portTree(platform.dialogs(), tables, session, objSpool, replaceFile,
+               [this](const std::string& text) { tell(text); }),
       pages(platform.dialogs(), tables, objSpool, reads, writes, platform.clock(), setting, dispatcher, bringUp,
             realTimeUpdate, portTree, [this](const std::string& text) { tell(text); }),
-      routingPage(realTimeUpdate),
-      callStore(platform.databases(), folder),
+      routingPage(realTimeUpdate), callStore(platform.databases(), folder),
       cdrDownload(platform, setting, session, objSpool, dispatcher, bringUp, callStore),
       calls(
           platform, setting, session, callStore, cdrDownload,
@@ -35,8 +31,7 @@ Console::Console(Platform& platform_, const std::filesystem::path& folder)
           },
           [this](const std::string& text) { tell(text); }),
       board(platform, setting, dispatcher, session, bringUp, realTimeUpdate, objSpool, reads, refreshes),
-      portState(board, tables, dispatcher, session, refreshes, realTimeUpdate),
-      lastCalls(platform, history, session),
+      portState(board, tables, dispatcher, session, refreshes, realTimeUpdate), lastCalls(platform, history, session),
       mainWindow(platform, session, objSpool, panel, reads, connectButton) {
     session.applicationFolder = folder.string();
     forgetESN(session);

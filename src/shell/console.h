@@ -2,8 +2,8 @@
 
 #include <filesystem>
 
-#include "config/model/shared_tables.h"
 #include "cdr/calls_page.h"
+#include "config/model/shared_tables.h"
 #include "config/port_detection.h"
 #include "config/port_tree.h"
 #include "config/routing_page.h"

@@ -59,8 +59,7 @@ FrmPRIGroups::FrmPRIGroups(Platform& platform, SessionState& session, CSpooling&
     connectButton_.pressed().connect([this] { openPage("connect"); });
     tool(page_).setMarked(true);
     for (int index = 0; index < commandTimers; ++index)
-        tmrEnableCmd_[static_cast<std::size_t>(index)] =
-            platform.makeTimer([this, index] { commandTimerTick(index); });
+        tmrEnableCmd_[static_cast<std::size_t>(index)] = platform.makeTimer([this, index] { commandTimerTick(index); });
     TmrDelayClkUpdate_ = platform.makeTimer([this] { delayedClockTick(); });
     InitTimers();
     lblVersion.setText(std::string(versionMajor) + "." + versionMinor);

@@ -5,9 +5,7 @@
 
 namespace trunvex {
 
-void Fields::throwNoField(std::size_t index) {
-    throw std::out_of_range("no field " + std::to_string(index));
-}
+void Fields::throwNoField(std::size_t index) { throw std::out_of_range("no field " + std::to_string(index)); }
 
 Fields splitString(std::string_view text, char separator) {
     Fields fields;

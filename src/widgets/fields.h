@@ -78,8 +78,7 @@ private:
 // A line of text that the operator may edit.
 class TextField : public InputField {
 public:
-    explicit TextField(std::string name, std::string text = {})
-        : InputField(std::move(name)), text_(std::move(text)) {}
+    explicit TextField(std::string name, std::string text = {}) : InputField(std::move(name)), text_(std::move(text)) {}
     virtual ~TextField() = default;
     std::string value() const override { return text_; }
     void setValue(const std::string& value) override { setText(value); }

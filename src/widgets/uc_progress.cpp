@@ -19,8 +19,8 @@ struct BatchWord {
 };
 
 constexpr BatchWord batchWords[] = {
-    {"write", ucProgress::Write}, {"file", ucProgress::File},     {"backup", ucProgress::Backup},
-    {"bcch", ucProgress::Bcch},   {"wait", ucProgress::Wait},     {"server", ucProgress::Server},
+    {"write", ucProgress::Write}, {"file", ucProgress::File}, {"backup", ucProgress::Backup},
+    {"bcch", ucProgress::Bcch},   {"wait", ucProgress::Wait}, {"server", ucProgress::Server},
     {"start", ucProgress::Start},
 };
 

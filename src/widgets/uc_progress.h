@@ -102,7 +102,7 @@ private:
     int timeToWriteMs_ = defaultTimeToWriteMs;
     int intervalMs_ = defaultTimeToWriteMs;  // of the running word, as it was begun
     bool running_ = false;
-    unsigned run_ = 1;  // counts the words begun, so that a dialog sees whether its own still runs
+    unsigned run_ = 1;      // counts the words begun, so that a dialog sees whether its own still runs
     unsigned heldRun_ = 0;  // the one whose ticks a Hold keeps back; 0 is no run
     sigc::signal<void(int, int)> stepped_;
     sigc::signal<void(int)> ended_;

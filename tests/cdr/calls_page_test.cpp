@@ -242,8 +242,9 @@ TEST_F(Calls, GoOnIntoTheTableWhenARolloverIsEnded) {
     setting("Max", "9001");
     store.CheckCDRFile();
     bench.platform.databaseFiles.open(store.gCDRFile())
-        ->execute("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 9000) INSERT INTO CDR "
-                  "SELECT '5','1','','',printf('%0400d', i),10000 + i,'','','','','','','','','','' FROM n");
+        ->execute(
+            "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 9000) INSERT INTO CDR "
+            "SELECT '5','1','','',printf('%0400d', i),10000 + i,'','','','','','','','','','' FROM n");
     page.BuildCDRList("SELECT * FROM CDR");
     bench.advance(100);
     add("7", "last");
@@ -280,8 +281,9 @@ TEST_F(Calls, AskForTheGatewayThatIsThere) {
 TEST_F(Calls, AreToldToBeIncompleteWhenTheirLoadingWasEnded) {
     store.CheckCDRFile();
     bench.platform.databaseFiles.open(store.gCDRFile())
-        ->execute("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 9000) INSERT INTO CDR "
-                  "SELECT '5','1','','','',10000 + i,'','','','','','','','','','' FROM n");
+        ->execute(
+            "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 9000) INSERT INTO CDR "
+            "SELECT '5','1','','','',10000 + i,'','','','','','','','','','' FROM n");
     page.BuildCDRList("SELECT * FROM CDR");
     page.txtCDRSearch.setText("1000");
     page.cmdCDRCancel.press();

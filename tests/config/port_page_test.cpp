@@ -75,16 +75,18 @@ TEST_F(PortPageTest, ChecksItsFields) {
     select("MOD11");
     port.cmbSimSwitching.setIndex(1);  // the way for which the swapping time counts
     EXPECT_EQ(refusal(port.cmdWritePort), "");
-    expectChecks(port.form, port.cmdWritePort,
-                 {{port.txtNoRegTimer, {"59", "256", "1"}, "0",
-                   "ERROR: 'No REG Timer' have to be number between (60-255) or 0 for disable"},
-                  {port.TxtMaxDigits, {"2", ""}, "33", maxBelowMin},
-                  {port.TxtMinDigits, {"8", "1", ""}, "7", "ERROR: Min Digit"},
-                  {port.TxtMaxDigits, {"33", "4"}, "32", "ERROR: Max Digit"},
-                  {port.TxtIntDigPause, {"0", "201", ""}, "9", "ERROR: Int Dig Pause"},
-                  {port.cmbRelaxTime, {"5.02", "-1", "5.0000000001"}, "5",
-                   "ERROR: Relax Time have to be less than 5 seconds"},
-                  {port.txtSimSwap, {"0", "256"}, "9", "ERROR: 'SIM Swapping' have to be number between (1-255)"}});
+    expectChecks(
+        port.form, port.cmdWritePort,
+        {{port.txtNoRegTimer,
+          {"59", "256", "1"},
+          "0",
+          "ERROR: 'No REG Timer' have to be number between (60-255) or 0 for disable"},
+         {port.TxtMaxDigits, {"2", ""}, "33", maxBelowMin},
+         {port.TxtMinDigits, {"8", "1", ""}, "7", "ERROR: Min Digit"},
+         {port.TxtMaxDigits, {"33", "4"}, "32", "ERROR: Max Digit"},
+         {port.TxtIntDigPause, {"0", "201", ""}, "9", "ERROR: Int Dig Pause"},
+         {port.cmbRelaxTime, {"5.02", "-1", "5.0000000001"}, "5", "ERROR: Relax Time have to be less than 5 seconds"},
+         {port.txtSimSwap, {"0", "256"}, "9", "ERROR: 'SIM Swapping' have to be number between (1-255)"}});
     EXPECT_EQ(module("11").settings.relaxTime + module("11").settings.noRegTimer, "2500");
     port.TxtMaxDigits.setText("6");
     EXPECT_EQ(refusal(port.cmdWritePort), maxBelowMin);

@@ -121,8 +121,12 @@ TEST_F(Tree, MovesPortsByDialogAndByDragging) {
     EXPECT_TRUE(tree.movePort("CDM13", "GRP01"));
     EXPECT_TRUE(tree.movePort("MOD11", "PRT01"));
     EXPECT_EQ(text("PRT01") + text("PRT02"), "Ports(2)Ports(1)");
-    for (const auto& [port, target] : {std::pair{"MOD11", "PRT01"}, {"MOD11", "PRT09"}, {"SIM111", "PRT01"},
-                                       {"MOD11", "SMM011"}, {"MOD99", "PRT01"}, {"GRP01", "PRT02"}})
+    for (const auto& [port, target] : {std::pair{"MOD11", "PRT01"},
+                                       {"MOD11", "PRT09"},
+                                       {"SIM111", "PRT01"},
+                                       {"MOD11", "SMM011"},
+                                       {"MOD99", "PRT01"},
+                                       {"GRP01", "PRT02"}})
         EXPECT_FALSE(tree.movePort(port, target)) << port << target;
     // A module that turns CDMA keeps its SIM items out of sight, not out of the list.
     console.tables.port(1, 1).Kind = "CDM";
@@ -256,13 +260,11 @@ TEST_F(Tree, BuildsATreeFromAnyList) {
             std::tie(kind, number, key, key, parent);
         return made;
     };
-    console.tables.gTreeItems = {item("SIM", "", "SIM111", "MOD11"), item("GSM", "", "MOD11", "MOD12"),
-                                 item("GSM", "", "MOD12", "MOD11"),  item("GSM", "", "MOD84", "PRT07"),
-                                 item("GRP", "07", "GRP07", "GRP07"), item("GSM", "", "MOD21", "PRT09"),
-                                 item("GSM", "", "MOD84", "PRT07"),  item("XXX", "", "MOD99", "PRT07"),
-                                 item("SIM", "", "SIM999", "MOD99"),
-                                 item("GRP", "", "MOD13", ""),        item("GRP", " 1", "GRP 1", ""),
-                                 item("SIM", "", "SIM121", "GRP07")};
+    console.tables.gTreeItems = {
+        item("SIM", "", "SIM111", "MOD11"), item("GSM", "", "MOD11", "MOD12"),   item("GSM", "", "MOD12", "MOD11"),
+        item("GSM", "", "MOD84", "PRT07"),  item("GRP", "07", "GRP07", "GRP07"), item("GSM", "", "MOD21", "PRT09"),
+        item("GSM", "", "MOD84", "PRT07"),  item("XXX", "", "MOD99", "PRT07"),   item("SIM", "", "SIM999", "MOD99"),
+        item("GRP", "", "MOD13", ""),       item("GRP", " 1", "GRP 1", ""),      item("SIM", "", "SIM121", "GRP07")};
     auto bytes = group_file::encode(console.tables.gTreeItems);
     for (std::size_t length = bytes.size(); length > 0; length -= std::min<std::size_t>(length, 13)) {
         console.tables.gTreeItems = group_file::decode(std::string_view(bytes).substr(0, length));

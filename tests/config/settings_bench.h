@@ -31,9 +31,7 @@ protected:
         gateway.forgetLinesReceived();
     }
 
-    simulator::Port& module(const std::string& at) {
-        return gateway.state().port(*simulator::PortAddress::parse(at));
-    }
+    simulator::Port& module(const std::string& at) { return gateway.state().port(*simulator::PortAddress::parse(at)); }
     // Selects a node on the main page and lets what it lacks be read.
     void select(const std::string& key) {
         if (console.mainWindow.page() != "main") console.mainWindow.openPage("main");

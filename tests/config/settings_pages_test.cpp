@@ -18,21 +18,35 @@ TEST_F(Isdn, ShowsTheWordsOfItsCodes) {
     EXPECT_EQ(isdn.TxtISM_VER.text(), "");
     EXPECT_EQ(isdn.buildLine(false), "C_ISD4,1,130,852,24,0,0,5550100,A,5,9,2,1,1,005");
     using Words = std::vector<std::pair<const char*, const char*>>;
-    for (const auto& [code, text] : Words{{"1", "USA and Canada"}, {"49", "Germany"}, {"1000", "Euro-ISND"},
-                                          {"33", "France"}, {"61", "Australia"}, {"81", "Japan"}, {"82", "Korea"}}) {
+    for (const auto& [code, text] : Words{{"1", "USA and Canada"},
+                                          {"49", "Germany"},
+                                          {"1000", "Euro-ISND"},
+                                          {"33", "France"},
+                                          {"61", "Australia"},
+                                          {"81", "Japan"},
+                                          {"82", "Korea"}}) {
         bench.receive("A_ISD,8,1,2," + std::string(code) + ",3,0,0,,,0,0,1,0,0,050,3");
         EXPECT_EQ(isdn.CmbCountryCode.text(), text);
     }
-    for (const auto& [code, text] : Words{{"11", "EuroISDN"}, {"3", "VN6"}, {"4", "1TR6"}, {"16", "QSIG"},
-                                          {"8", "NorTelDMS100"}, {"20", "National ISDN"}, {"23", "AT&T 5ESS"},
-                                          {"9", "NTT"}, {"10", "KDD"}, {"17", "Hong Kong"}, {"25", "Korea"}}) {
+    for (const auto& [code, text] : Words{{"11", "EuroISDN"},
+                                          {"3", "VN6"},
+                                          {"4", "1TR6"},
+                                          {"16", "QSIG"},
+                                          {"8", "NorTelDMS100"},
+                                          {"20", "National ISDN"},
+                                          {"23", "AT&T 5ESS"},
+                                          {"9", "NTT"},
+                                          {"10", "KDD"},
+                                          {"17", "Hong Kong"},
+                                          {"25", "Korea"}}) {
         bench.receive("A_ISD,8,1,2,852," + std::string(code) + ",0,0,,,0,9,1,0,0,050,3");
         EXPECT_EQ(isdn.CmbISDNVersion.text(), text);
     }
     bench.receive("A_ISDISM 4,5,1,9,2,99,0,0,,,0,5,1,0,0,050,3");
     EXPECT_EQ(isdn.CmbNetworkAccess.text() + isdn.CmbIncomingCalls.text() + isdn.cmbNumIdentif.text() +
                   isdn.CmbCountryCode.text() + isdn.CmbISDNVersion.text() + isdn.TxtISM_VER.text(),
-              "NTIn blockPrivate numbering planHong KongKoreaISM 4") << "a code of no table leaves its list as it is";
+              "NTIn blockPrivate numbering planHong KongKoreaISM 4")
+        << "a code of no table leaves its list as it is";
 }
 
 TEST_F(Isdn, PadsTheTimerAndTakesANumberAway) {
@@ -59,16 +73,16 @@ TEST_F(Isdn, ChecksItsFields) {
     press(isdn.cmdIsdnRefresh_);
     isdn.CmbIncomingCallsMode.setIndex(1);
     EXPECT_EQ(refusal(isdn.CmdWriteISDN_), "");
-    expectChecks(isdn.form, isdn.CmdWriteISDN_,
-                 {{isdn.CmbNetworkAccess, {""}, "0", "Error: Network Access"},
-                  {isdn.CmbSynchronization, {""}, "1", "Error: Synchronization"},
-                  {isdn.CmbIncomingCalls, {""}, "1", "Error: Type of incoming calls."},
-                  {isdn.CmbCountryCode, {""}, "2", "There is not such country, Please pick up from list"},
-                  {isdn.CmbISDNVersion, {"AT&T4ES"}, "AT&T 4ESS", "Please pick up ISDN version from list"},
-                  {isdn.TxtLocalNumber, {"0123456789"}, "012345678",
-                   "The local number have to be between 0 to 9 digits"},
-                  {isdn.TxtLocalSubAddress, {"12"}, "A", "The local sub adderss have to be 1 digits"},
-                  {isdn.txtInCallMode, {"251"}, "250", "The timer 'Alerting' have to be a number between 0 to 250"}});
+    expectChecks(
+        isdn.form, isdn.CmdWriteISDN_,
+        {{isdn.CmbNetworkAccess, {""}, "0", "Error: Network Access"},
+         {isdn.CmbSynchronization, {""}, "1", "Error: Synchronization"},
+         {isdn.CmbIncomingCalls, {""}, "1", "Error: Type of incoming calls."},
+         {isdn.CmbCountryCode, {""}, "2", "There is not such country, Please pick up from list"},
+         {isdn.CmbISDNVersion, {"AT&T4ES"}, "AT&T 4ESS", "Please pick up ISDN version from list"},
+         {isdn.TxtLocalNumber, {"0123456789"}, "012345678", "The local number have to be between 0 to 9 digits"},
+         {isdn.TxtLocalSubAddress, {"12"}, "A", "The local sub adderss have to be 1 digits"},
+         {isdn.txtInCallMode, {"251"}, "250", "The timer 'Alerting' have to be a number between 0 to 250"}});
     const auto& kept = gateway.state().isdn;
     EXPECT_EQ(kept.isdnVersion + kept.localSubAddress + kept.alertTimer, "24A250");
     isdn.CmbNetworkAccess.setIndex(ChoiceField::none);
@@ -101,8 +115,10 @@ TEST_F(System, RefusesWhatIsNoDateAndNoTime) {
     const std::string time = "The time have to be in the form hh:mm, 00:00 to 23:59";
     press(system.cmdClkRefresh);
     expectChecks(system.form, system.cmdSetTime_,
-                 {{system.dtpDate, {"31/02/2026", "29/02/2027", "31/12/1999", "01/01/2100", "5/3/2026", "01,01/2026"},
-                   "29/02/2028", "The date have to be a day in the form dd/mm/yyyy, 2000 to 2099"},
+                 {{system.dtpDate,
+                   {"31/02/2026", "29/02/2027", "31/12/1999", "01/01/2100", "5/3/2026", "01,01/2026"},
+                   "29/02/2028",
+                   "The date have to be a day in the form dd/mm/yyyy, 2000 to 2099"},
                   {system.dtpClock, {"24:00", "00:60", "7:00", "07:0\r"}, "07:08", time}});
     system.dtpClock.setText("x");
     EXPECT_EQ(refusal(system.cmdSetTime_), time);

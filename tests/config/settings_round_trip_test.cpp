@@ -12,14 +12,14 @@ using Values = std::vector<std::string>;
 struct Column {
     std::size_t at;  // position in the answer
     const char* name;
-    Values values;  // none for the gateway's own word, which nobody writes
+    Values values;                                 // none for the gateway's own word, which nobody writes
     std::map<std::size_t, std::string> with = {};  // other fields, so that the value means something
     // How it comes back; `other` is what the gateway held when it was written. Unchanged without.
     std::string (*as)(const std::string& value, const std::string& other) = nullptr;
 };
 
 struct Record {
-    std::string key;  // as in R_ and A_
+    std::string key;    // as in R_ and A_
     std::size_t first;  // number of the first value behind it
     std::vector<Column> columns;
     std::function<void(const Values& fields)> set;  // at the gateway, unseen by the console

@@ -46,12 +46,16 @@ TEST_F(SimPageTest, SaysWhatARowMeans) {
     constexpr const char* noTime = "not a time of day: HH:MM, 00:00 to 23:59";
     select("SIM111");
     table.chkDayOfWkEnable.setChecked(true);
-    for (const auto& [from, to, days, meaning] :
-         {Case{"08:00", "20:00", 62, "Mo-Fr 08:00-20:00"}, {"00:00", "23:59", 65, "Su, Sa, all day"},
-          {"22:30", "06:00", 64, "Su 22:30-06:00, over midnight"}, {"00:00", "23:59", 127, "every day, all day"},
-          {"08:00", "20:00", 0, "never: no day is marked"}, {"24:00", "20:00", 127, noTime},
-          {"08:00", "8:00", 127, noTime}, {"00:00", "00:00", 127, "not in use"},
-          {"00:01", "00:01", 123, "Su-We, Fr, Sa 00:01-00:01"}, {"09:00", "10:00", 97, "Su, Mo, Sa 09:00-10:00"}}) {
+    for (const auto& [from, to, days, meaning] : {Case{"08:00", "20:00", 62, "Mo-Fr 08:00-20:00"},
+                                                  {"00:00", "23:59", 65, "Su, Sa, all day"},
+                                                  {"22:30", "06:00", 64, "Su 22:30-06:00, over midnight"},
+                                                  {"00:00", "23:59", 127, "every day, all day"},
+                                                  {"08:00", "20:00", 0, "never: no day is marked"},
+                                                  {"24:00", "20:00", 127, noTime},
+                                                  {"08:00", "8:00", 127, noTime},
+                                                  {"00:00", "00:00", 127, "not in use"},
+                                                  {"00:01", "00:01", 123, "Su-We, Fr, Sa 00:01-00:01"},
+                                                  {"09:00", "10:00", 97, "Su, Mo, Sa 09:00-10:00"}}) {
         setRow(3, from, to);
         for (std::size_t day = 0; day < daysOfWeek; ++day)
             table.chkSIMDayOfWk[2][day].setChecked((days >> (6 - day) & 1) != 0);
@@ -123,10 +127,14 @@ TEST_F(SimPageTest, ChecksItsFields) {
          {sim.txtCelLock, {"1025", ""}, "1", "ERROR: BCCH Lock must be in the ranges: 0-1024"},
          {sim.txtBcchTimer, {"29", "65536", "0", ""}, "60", "ERROR: BCCH Timer must to be in the ranges: 30-65535 ."},
          {sim.txtBcchNetID, {"1000000", "-1"}, "1", "ERROR: BCCH Operator ID must to be in the ranges: 0-999999 ."},
-         {sim.txtPhoneNum, {"+", "999555123456789012345"}, "1",
+         {sim.txtPhoneNum,
+          {"+", "999555123456789012345"},
+          "1",
           "ERROR: Phone number have to be up to 20 digits, with or without '+' in front"},
          {sim.txtPIN, {"123456789", "12a4"}, "1", "ERROR: PIN have to be 1 to 8 digits"},
-         {sim.txtMonthlyContract, {"60000", "-1"}, "1",
+         {sim.txtMonthlyContract,
+          {"60000", "-1"},
+          "1",
           "ERROR: Monthly budget have to be in the ranges: 0-59999 minutes"},
          {sim.txtCallMinutes, {"60000", "-1"}, "1", "ERROR: Call minutes have to be in the ranges: 0-59999"}});
     sim.txtCelLock.setText("0");
@@ -150,8 +158,8 @@ TEST_F(SimPageTest, KeepsTheDayInTheBundleFlags) {
     report("00000,0,0,0,00005923,127,00000000,0,00000000,0,00000000,0,37");
     EXPECT_EQ(sim.TxtDayRestore.text() + sim.txtBundleLoading[0].text() + sim.txtBundleLoading[1].text(),
               "5Every DayDisabled");
-    for (const auto& [mode, sum] : {std::pair{"Disabled", "5"}, {"Every Day", "37"}, {"By Refill", "5"},
-                                    {"By Addition", "69"}}) {
+    for (const auto& [mode, sum] :
+         {std::pair{"Disabled", "5"}, {"Every Day", "37"}, {"By Refill", "5"}, {"By Addition", "69"}}) {
         sim.txtBundleLoading[0].setText(mode);
         EXPECT_EQ(field(19), sum) << mode;
     }
@@ -169,8 +177,8 @@ TEST_F(SimPageTest, ShowsNoSimOfACdmaPort) {
 TEST_F(SimPageTest, ReadsAGroupsValuesAtTheAddressItsNumberSpells) {
     for (int made = 0; made < 15; ++made) tree.cmdCreateGroup.press();
     tree.movePort("MOD21", "PRT15");
-    for (const auto& [node, asked] : {std::pair{"SMM011", "R_SIM111"}, {"SMM023", "R_SIM123"}, {"SMM102", "R_SIM112"},
-                                      {"SMM154", "R_SIM214"}}) {
+    for (const auto& [node, asked] :
+         {std::pair{"SMM011", "R_SIM111"}, {"SMM023", "R_SIM123"}, {"SMM102", "R_SIM112"}, {"SMM154", "R_SIM214"}}) {
         select(node);
         EXPECT_THAT(arrived(), ElementsAre(asked)) << node;
     }
@@ -218,13 +226,11 @@ TEST_F(SimPageTest, SendsEachFieldBehindItsOwnBox) {
     sim.optBcchLock.setChecked(true);
     sim.txtCelLock.setText("44");
     sim.txtBcchTimer.setText("60");
-    expectBoxes(sim, {"C_SIM111,1,,,,,,,,,,,,,,,,,,,", "C_SIM111,,2,,,,,,,,,,,,,,,,,,",
-                      "C_SIM111,,,,0,,,,,,,,,,,,,,,,", "C_SIM111,,,,,59999,,,,,,,,,,,,,,,",
-                      "C_SIM111,,,,,,0,,,,,,,,,,,,,,", "C_SIM111,,,,,,,44,,,,,,,,,,,,,",
-                      "C_SIM111,,,,,,,,0,,,,,,,,,,,,", "C_SIM111,,,,,,,,,60,,,,,,,,,,,",
-                      "C_SIM111,,,,,,,,,,0,,,,,,,,,,",
-                      "C_SIM111,,,,,,,,,,,00005923,127,00000000,0,00000000,0,00000000,0,,",
-                      "C_SIM111,,,,,,,,,,,,,,,,,,,0,"});
+    expectBoxes(
+        sim, {"C_SIM111,1,,,,,,,,,,,,,,,,,,,", "C_SIM111,,2,,,,,,,,,,,,,,,,,,", "C_SIM111,,,,0,,,,,,,,,,,,,,,,",
+              "C_SIM111,,,,,59999,,,,,,,,,,,,,,,", "C_SIM111,,,,,,0,,,,,,,,,,,,,,", "C_SIM111,,,,,,,44,,,,,,,,,,,,,",
+              "C_SIM111,,,,,,,,0,,,,,,,,,,,,", "C_SIM111,,,,,,,,,60,,,,,,,,,,,", "C_SIM111,,,,,,,,,,0,,,,,,,,,,",
+              "C_SIM111,,,,,,,,,,,00005923,127,00000000,0,00000000,0,00000000,0,,", "C_SIM111,,,,,,,,,,,,,,,,,,,0,"});
 }
 
 }  // namespace

@@ -22,8 +22,7 @@ TemporaryFolder::~TemporaryFolder() {
     std::filesystem::remove_all(path_, error);
 }
 
-ConsoleBench::ConsoleBench(std::filesystem::path home)
-    : console(platform, home.empty() ? folder.path() : home) {
+ConsoleBench::ConsoleBench(std::filesystem::path home) : console(platform, home.empty() ? folder.path() : home) {
     console.mainWindow.openPage("groups");  // a page that asks the gateway for nothing by itself
     console.bringUp.showConnectionDialog = [this](frmConnectionSelect& shown) {
         if (dialog)

@@ -52,13 +52,15 @@ private:
     bool active_ = false;
 };
 
-// Answers each box with the next of `answers` (its refusal when there is none or it has no such button), after `behind` has run: what happens
-// while the box is open.
+// Answers each box with the next of `answers` (its refusal when there is none or it has no such button), after `behind`
+// has run: what happens while the box is open.
 class ScriptedDialogs : public Dialogs {
 public:
     Button message(const MessageBox& box) override;
     std::string openFile(const std::string&, const std::string&) override { return file; }
-    std::string saveFile(const std::string&, const std::string&, const std::string&, AskReplace) override { return file; }
+    std::string saveFile(const std::string&, const std::string&, const std::string&, AskReplace) override {
+        return file;
+    }
 
     std::deque<Button> answers;
     std::function<void(const MessageBox&)> behind;

@@ -46,11 +46,11 @@ TEST_F(AnalyzeCmd, TakesTheSessionRecords) {
 TEST_F(AnalyzeCmd, EndsABadRecordWithoutAWord) {
     const std::string tooMany = "A_CLK" + std::string(60, ',');
     for (const std::string& line :
-         {std::string(), std::string("A"), std::string("A_CLK"), std::string("A_CLK1,2"), tooMany,
-          std::string("I_ALR"), std::string("I_ALR1x0,3,,"), std::string("I_ALR110"), std::string("I_ALR,,,,"),
-          std::string("I_ALR000,90"), std::string("SRV:ID"), std::string("SRV1:IDD"), std::string("SRV:"),
-          std::string("\xFF\xFE\0\x80", 4), std::string(1 << 20, 'A'), std::string("A_PPR"),
-          std::string("A_CLK1,2,3,2147483648,9223372036854775807,-5"), std::string("A_BCH-9223372036854775808,1,1")})
+         {std::string(), std::string("A"), std::string("A_CLK"), std::string("A_CLK1,2"), tooMany, std::string("I_ALR"),
+          std::string("I_ALR1x0,3,,"), std::string("I_ALR110"), std::string("I_ALR,,,,"), std::string("I_ALR000,90"),
+          std::string("SRV:ID"), std::string("SRV1:IDD"), std::string("SRV:"), std::string("\xFF\xFE\0\x80", 4),
+          std::string(1 << 20, 'A'), std::string("A_PPR"), std::string("A_CLK1,2,3,2147483648,9223372036854775807,-5"),
+          std::string("A_BCH-9223372036854775808,1,1")})
         receive(line);
     bench.console.mainWindow.tmrEnableCmd(2, true);
     bench.advance(3000);
@@ -106,12 +106,18 @@ struct Word {
 
 TEST_F(AnalyzeCmd, CreditsAnAnswerOnlyToTheCommandItAnswers) {
     const Word words[] = {
-        {"R_ESN", "", "A_ESN1", true, false},        {"R_CLK", "", "A_ESN1", false, false},
-        {"C_CLK1", "", "C_CLK1,2,3,4,5,6", true, false}, {"C_MOD11", "", "OK", true, false},
-        {"C_MOD11", "", "OKAY", false, false},       {"C_MOD11", "", "ERROR 5", false, true},
-        {"C_STP11", "", "I_ALR110,OK", true, false}, {"C_STP11", "", "I_ALR110,ERROR", false, true},
-        {"C_SMS", "SMS1", "OK#", true, false},       {"C_CDR11", "", "OK#11", false, false},
-        {"C_MOD11", "", "B_OK", false, false},       {"R_PPR", "", "A_PPR1", true, false},
+        {"R_ESN", "", "A_ESN1", true, false},
+        {"R_CLK", "", "A_ESN1", false, false},
+        {"C_CLK1", "", "C_CLK1,2,3,4,5,6", true, false},
+        {"C_MOD11", "", "OK", true, false},
+        {"C_MOD11", "", "OKAY", false, false},
+        {"C_MOD11", "", "ERROR 5", false, true},
+        {"C_STP11", "", "I_ALR110,OK", true, false},
+        {"C_STP11", "", "I_ALR110,ERROR", false, true},
+        {"C_SMS", "SMS1", "OK#", true, false},
+        {"C_CDR11", "", "OK#11", false, false},
+        {"C_MOD11", "", "B_OK", false, false},
+        {"R_PPR", "", "A_PPR1", true, false},
     };
     for (const auto& word : words) {
         auto item = command(word.key, "item");
@@ -197,7 +203,8 @@ TEST_F(AnalyzeCmd, FollowsTheAllocationAndTheRouting) {
     console.realTimeUpdate("BCH", splitString("30,3,555", ','));
     EXPECT_TRUE(console.routingPage.chkTSLChannel[29].checked());
     for (const auto* bad : {"0,1,1", "33,1,1", "x", ""}) console.realTimeUpdate("BCH", splitString(bad, ','));
-    for (const auto* bad : {"15,1,1,9", "94,1,1,1", "00,1,1,1", "1,1,1,1"}) console.realTimeUpdate("PRT", splitString(bad, ','));
+    for (const auto* bad : {"15,1,1,9", "94,1,1,1", "00,1,1,1", "1,1,1,1"})
+        console.realTimeUpdate("PRT", splitString(bad, ','));
     EXPECT_EQ(console.routingPage.txtTSLNumber[29].text(), "555");
 }
 

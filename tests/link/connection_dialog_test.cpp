@@ -109,8 +109,8 @@ TEST_F(ConnectionDialog, KeepsTheNumberOfADeviceThatComesAndGoes) {
     open();
     bench.platform.devices = {{"/dev/ttyACM0", "New"}, {"/dev/ttyUSB0", "Adapter"}};
     auto dialog = open();
-    EXPECT_THAT(dialog->cmbComNum.details(), ElementsAre("/dev/ttyS0 (not present)", "/dev/ttyUSB0 - Adapter",
-                                                         "/dev/ttyACM0 - New"));
+    EXPECT_THAT(dialog->cmbComNum.details(),
+                ElementsAre("/dev/ttyS0 (not present)", "/dev/ttyUSB0 - Adapter", "/dev/ttyACM0 - New"));
     EXPECT_EQ(ports.deviceOf(3), "/dev/ttyACM0");
     EXPECT_EQ(ports.deviceOf(4), "");
 }

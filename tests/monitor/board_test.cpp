@@ -74,10 +74,11 @@ TEST_F(Board, LightsTheLampsOfSimAndNetwork) {
     report("40");
     EXPECT_EQ(cell().imgStatusSim.picture(), green);
     EXPECT_EQ(cell().imgStatusSim.tip(), "sim status:SIM ready");
-    const std::tuple<const char*, const char*, const char*> network[] = {
-        {"22", yellow, "Network status:REGISTRATION"}, {"23", green, "Network status: REGISTERED"},
-        {"24", red, "Network status:UNREGISTERED"},    {"50", green, "Network status: REGISTERED"},
-        {"20", red, "Network status: REGISTERED"}};
+    const std::tuple<const char*, const char*, const char*> network[] = {{"22", yellow, "Network status:REGISTRATION"},
+                                                                         {"23", green, "Network status: REGISTERED"},
+                                                                         {"24", red, "Network status:UNREGISTERED"},
+                                                                         {"50", green, "Network status: REGISTERED"},
+                                                                         {"20", red, "Network status: REGISTERED"}};
     for (const auto& [code, lamp, tip] : network) {
         report(code);
         EXPECT_EQ(cell().imgStatusNet.picture(), lamp) << code;
@@ -114,11 +115,14 @@ TEST_F(Board, WipesACellOnceForAMissingSim) {
 
 TEST_F(Board, ShowsSignalInRangesWithDecibels) {
     const std::tuple<const char*, const char*, const char*> levels[] = {
-        {"1", "-110db", "imgAnt_1"},  {"16", "-95db", "imgAnt_1"}, {"17", "-94db", "imgAnt_2"},
-        {"33", "-78db", "imgAnt_2"},  {"34", "-77db", "imgAnt_3"}, {"49", "-62db", "imgAnt_3"},
-        {"50", "-61db", "imgAnt_4"},  {"70", "-41db", "imgAnt_4"}, {"71", "-40db", "imgAnt_4"},
-        {"98", "-13db", "imgAnt_4"},  {"99", "", "imgAnt_0"},      {"70", "-41db", "imgAnt_4"},
-        {"0", "", "imgAnt_0"},        {"-9223372036854775808", "", "imgAnt_0"}, {"x", "", "imgAnt_0"}};
+        {"1", "-110db", "imgAnt_1"}, {"16", "-95db", "imgAnt_1"},
+        {"17", "-94db", "imgAnt_2"}, {"33", "-78db", "imgAnt_2"},
+        {"34", "-77db", "imgAnt_3"}, {"49", "-62db", "imgAnt_3"},
+        {"50", "-61db", "imgAnt_4"}, {"70", "-41db", "imgAnt_4"},
+        {"71", "-40db", "imgAnt_4"}, {"98", "-13db", "imgAnt_4"},
+        {"99", "", "imgAnt_0"},      {"70", "-41db", "imgAnt_4"},
+        {"0", "", "imgAnt_0"},       {"-9223372036854775808", "", "imgAnt_0"},
+        {"x", "", "imgAnt_0"}};
     for (const auto& [level, decibels, bars] : levels) {
         report("25", level);
         EXPECT_EQ(cell().lblStrengthDB.text(), decibels) << level;
@@ -151,8 +155,8 @@ TEST_F(Board, TakesTheReportsAboutTheSystem) {
     std::vector<std::string> lamps;
     for (auto& lamp : board.imgSystemStatus) lamps.push_back(lamp.picture());
     EXPECT_THAT(lamps, ElementsAre(red, yellow, green));
-    const std::tuple<const char*, int, const char*> codes[] = {
-        {"010", 2, green}, {"011", 2, red}, {"021", 0, green}, {"024", 0, red}, {"033", 1, yellow}, {"10", 2, red}};
+    const std::tuple<const char*, int, const char*> codes[] = {{"010", 2, green}, {"011", 2, red},    {"021", 0, green},
+                                                               {"024", 0, red},   {"033", 1, yellow}, {"10", 2, red}};
     for (const auto& [code, lamp, picture] : codes) {
         if (std::string(code) == "10") receive("I_ALR000,011,,,");
         receive(std::string("I_ALR000,") + code + ",,,");
@@ -232,11 +236,13 @@ TEST_F(Board, RestoresACellFromASnapshot) {
 
 TEST_F(Board, KeepsTheRecordOfEachSim) {
     std::string ready;
-    console.realTimeUpdate.on("SIM", [&](const Fields& fields) {
-        ready = std::string(fields.at(2)) + std::string(fields.at(3));
-    });
-    for (const auto& [code, text] : {std::pair{"21", "42501"}, {"22", "REGISTERATION"}, {"23", "REGISTERED"},
-                                     {"24", "UNREGISTERED"}, {"40", "UNREGISTERED"}}) {
+    console.realTimeUpdate.on(
+        "SIM", [&](const Fields& fields) { ready = std::string(fields.at(2)) + std::string(fields.at(3)); });
+    for (const auto& [code, text] : {std::pair{"21", "42501"},
+                                     {"22", "REGISTERATION"},
+                                     {"23", "REGISTERED"},
+                                     {"24", "UNREGISTERED"},
+                                     {"40", "UNREGISTERED"}}) {
         report(code, "42501");
         EXPECT_EQ(console.tables.sim(5, 3, 1).network, text);
     }
@@ -296,8 +302,8 @@ TEST_F(Board, RefreshAsksForEveryActivePort) {
     EXPECT_EQ(told.back(), "Refreshing data  complete seccessful!");
     const auto second = ports.find('1', ports.find('1') + 1) + 1;
     const auto percent = (100 + active / 2) / active;
-    EXPECT_THAT(told, Contains("Loading Get data from port " + std::to_string(second) + "   " +
-                               std::to_string(percent) + "%"));
+    EXPECT_THAT(
+        told, Contains("Loading Get data from port " + std::to_string(second) + "   " + std::to_string(percent) + "%"));
 }
 
 TEST_F(Board, ForgetsTheSessionThatEnded) {

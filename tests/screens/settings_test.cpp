@@ -96,7 +96,8 @@ TEST_F(SettingsPagesOnScreen, ShowWhatATimeRowMeansWhileItIsTyped) {
     auto* words = named<QLabel>("lblTimeRow_1");
     EXPECT_EQ(words->text(), "every day, all day");
     QTest::mouseClick(named<QCheckBox>("chkDayOfWkEnable"), Qt::LeftButton, {}, {6, 6});
-    for (const char* day : {"chkSIMDayOfWk_1_0", "chkSIMDayOfWk_1_6"}) QTest::mouseClick(named<QToolButton>(day), Qt::LeftButton);
+    for (const char* day : {"chkSIMDayOfWk_1_0", "chkSIMDayOfWk_1_6"})
+        QTest::mouseClick(named<QToolButton>(day), Qt::LeftButton);
     auto* from = named<QLineEdit>("txtTimeIntFrom_1");
     from->selectAll();
     QTest::keyClicks(from, "08:00");

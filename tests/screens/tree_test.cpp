@@ -108,7 +108,7 @@ TEST_F(TreePages, RefuseADragThatMeansNothing) {
     press("cmdRefreshTree");
     ASSERT_TRUE(drop("Port 1", "Group 1"));
     const std::pair<const char*, const char*> drags[] = {
-        {"Port 3", "Port 3"}, {"Port 3", "Port 4"},   {"Port 1", "Port 1"},  {"Port 1", "Group 1"},
+        {"Port 3", "Port 3"}, {"Port 3", "Port 4"},   {"Port 1", "Port 1"},   {"Port 1", "Group 1"},
         {"SIM 1", "Group 1"}, {"Group 1", "Group 1"}, {"Ports(1)", "Group 1"}};
     for (const auto& [from, to] : drags) EXPECT_FALSE(drop(from, to)) << from << " on " << to;
     EXPECT_FALSE(drop(item("Port 3"), QPoint(5, -5))) << "beside the tree";

@@ -38,8 +38,8 @@ TEST(LogIn, AsksOneAtATimeAndEndsConnected) {
 }
 
 TEST(LogIn, SurvivesEveryWayTheWireCanCutAndDoubleLines) {
-    for (const auto* wish : {"pieces=1", "pieces=3", "coalesce=400", "nul", "garbage=0.9", "flood=1048576",
-                             "doubled=1", "latency=100-900"}) {
+    for (const auto* wish : {"pieces=1", "pieces=3", "coalesce=400", "nul", "garbage=0.9", "flood=1048576", "doubled=1",
+                             "latency=100-900"}) {
         auto options = seeded(3);
         ASSERT_EQ(simulator::switchOn(options.faults, wish), "");
         simulator::Gateway gateway(options);

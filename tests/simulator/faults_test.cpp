@@ -31,19 +31,17 @@ struct Bench {
 
 std::size_t count(const std::string& text, const std::string& what) {
     std::size_t found = 0;
-    for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + what.size()))
-        ++found;
+    for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + what.size())) ++found;
     return found;
 }
 
 }  // namespace
 
 TEST(Faults, wishesThatMakeNoSenseChangeNothing) {
-    for (const char* wish :
-         {"",          "loud",        "lost=1.1",    "lost=-0.1",     "lost=x",         "lost=nan",
-          "lost=0.5x", "latency=5-2", "latency=-",   "latency=1-2-3", "late=0.5-x",     "try=0",
-          "silent=2",  "refuse=no",   "pieces=0",    "R_ESN:nul",     "R_ESN:bad-line", "ESN:silent",
-          ":silent",   "R_ESN:",      "R_ESN:lost=2"}) {
+    for (const char* wish : {"",          "loud",        "lost=1.1",    "lost=-0.1",     "lost=x",         "lost=nan",
+                             "lost=0.5x", "latency=5-2", "latency=-",   "latency=1-2-3", "late=0.5-x",     "try=0",
+                             "silent=2",  "refuse=no",   "pieces=0",    "R_ESN:nul",     "R_ESN:bad-line", "ESN:silent",
+                             ":silent",   "R_ESN:",      "R_ESN:lost=2"}) {
         Faults faults;
         EXPECT_NE(switchOn(faults, wish), "") << wish;
         EXPECT_TRUE(faults.perMnemonic.empty()) << wish;
@@ -71,8 +69,7 @@ TEST(Faults, answersOnTheThirdTryOfEachLine) {
     for (int i = 0; i < 6; ++i) heard += bench.console.ask("R_ESN").empty() ? "-" : "A";
     EXPECT_EQ(heard, "--A--A");
     EXPECT_EQ(bench.console.ask("R_SYS"), "");
-    EXPECT_EQ(std::count(bench.gateway.linesReceived().begin(), bench.gateway.linesReceived().end(), "R_ESN"),
-              6);
+    EXPECT_EQ(std::count(bench.gateway.linesReceived().begin(), bench.gateway.linesReceived().end(), "R_ESN"), 6);
 }
 
 TEST(Faults, latencyKeepsTheOrderAndLateRepliesBreakIt) {
@@ -122,8 +119,7 @@ TEST(Faults, piecesAndGapsLoseNoByte) {
     console.send("R_SYS");
     console.advance(0);
     ASSERT_EQ(console.pieces.size(), 1u);
-    while (const auto due = bench.gateway.nextDue())
-        console.advance(static_cast<int>((*due - console.time).count()));
+    while (const auto due = bench.gateway.nextDue()) console.advance(static_cast<int>((*due - console.time).count()));
     // The gap is kept from piece to piece; the second line starts with the last piece of the first.
     EXPECT_EQ(console.time.count(), 10 * (static_cast<int>(console.pieces.size()) - 2));
     EXPECT_TRUE(std::all_of(console.pieces.begin(), console.pieces.end(),

@@ -117,10 +117,10 @@ TEST(Gateway, clockRunsAndIsSet) {
     EXPECT_EQ(console.ask("C_CLK05,01,28,2,12,00"), "A_CLK05,01,28,2,12,00\r");  // a Wednesday called Monday
     console.advance(24 * 3600 * 1000);
     EXPECT_EQ(console.ask("R_CLK"), "A_CLK06,01,28,3,12,00\r");
-    for (const char* line : {"C_CLK30,02,28,1,00,00", "C_CLK01,13,28,1,00,00", "C_CLK01,01,28,8,00,00",
-                             "C_CLK01,01,28,1,24,00", "C_CLK01,01,28,1,-1,00", "C_CLK31,02,28,1,00,00",
-                             "C_CLK29,02,27,1,00,00", "C_CLK00,01,28,1,00,00", "C_CLK01,01,28,0,00,00",
-                             "C_CLK01,01,28,1,00,60"})
+    for (const char* line :
+         {"C_CLK30,02,28,1,00,00", "C_CLK01,13,28,1,00,00", "C_CLK01,01,28,8,00,00", "C_CLK01,01,28,1,24,00",
+          "C_CLK01,01,28,1,-1,00", "C_CLK31,02,28,1,00,00", "C_CLK29,02,27,1,00,00", "C_CLK00,01,28,1,00,00",
+          "C_CLK01,01,28,0,00,00", "C_CLK01,01,28,1,00,60"})
         EXPECT_EQ(console.ask(line), "I_ALR000,ERROR\r") << line;
     EXPECT_EQ(console.ask("C_CLK01,01,28,1,00"), "ERROR\r");
     EXPECT_EQ(console.ask("R_CLK"), "A_CLK06,01,28,3,12,00\r");
@@ -195,10 +195,8 @@ TEST(Gateway, aSeedMakesOneGateway) {
         options.faults.wire.garbage = lost;
         Gateway gateway(options);
         ConsoleDouble console(gateway);
-        std::string all =
-            console.ask("R_ESN") + console.ask("R_CLK") + console.ask("R_PPR") + console.ask("R_ILS");
-        for (int slot = 0; slot < portCount; ++slot)
-            all += console.ask("R_STS" + PortAddress::ofSlot(slot).text());
+        std::string all = console.ask("R_ESN") + console.ask("R_CLK") + console.ask("R_PPR") + console.ask("R_ILS");
+        for (int slot = 0; slot < portCount; ++slot) all += console.ask("R_STS" + PortAddress::ofSlot(slot).text());
         return all;
     };
     EXPECT_EQ(portrait(7, 0), portrait(7, 0));

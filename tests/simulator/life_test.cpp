@@ -18,9 +18,7 @@ GatewayOptions alive(const LifeRates& rates, std::uint64_t seed = 3) {
 
 constexpr int minute = 60'000;
 
-int reports(const std::string& bytes) {
-    return static_cast<int>(std::count(bytes.begin(), bytes.end(), '\r'));
-}
+int reports(const std::string& bytes) { return static_cast<int>(std::count(bytes.begin(), bytes.end(), '\r')); }
 
 }  // namespace
 

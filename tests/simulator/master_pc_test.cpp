@@ -36,8 +36,7 @@ TEST(MasterPc, handsNothingOnBeforeItHasAccepted) {
     EXPECT_EQ(bench.console.ask("SRV42:PSWkestr,7"), "SRV42:STAT1\r");
     EXPECT_EQ(bench.console.ask("C_CPWkestr"), "A_CPW65535\r");
     EXPECT_EQ(bench.console.ask("SRV42:PONG"), "");
-    EXPECT_EQ(bench.gateway.linesReceived(),
-              std::vector<std::string>{"C_CPWkestr"});  // no word between the two
+    EXPECT_EQ(bench.gateway.linesReceived(), std::vector<std::string>{"C_CPWkestr"});  // no word between the two
     EXPECT_EQ(bench.master.ignored(), 2);
 }
 

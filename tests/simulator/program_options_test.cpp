@@ -43,8 +43,8 @@ TEST(ProgramOptions, addressesInTheirForms) {
         std::string host;
         std::string port;
     };
-    for (const Case& c : {Case{"5000", "127.0.0.1", "5000"}, Case{"0.0.0.0:0", "0.0.0.0", "0"},
-                          Case{"[::1]:7", "::1", "7"}}) {
+    for (const Case& c :
+         {Case{"5000", "127.0.0.1", "5000"}, Case{"0.0.0.0:0", "0.0.0.0", "0"}, Case{"[::1]:7", "::1", "7"}}) {
         ProgramOptions options;
         EXPECT_EQ(parseArguments({"--listen", c.argument}, options), "");
         EXPECT_EQ(options.host + " " + options.port, c.host + " " + c.port);
@@ -66,8 +66,8 @@ TEST(ProgramOptions, howMuchHappensByItself) {
 
 TEST(ProgramOptions, takesAllItIsTold) {
     ProgramOptions options;
-    ASSERT_EQ(parseArguments({"--pty", "--seed=9", "--fault", "R_ESN:try=4", "--fault=lost=0.5",
-                              "--master-unit", "7", "--password", "abc", "--cdma", "32"},
+    ASSERT_EQ(parseArguments({"--pty", "--seed=9", "--fault", "R_ESN:try=4", "--fault=lost=0.5", "--master-unit", "7",
+                              "--password", "abc", "--cdma", "32"},
                              options),
               "");
     EXPECT_EQ(options.way, ProgramOptions::Way::terminal);

@@ -111,8 +111,7 @@ TEST(Program, callsAConsoleThatWorksAsServer) {
     ASSERT_EQ(getsockname(server, reinterpret_cast<sockaddr*>(&address), &length), 0);
     ASSERT_EQ(listen(server, 1), 0);
     Program program(
-        {"--dial", "127.0.0.1:" + std::to_string(ntohs(address.sin_port)), "--master", "--quiet",
-         "--life", "off"});
+        {"--dial", "127.0.0.1:" + std::to_string(ntohs(address.sin_port)), "--master", "--quiet", "--life", "off"});
     for (int i = 0; i < 2; ++i) {
         const int link = accept(server, nullptr, nullptr);
         const std::string hello = readTo(link, '\r');

@@ -118,7 +118,8 @@ TEST(SettingsRecords, eachFieldHasItsValues) {
         for (const std::string& value : c.good) {
             auto expected = splitFields(read());
             expected[field + c.record.answerOffset] = value;
-            if (&c.record == &isdn && field != 7) expected[8].clear();  // the one record in which an empty number is one
+            if (&c.record == &isdn && field != 7)
+                expected[8].clear();  // the one record in which an empty number is one
             if (&c.record == &isdn && field != 8) expected[9].clear();
             EXPECT_TRUE(console.ask(change(c.record, {{field, value}})).ends_with(",OK\r")) << value;
             EXPECT_EQ(read(), joinFields(expected));  // the empty fields changed nothing

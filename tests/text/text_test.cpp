@@ -48,21 +48,37 @@ TEST(GetIndexs, TakesDigitsOnly) {
 }
 
 TEST(Val, IsTheLeadingNumber) {
-    const std::pair<const char*, std::int64_t> cases[] = {
-        {"12", 12},  {" \t7x", 7}, {"-3", -3}, {"+5", 5}, {"ab", 0}, {"", 0},  {"-", 0},
-        {"1,2", 1}, {"007", 7},  {"+-5", 0}, {"99999999999999999999", 0}};
+    const std::pair<const char*, std::int64_t> cases[] = {{"12", 12},
+                                                          {" \t7x", 7},
+                                                          {"-3", -3},
+                                                          {"+5", 5},
+                                                          {"ab", 0},
+                                                          {"", 0},
+                                                          {"-", 0},
+                                                          {"1,2", 1},
+                                                          {"007", 7},
+                                                          {"+-5", 0},
+                                                          {"99999999999999999999", 0}};
     for (const auto& [text, number] : cases) EXPECT_EQ(val(text), number) << text;
     for (const auto* numeric : {"12", " 12 ", "-1", "+0"}) EXPECT_TRUE(isNumeric(numeric)) << numeric;
     for (const auto* other : {"", "-", "1a", "1 2", "1.5"}) EXPECT_FALSE(isNumeric(other)) << other;
 }
 
 TEST(Like, KnowsOnlyTheStar) {
-    const std::tuple<const char*, const char*, bool> cases[] = {
-        {"OK#12", "OK*", true},       {"xOK", "OK*", false},       {"SRV12:PSW", "*SRV*:*", true},
-        {"SRV12", "*SRV*:*", false},  {"abc", "abc", true},        {"abc", "ABC", false},
-        {"", "*", true},              {"", "", true},              {"a", "", false},
-        {"aXbXc", "*X*c", true},      {"mississippi", "*iss*ip*", true}, {"a?c", "a?c", true},
-        {"abc", "a?c", false},        {"I_ALR113,25,40", "*I_ALR*,25*", true}};
+    const std::tuple<const char*, const char*, bool> cases[] = {{"OK#12", "OK*", true},
+                                                                {"xOK", "OK*", false},
+                                                                {"SRV12:PSW", "*SRV*:*", true},
+                                                                {"SRV12", "*SRV*:*", false},
+                                                                {"abc", "abc", true},
+                                                                {"abc", "ABC", false},
+                                                                {"", "*", true},
+                                                                {"", "", true},
+                                                                {"a", "", false},
+                                                                {"aXbXc", "*X*c", true},
+                                                                {"mississippi", "*iss*ip*", true},
+                                                                {"a?c", "a?c", true},
+                                                                {"abc", "a?c", false},
+                                                                {"I_ALR113,25,40", "*I_ALR*,25*", true}};
     for (const auto& [text, pattern, matches] : cases) EXPECT_EQ(like(text, pattern), matches) << text << pattern;
     // A pattern of many stars must not take time that grows with their power.
     std::string stars;

@@ -46,9 +46,7 @@ int rxCode(int position) {
     return position == highestLevel ? 9 : middleRx + rxBand * (3 - position);
 }
 
-int rxPosition(int code) {
-    return code < 0 || code >= rxBand * rxBands ? noLevel : highestLevel - code / rxBand;
-}
+int rxPosition(int code) { return code < 0 || code >= rxBand * rxBands ? noLevel : highestLevel - code / rxBand; }
 
 std::string relaxSeconds(std::string_view units) {
     const auto hundredths = val(units) * (unitMs / 10);

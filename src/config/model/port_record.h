@@ -21,9 +21,9 @@ struct PortRec {
     std::string MaxDigits;    // a number
     std::string IntDigPause;  // a number, in units of 50 ms
     std::string SendComplete;
-    std::string RelaxTime;    // seconds
+    std::string RelaxTime;  // seconds
     std::string SwitchFlags;
-    std::string SimSwap;      // minutes
+    std::string SimSwap;  // minutes
     std::string Reserved17;
     std::string Reserved18;
     std::string Reserved20;
@@ -41,10 +41,10 @@ void storePort(PortRec& port, const Fields& fields, bool acknowledged);
 inline constexpr int highestLevel = 6;
 inline constexpr int highestSecondLevel = 4;
 inline constexpr int noLevel = -1;
-int txCode(int position);    // 3, which is no gain of the scale, for any other position
-int txPosition(int code);    // noLevel for a code that is no gain of the scale
-int rxCode(int position);    // 51, the middle, for any other position
-int rxPosition(int code);    // noLevel outside 0 to 111
+int txCode(int position);  // 3, which is no gain of the scale, for any other position
+int txPosition(int code);  // noLevel for a code that is no gain of the scale
+int rxCode(int position);  // 51, the middle, for any other position
+int rxPosition(int code);  // noLevel outside 0 to 111
 
 // The relax time travels in units of 20 ms and is shown in seconds, with decimals where it has them.
 std::string relaxSeconds(std::string_view units);

@@ -24,9 +24,9 @@ struct SimRec {
     std::string CallerId;         // a number
     std::string MonthlyContract;  // minutes; "59999" is no limit
     std::string CallMinutes;
-    std::string CellLock;         // BCCH, five digits; "00000" is off
+    std::string CellLock;  // BCCH, five digits; "00000" is off
     std::string BcchRssi;
-    std::string BcchTimer;        // seconds
+    std::string BcchTimer;  // seconds
     std::string BcchNetId;
     std::array<TimeRow, timeRowCount> rows;
     std::string BundleFlags;

@@ -90,7 +90,8 @@ Button QtDialogs::message(const MessageBox& box) {
 }
 
 std::string QtDialogs::openFile(const std::string& title, const std::string& filter) {
-    return QFileDialog::getOpenFileName(QApplication::activeWindow(), QString::fromStdString(title), {}, qtFilter(filter))
+    return QFileDialog::getOpenFileName(QApplication::activeWindow(), QString::fromStdString(title), {},
+                                        qtFilter(filter))
         .toStdString();
 }
 

@@ -180,10 +180,8 @@ private:
 class PagedDocument : public PrintDocument {
 public:
     PagedDocument(std::unique_ptr<Destination> destination, QPageLayout paper, const std::string& title)
-        : destination_(std::move(destination)),
-          writer_(&destination_->file()),
-          sheet_(sheetOf(paper, writer_.resolution())),
-          y_(sheet_.lines.top()) {
+        : destination_(std::move(destination)), writer_(&destination_->file()),
+          sheet_(sheetOf(paper, writer_.resolution())), y_(sheet_.lines.top()) {
         writer_.setTitle(QString::fromStdString(title));
         // From the corner of the paper, wherever the printer's margins are.
         paper.setMode(QPageLayout::FullPageMode);

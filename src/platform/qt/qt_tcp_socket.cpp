@@ -56,7 +56,8 @@ void QtTcpSocket::accept(int requestId) {
     peer_ = caller->peerAddress().toString();
     adopt(caller.release());
     // What the caller sent before it was accepted raises no signal any more.
-    QMetaObject::invokeMethod(this, [this, socket = socket_.get()] { read(socket); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this, socket = socket_.get()] { read(socket); }, Qt::QueuedConnection);
 }
 
 // What arrives and what fails is taken up from the loop, never within the socket's own signal: the console may open a
@@ -69,7 +70,8 @@ void QtTcpSocket::adopt(QTcpSocket* socket) {
         socket_->setSocketOption(QAbstractSocket::LowDelayOption, 1);
         if (onConnect) onConnect();
     });
-    QObject::connect(socket, &QTcpSocket::readyRead, this, [this, socket] { read(socket); }, Qt::QueuedConnection);
+    QObject::connect(
+        socket, &QTcpSocket::readyRead, this, [this, socket] { read(socket); }, Qt::QueuedConnection);
     QObject::connect(socket, &QTcpSocket::bytesWritten, this, [this] {
         if (socket_ && socket_->bytesToWrite() == 0 && onSendComplete) onSendComplete();
     });

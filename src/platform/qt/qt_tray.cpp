@@ -13,7 +13,11 @@ void QtTray::add(const std::string& tip) {
     restore->setObjectName("mnuAction_0");
     // Restoring removes the icon and with it this menu, so it happens after the menu's own event is over.
     QObject::connect(
-        restore, &QAction::triggered, qApp, [this] { if (onRestore) onRestore(); }, Qt::QueuedConnection);
+        restore, &QAction::triggered, qApp,
+        [this] {
+            if (onRestore) onRestore();
+        },
+        Qt::QueuedConnection);
     icon_ = std::make_unique<QSystemTrayIcon>(QApplication::windowIcon());
     icon_->setToolTip(QString::fromStdString(tip));
     icon_->setContextMenu(menu_.get());
