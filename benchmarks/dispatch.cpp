@@ -6,7 +6,7 @@
 
 #include "fakes/console_bench.h"
 #include "link/line_cutter.h"
-#include "text/fields.h"
+#include "text/split.h"
 
 namespace {
 

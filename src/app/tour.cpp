@@ -11,9 +11,9 @@
 #include <cstdio>
 
 #include "platform/qt/qt_platform.h"
+#include "screens/kit/theme.h"
 #include "screens/main_window_screen.h"
 #include "screens/screens.h"
-#include "screens/theme.h"
 #include "shell/application_folder.h"
 #include "shell/console.h"
 

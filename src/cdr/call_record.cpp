@@ -6,7 +6,7 @@
 #include <limits>
 #include <optional>
 
-#include "config/model/shared_tables.h"
+#include "model/shared_tables.h"
 #include "text/text_rules.h"
 
 namespace trunvex {

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "cdr/call_record.h"
-#include "config/model/shared_tables.h"
+#include "model/shared_tables.h"
 
 namespace trunvex {
 

@@ -10,10 +10,10 @@
 #include "cdr/call_report.h"
 #include "cdr/call_store.h"
 #include "cdr/cdr_download.h"
+#include "fields/fields.h"
+#include "fields/sliced_work.h"
 #include "platform/platform.h"
 #include "platform/settings.h"
-#include "widgets/fields.h"
-#include "widgets/sliced_work.h"
 
 namespace trunvex {
 

@@ -5,7 +5,7 @@
 #include <system_error>
 #include <utility>
 
-#include "config/model/shared_tables.h"
+#include "model/shared_tables.h"
 #include "text/text_rules.h"
 
 namespace trunvex {

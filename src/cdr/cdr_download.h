@@ -8,11 +8,11 @@
 
 #include "cdr/call_record.h"
 #include "cdr/call_store.h"
+#include "fields/cool_progress_bar.h"
 #include "link/analyze_cmd.h"
 #include "link/session_bring_up.h"
 #include "platform/platform.h"
 #include "platform/settings.h"
-#include "widgets/cool_progress_bar.h"
 
 namespace trunvex {
 

@@ -4,7 +4,7 @@
 #include <iterator>
 #include <set>
 
-#include "config/node_key.h"
+#include "model/node_key.h"
 #include "text/latin1.h"
 #include "text/text_rules.h"
 

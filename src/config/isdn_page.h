@@ -1,7 +1,7 @@
 #pragma once
 
 #include "config/page_tools.h"
-#include "config/settings_records.h"
+#include "model/settings_records.h"
 
 namespace trunvex {
 

@@ -1,6 +1,6 @@
 #include "config/main_page.h"
 
-#include "config/node_key.h"
+#include "model/node_key.h"
 #include "text/text_rules.h"
 
 namespace trunvex {

@@ -5,12 +5,12 @@
 #include <string>
 #include <string_view>
 
-#include "config/model/shared_tables.h"
+#include "fields/record_form.h"
+#include "model/shared_tables.h"
 #include "platform/dialogs.h"
 #include "queues/command_sender.h"
 #include "queues/read_queue.h"
 #include "queues/write_queue.h"
-#include "widgets/record_form.h"
 
 namespace trunvex {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "config/node_key.h"
+#include "model/node_key.h"
 #include "text/text_rules.h"
 
 namespace trunvex {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "config/node_page.h"
-#include "config/settings_records.h"
+#include "model/settings_records.h"
 
 namespace trunvex {
 

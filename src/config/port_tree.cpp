@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "config/group_file.h"
-#include "config/node_key.h"
+#include "model/node_key.h"
 #include "platform/quietly.h"
 #include "text/text_rules.h"
 

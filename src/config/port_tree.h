@@ -7,12 +7,12 @@
 #include <string_view>
 #include <vector>
 
-#include "config/model/shared_tables.h"
+#include "fields/fields.h"
+#include "fields/tree_field.h"
 #include "link/session_state.h"
+#include "model/shared_tables.h"
 #include "platform/dialogs.h"
 #include "queues/command_sender.h"
-#include "widgets/fields.h"
-#include "widgets/tree_field.h"
 
 namespace trunvex {
 

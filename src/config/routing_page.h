@@ -2,9 +2,9 @@
 
 #include <deque>
 
-#include "config/model/shared_tables.h"
+#include "fields/fields.h"
 #include "link/real_time_update.h"
-#include "widgets/fields.h"
+#include "model/shared_tables.h"
 
 namespace trunvex {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "config/node_key.h"
+#include "model/node_key.h"
 #include "text/text_rules.h"
 
 namespace trunvex {

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "config/node_page.h"
-#include "config/settings_records.h"
 #include "config/time_table.h"
+#include "model/settings_records.h"
 
 namespace trunvex {
 

@@ -4,11 +4,11 @@
 #include <optional>
 
 #include "config/page_tools.h"
+#include "fields/fields.h"
 #include "link/real_time_update.h"
 #include "link/session_bring_up.h"
 #include "platform/clock.h"
 #include "platform/settings.h"
-#include "widgets/fields.h"
 
 namespace trunvex {
 

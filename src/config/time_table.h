@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "config/model/sim_record.h"
 #include "config/page_tools.h"
-#include "widgets/record_form.h"
+#include "fields/record_form.h"
+#include "model/sim_record.h"
 
 namespace trunvex {
 

@@ -6,14 +6,14 @@
 #include <string_view>
 #include <vector>
 
+#include "fields/uc_progress.h"
 #include "link/real_time_update.h"
 #include "link/session_state.h"
 #include "queues/command_sender.h"
 #include "queues/read_queue.h"
 #include "queues/refresh_queue.h"
 #include "queues/write_queue.h"
-#include "text/fields.h"
-#include "widgets/uc_progress.h"
+#include "text/split.h"
 
 namespace trunvex {
 

@@ -6,13 +6,13 @@
 #include <string>
 #include <string_view>
 
+#include "fields/fields.h"
+#include "fields/uc_progress.h"
 #include "link/line_cutter.h"
 #include "link/session_state.h"
 #include "platform/serial_port.h"
 #include "platform/tcp_socket.h"
 #include "queues/command_sender.h"
-#include "widgets/fields.h"
-#include "widgets/uc_progress.h"
 
 namespace trunvex {
 

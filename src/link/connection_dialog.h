@@ -2,11 +2,11 @@
 
 #include <string>
 
+#include "fields/fields.h"
+#include "fields/history_list.h"
 #include "link/serial_port_map.h"
 #include "platform/dialogs.h"
 #include "platform/settings.h"
-#include "widgets/fields.h"
-#include "widgets/history_list.h"
 
 namespace trunvex {
 

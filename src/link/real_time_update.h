@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "text/fields.h"
+#include "text/split.h"
 
 namespace trunvex {
 

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "fields/uc_progress.h"
 #include "link/c_spooling.h"
 #include "link/connection_dialog.h"
 #include "link/session_state.h"
@@ -15,7 +16,6 @@
 #include "queues/read_queue.h"
 #include "queues/refresh_queue.h"
 #include "queues/write_queue.h"
-#include "widgets/uc_progress.h"
 
 namespace trunvex {
 

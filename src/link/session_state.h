@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "text/fields.h"
+#include "text/split.h"
 
 namespace trunvex {
 

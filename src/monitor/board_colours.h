@@ -4,8 +4,8 @@
 #include <deque>
 #include <functional>
 
+#include "fields/fields.h"
 #include "platform/settings.h"
-#include "widgets/fields.h"
 
 namespace trunvex {
 

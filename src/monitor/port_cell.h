@@ -3,9 +3,9 @@
 #include <memory>
 #include <string>
 
+#include "fields/fields.h"
 #include "monitor/board_colours.h"
 #include "platform/timer.h"
-#include "widgets/fields.h"
 
 namespace trunvex {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "config/model/shared_tables.h"
+#include "model/shared_tables.h"
 #include "monitor/sim_status.h"
 
 namespace trunvex {

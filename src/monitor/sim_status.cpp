@@ -1,6 +1,6 @@
 #include "monitor/sim_status.h"
 
-#include "config/model/shared_tables.h"
+#include "model/shared_tables.h"
 #include "platform/quietly.h"
 #include "text/text_rules.h"
 

@@ -5,13 +5,13 @@
 #include <memory>
 #include <string_view>
 
+#include "fields/fields.h"
 #include "link/analyze_cmd.h"
 #include "link/session_bring_up.h"
 #include "monitor/board_colours.h"
 #include "monitor/port_cell.h"
 #include "monitor/status_items.h"
 #include "platform/settings.h"
-#include "widgets/fields.h"
 
 namespace trunvex {
 

@@ -4,10 +4,10 @@
 #include <string>
 #include <vector>
 
+#include "fields/cool_progress_bar.h"
 #include "platform/dialogs.h"
 #include "queues/command_sender.h"
 #include "queues/queue_item.h"
-#include "widgets/cool_progress_bar.h"
 
 namespace trunvex {
 

@@ -2,9 +2,9 @@
 
 #include <vector>
 
+#include "fields/cool_progress_bar.h"
 #include "queues/command_sender.h"
 #include "queues/queue_item.h"
-#include "widgets/cool_progress_bar.h"
 
 namespace trunvex {
 

@@ -5,10 +5,10 @@
 #include <string_view>
 #include <vector>
 
+#include "fields/uc_progress.h"
 #include "platform/dialogs.h"
 #include "queues/command_sender.h"
 #include "queues/queue_item.h"
-#include "widgets/uc_progress.h"
 
 namespace trunvex {
 

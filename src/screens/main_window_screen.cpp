@@ -1,6 +1,6 @@
 #include "screens/main_window_screen.h"
-#include "screens/calls_screen.h"
-#include "screens/isdn_page_screen.h"
+#include "screens/pages/calls_screen.h"
+#include "screens/pages/isdn_page_screen.h"
 
 #include <QCloseEvent>
 #include <QLabel>
@@ -8,17 +8,17 @@
 #include <QVBoxLayout>
 #include <utility>
 
-#include "screens/field_binding.h"
-#include "screens/icons.h"
-#include "screens/labels.h"
+#include "screens/kit/field_binding.h"
+#include "screens/kit/icons.h"
+#include "screens/kit/labels.h"
+#include "screens/kit/page_frame.h"
+#include "screens/kit/read_bar.h"
+#include "screens/kit/theme.h"
 #include "screens/notice_line.h"
-#include "screens/page_frame.h"
-#include "screens/port_tree_screen.h"
-#include "screens/read_bar.h"
-#include "screens/start_page.h"
+#include "screens/pages/port_tree_screen.h"
+#include "screens/pages/start_page.h"
+#include "screens/pages/system_page_screen.h"
 #include "screens/status_bar.h"
-#include "screens/system_page_screen.h"
-#include "screens/theme.h"
 #include "screens/tool_bar.h"
 #include "shell/console.h"
 

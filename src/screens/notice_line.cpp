@@ -5,10 +5,10 @@
 #include <QLabel>
 #include <QToolButton>
 
-#include "screens/field_binding.h"
-#include "screens/icons.h"
-#include "screens/labels.h"
-#include "screens/theme.h"
+#include "screens/kit/field_binding.h"
+#include "screens/kit/icons.h"
+#include "screens/kit/labels.h"
+#include "screens/kit/theme.h"
 #include "shell/main_window.h"
 
 namespace trunvex {

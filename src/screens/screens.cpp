@@ -2,12 +2,12 @@
 
 #include <QApplication>
 
-#include "screens/board_screen.h"
-#include "screens/connection_dialog_screen.h"
-#include "screens/icons.h"
+#include "screens/board/board_screen.h"
+#include "screens/kit/icons.h"
+#include "screens/kit/theme.h"
 #include "screens/main_window_screen.h"
+#include "screens/pages/connection_dialog_screen.h"
 #include "screens/splash_screen.h"
-#include "screens/theme.h"
 #include "shell/console.h"
 
 namespace trunvex {

@@ -8,9 +8,9 @@
 #include <QVBoxLayout>
 #include <utility>
 
-#include "screens/icons.h"
-#include "screens/labels.h"
-#include "screens/theme.h"
+#include "screens/kit/icons.h"
+#include "screens/kit/labels.h"
+#include "screens/kit/theme.h"
 
 namespace trunvex {
 

@@ -4,9 +4,9 @@
 #include <QLabel>
 #include <QProgressBar>
 
-#include "screens/field_binding.h"
-#include "screens/labels.h"
-#include "screens/theme.h"
+#include "screens/kit/field_binding.h"
+#include "screens/kit/labels.h"
+#include "screens/kit/theme.h"
 #include "shell/console.h"
 
 namespace trunvex {

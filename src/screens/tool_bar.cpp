@@ -3,9 +3,9 @@
 #include <QAction>
 #include <QToolButton>
 
-#include "screens/field_binding.h"
-#include "screens/icons.h"
-#include "screens/theme.h"
+#include "screens/kit/field_binding.h"
+#include "screens/kit/icons.h"
+#include "screens/kit/theme.h"
 #include "shell/console.h"
 
 namespace trunvex {

@@ -3,13 +3,13 @@
 #include <filesystem>
 
 #include "cdr/calls_page.h"
-#include "config/model/shared_tables.h"
-#include "config/port_detection.h"
 #include "config/port_tree.h"
 #include "config/routing_page.h"
 #include "config/settings_pages.h"
 #include "link/analyze_cmd.h"
 #include "link/session_records.h"
+#include "model/port_detection.h"
+#include "model/shared_tables.h"
 #include "monitor/last_calls.h"
 #include "monitor/port_state.h"
 #include "monitor/sim_status.h"

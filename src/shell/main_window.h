@@ -6,12 +6,12 @@
 #include <string>
 #include <string_view>
 
+#include "fields/fields.h"
+#include "fields/uc_progress.h"
 #include "link/real_time_update.h"
 #include "link/session_bring_up.h"
 #include "platform/platform.h"
 #include "queues/read_queue.h"
-#include "widgets/fields.h"
-#include "widgets/uc_progress.h"
 
 namespace trunvex {
 

@@ -5,8 +5,8 @@
 #include <fstream>
 
 #include "config/group_file.h"
-#include "config/node_key.h"
 #include "fakes/console_bench.h"
+#include "model/node_key.h"
 
 namespace trunvex {
 namespace {

@@ -1,4 +1,4 @@
-#include "screens/bar_chart.h"
+#include "screens/kit/bar_chart.h"
 
 #include <gmock/gmock.h>
 
@@ -10,7 +10,7 @@
 #include <QToolTip>
 
 #include "screens/board_window.h"
-#include "screens/theme.h"
+#include "screens/kit/theme.h"
 
 namespace trunvex {
 namespace {

@@ -9,7 +9,7 @@
 #include <QToolTip>
 
 #include "board_window.h"
-#include "screens/theme.h"
+#include "screens/kit/theme.h"
 
 namespace trunvex {
 namespace {

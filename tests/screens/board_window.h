@@ -7,9 +7,9 @@
 #include <QHash>
 
 #include "fakes/console_bench.h"
-#include "screens/board_cell.h"
-#include "screens/board_frame.h"
-#include "screens/board_screen.h"
+#include "screens/board/board_cell.h"
+#include "screens/board/board_screen.h"
+#include "screens/kit/board_frame.h"
 #include "screens/screens.h"
 
 namespace trunvex {

@@ -12,7 +12,7 @@
 #include <QTest>
 
 #include "fakes/console_bench.h"
-#include "screens/bar_chart.h"
+#include "screens/kit/bar_chart.h"
 #include "screens/main_window_screen.h"
 #include "screens/screens.h"
 

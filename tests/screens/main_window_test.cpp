@@ -13,10 +13,10 @@
 #include <QToolButton>
 
 #include "fakes/console_bench.h"
-#include "screens/connection_dialog_screen.h"
+#include "screens/kit/theme.h"
 #include "screens/main_window_screen.h"
+#include "screens/pages/connection_dialog_screen.h"
 #include "screens/screens.h"
-#include "screens/theme.h"
 
 namespace trunvex {
 namespace {

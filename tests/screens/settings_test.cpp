@@ -12,10 +12,10 @@
 #include <QToolButton>
 
 #include "fakes/console_bench.h"
-#include "screens/field_frame.h"
+#include "screens/kit/field_frame.h"
 #include "screens/main_window_screen.h"
+#include "screens/pages/time_table_view.h"
 #include "screens/screens.h"
-#include "screens/time_table_view.h"
 
 namespace trunvex {
 namespace {

@@ -9,11 +9,11 @@
 #include <QTest>
 
 #include "fakes/console_bench.h"
-#include "screens/board_frame.h"
+#include "screens/kit/board_frame.h"
 #include "screens/main_window_screen.h"
+#include "screens/pages/select_group_screen.h"
+#include "screens/pages/tree_view.h"
 #include "screens/screens.h"
-#include "screens/select_group_screen.h"
-#include "screens/tree_view.h"
 
 namespace trunvex {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "text/fields.h"
+#include "text/split.h"
 #include "text/text_rules.h"
 
 namespace trunvex {

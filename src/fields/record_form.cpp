@@ -1,0 +1,158 @@
+#include "fields/record_form.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace trunvex {
+
+void RecordForm::add(InputField& field) {
+    const auto index = entries_.size();
+    entries_.push_back({&field, {}, field.value()});
+    field.setStanding(InputField::Standing::Unread);
+    field.changed().connect([this, index] { fieldChanged(index); });
+}
+
+void RecordForm::fieldChanged(std::size_t index) {
+    auto& entry = entries_[index];
+    auto value = entry.field->value();
+    if (value == entry.shown) return;  // a mark, the enabling or the tip has changed
+    entry.shown = std::move(value);
+    entry.field->setProblem({});
+    mark(entry);
+    if (!filling_) changed_.emit();
+}
+
+void RecordForm::mark(Entry& entry) {
+    using enum InputField::Standing;
+    if (!compared_)
+        entry.field->setStanding(Free);
+    else if (entry.shown != entry.held)
+        entry.field->setStanding(Edited);
+    else
+        entry.field->setStanding(known_ ? AsRead : Unread);
+}
+
+void RecordForm::show(Entry& entry, const std::string& value) {
+    entry.field->setValue(value);
+    entry.shown = entry.field->value();
+}
+
+void RecordForm::turnTo(const std::string& key) {
+    if (!key_.empty() && compared_ && edited()) {
+        auto& draft = drafts_[key_];
+        draft.resize(entries_.size());  // an older one waits there still when the record was not told meanwhile
+        for (std::size_t i = 0; i < entries_.size(); ++i)
+            if (entries_[i].shown != entries_[i].held) draft[i] = entries_[i].shown;
+    }
+    key_ = key;
+    known_ = false;
+    compared_ = true;
+    filling_ = true;
+    for (auto& entry : entries_) {
+        entry.held.clear();
+        entry.field->setProblem({});
+        show(entry, {});
+        entry.held = entry.shown;  // an empty check box is "0"
+        mark(entry);
+    }
+    filling_ = false;
+    changed_.emit();
+}
+
+void RecordForm::take(const std::vector<std::string>& held) {
+    const auto draft = drafts_.find(key_);
+    const bool drafted = !known_ && draft != drafts_.end();
+    known_ = true;
+    compared_ = true;
+    filling_ = true;
+    for (std::size_t i = 0; i < entries_.size(); ++i) {
+        auto& entry = entries_[i];
+        std::optional<std::string> mine;
+        if (entry.shown != entry.held)
+            mine = entry.shown;
+        else if (drafted)
+            mine = draft->second[i];
+        const auto problem = mine ? entry.field->problem() : std::string();
+        // The value as the field holds it: what a list does not have is none there too.
+        show(entry, held.at(i));
+        entry.held = entry.shown;
+        if (mine) show(entry, *mine);
+        entry.field->setProblem(problem);
+        mark(entry);
+    }
+    filling_ = false;
+    if (drafted) drafts_.erase(draft);
+    changed_.emit();
+}
+
+void RecordForm::propose(const std::vector<std::string>& values) {
+    compared_ = false;
+    filling_ = true;
+    for (std::size_t i = 0; i < entries_.size(); ++i) {
+        auto& entry = entries_[i];
+        show(entry, values.at(i));
+        entry.held = entry.shown;
+        mark(entry);
+    }
+    filling_ = false;
+    changed_.emit();
+}
+
+void RecordForm::forgetAll() {
+    const auto key = std::exchange(key_, {});
+    drafts_.clear();
+    turnTo(key);
+}
+
+bool RecordForm::edited() const {
+    return std::any_of(entries_.begin(), entries_.end(), [](const Entry& entry) { return entry.shown != entry.held; });
+}
+
+std::vector<std::string> RecordForm::unwritten() const {
+    std::vector<std::string> keys;
+    for (const auto& draft : drafts_)
+        if (draft.first != key_) keys.push_back(draft.first);
+    if (compared_ && edited()) keys.insert(std::upper_bound(keys.begin(), keys.end(), key_), key_);
+    return keys;
+}
+
+void RecordForm::settle() {
+    for (auto& entry : entries_) {
+        entry.held = entry.shown;
+        mark(entry);
+    }
+    changed_.emit();
+}
+
+void RecordForm::undo() {
+    filling_ = true;
+    for (auto& entry : entries_) {
+        show(entry, entry.held);
+        entry.field->setProblem({});
+        mark(entry);
+    }
+    filling_ = false;
+    changed_.emit();
+}
+
+void RecordForm::respell(const std::vector<std::string>& values) {
+    filling_ = true;
+    for (std::size_t i = 0; i < entries_.size(); ++i) {
+        auto& entry = entries_[i];
+        if (entry.shown != entry.held) show(entry, values.at(i));
+        mark(entry);
+    }
+    filling_ = false;
+    changed_.emit();
+}
+
+void RecordForm::clearProblems() {
+    for (auto& entry : entries_) entry.field->setProblem({});
+}
+
+void RecordForm::undo(InputField& field) {
+    for (auto& entry : entries_)
+        if (entry.field == &field) field.setValue(entry.held);
+}
+
+}  // namespace trunvex

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "fields/fields.h"
+
+namespace trunvex {
+
+// The fields of one record that the operator may edit, beside what the gateway holds of it. Each field is marked where
+// the two differ. A record that is reported anew moves only the fields that the operator has left alone, and edits of
+// one record survive a look at another.
+class RecordForm {
+public:
+    RecordForm() = default;
+    RecordForm(const RecordForm&) = delete;
+    RecordForm& operator=(const RecordForm&) = delete;
+
+    // Fields outlive the form. Once added, a field is only compared by the form.
+    void add(InputField& field);
+
+    // Another record comes to be shown: the fields are blanked until take(). What was edited and not written of the one
+    // before is kept under its key.
+    void turnTo(const std::string& key);
+    const std::string& key() const { return key_; }
+    // What the gateway holds: a value for each field, in the order of add().
+    void take(const std::vector<std::string>& held);
+    // The same, where the values are no more than a proposal and nothing is to be marked: a write to many records.
+    void propose(const std::vector<std::string>& values);
+    // Nothing is known any more, edits included.
+    void forgetAll();
+
+    bool known() const { return known_; }
+    // True while the form itself sets the fields: a rule between two fields then keeps out of the way.
+    bool filling() const { return filling_; }
+    bool edited() const;
+    // Keys of the records that hold edits, the one shown included; what is only proposed is no record's.
+    std::vector<std::string> unwritten() const;
+    // What is shown was written: it counts as held.
+    void settle();
+    // Back to what the gateway holds.
+    void undo();
+    void undo(InputField& field);
+    // What was edited, spelled as the gateway will tell it once it is written; what writes nothing goes back.
+    void respell(const std::vector<std::string>& values);
+    // Before the fields are checked anew: a fault between two of them may have gone with a change of the other.
+    void clearProblems();
+
+    // The operator has changed something, or the gateway has.
+    sigc::signal<void()>& changed() { return changed_; }
+
+private:
+    struct Entry {
+        InputField* field;
+        std::string held;   // by the gateway
+        std::string shown;  // last value seen in the field
+    };
+
+    void fieldChanged(std::size_t index);
+    void mark(Entry& entry);
+    void show(Entry& entry, const std::string& value);
+
+    std::vector<Entry> entries_;
+    // By key: what was edited in a record that was left, the other fields empty. These follow the gateway.
+    std::map<std::string, std::vector<std::optional<std::string>>> drafts_;
+    std::string key_;
+    bool known_ = false;
+    bool compared_ = true;
+    bool filling_ = false;
+    sigc::signal<void()> changed_;
+};
+
+}  // namespace trunvex

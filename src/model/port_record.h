@@ -1,0 +1,54 @@
+#pragma once
+
+#include <string>
+
+#include "text/split.h"
+
+namespace trunvex {
+
+// A radio module ("port"), as the gateway reports it in A_MOD and A_PPR. Texts are as they travelled, but for the ones
+// that say otherwise.
+struct PortRec {
+    std::string Present;  // non-empty once an A_MOD has been taken; the value of NoRegTimer
+    std::string SeMode;   // "1" for a module with the second scale of levels, else "0"
+    std::string Kind;     // "GSM", "CDM" or "ERR"; empty until the gateway has told
+    std::string ModuleInfo;
+    std::string ModuleInfo2;
+    std::string NoRegTimer;
+    std::string TxLevel;  // first scale: the position 0 to 6; second: the number on the wire
+    std::string RxLevel;
+    std::string MinDigits;
+    std::string MaxDigits;    // a number
+    std::string IntDigPause;  // a number, in units of 50 ms
+    std::string SendComplete;
+    std::string RelaxTime;  // seconds
+    std::string SwitchFlags;
+    std::string SimSwap;  // minutes
+    std::string Reserved17;
+    std::string Reserved18;
+    std::string Reserved20;
+
+    bool loaded() const { return !Present.empty(); }
+    bool secondScale() const { return SeMode == "1"; }
+};
+
+// Takes the fields of A_MOD. An acknowledged C_MOD has the same positions, holds only changes, and never touches what
+// the gateway alone decides (fields 1 to 3). A record that is cut short leaves the rest as it was.
+void storePort(PortRec& port, const Fields& fields, bool acknowledged);
+
+// Levels of the first scale are positions 0 to 6. Transmit: the gain of -6 to +6 dB in steps of 2, in two's complement
+// in one byte, so 250 is -6. Receive: seven bands of 16, the highest position being the lowest band.
+inline constexpr int highestLevel = 6;
+inline constexpr int highestSecondLevel = 4;
+inline constexpr int noLevel = -1;
+int txCode(int position);  // 3, which is no gain of the scale, for any other position
+int txPosition(int code);  // noLevel for a code that is no gain of the scale
+int rxCode(int position);  // 51, the middle, for any other position
+int rxPosition(int code);  // noLevel outside 0 to 111
+
+// The relax time travels in units of 20 ms and is shown in seconds, with decimals where it has them.
+std::string relaxSeconds(std::string_view units);
+// Cut to whole units; -1 for a text that is no number of seconds of 0 to 5.
+int relaxUnits(std::string_view seconds);
+
+}  // namespace trunvex

@@ -1,0 +1,48 @@
+#include "model/settings_records.h"
+
+namespace trunvex {
+
+namespace {
+
+constexpr char acknowledgement = 'C';  // a line of the console's own, in place of the gateway's 'A'
+
+// MCU, module and, of a SIM, its number; throws for any other count of digits.
+Indexes addressOf(const Fields& fields, std::size_t digits) {
+    const auto address = getIndexs(fields.at(0));
+    if (address.count != digits) throw std::out_of_range("no such address");
+    return address;
+}
+
+bool isAcknowledged(const Record& record) { return record.mnemonic[0] == acknowledgement; }
+
+}  // namespace
+
+SettingsRecords::SettingsRecords(Dispatcher& dispatcher, SharedTables& tables) {
+    const auto takePort = [this, &tables](const Record& record) {
+        const auto fields = record.fields();
+        const auto address = addressOf(fields, 2);
+        auto& port = tables.port(address.at(0), address.at(1));
+        const auto kindBefore = port.Kind;
+        storePort(port, fields, isAcknowledged(record));
+        if (port.Kind != kindBefore) kindsChanged.emit();
+        portStored.emit(address.at(0), address.at(1));
+    };
+    const auto takeSim = [this, &tables](const Record& record) {
+        const auto fields = record.fields();
+        const auto address = addressOf(fields, 3);
+        storeSim(tables.sim(address.at(0), address.at(1), address.at(2)), fields, isAcknowledged(record));
+        simStored.emit(address.at(0), address.at(1), address.at(2));
+    };
+    const auto takeIsdn = [this, &tables](const Record& record) {
+        // A gateway without an ISM version begins with the separator, which would hide the first field.
+        const bool noVersion = record.body.substr(0, 1) == ",";
+        const std::string body = (noVersion ? " " : "") + std::string(record.body);
+        storeIsdn(tables.isdn, splitString(body, ','), isAcknowledged(record));
+        isdnStored.emit();
+    };
+    for (const char* mnemonic : {"A_MOD", "C_MOD"}) dispatcher.on(mnemonic, takePort);
+    for (const char* mnemonic : {"A_SIM", "C_SIM"}) dispatcher.on(mnemonic, takeSim);
+    for (const char* mnemonic : {"A_ISD", "C_ISD"}) dispatcher.on(mnemonic, takeIsdn);
+}
+
+}  // namespace trunvex

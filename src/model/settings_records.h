@@ -1,0 +1,22 @@
+#pragma once
+
+#include <sigc++/sigc++.h>
+
+#include "link/analyze_cmd.h"
+#include "model/shared_tables.h"
+
+namespace trunvex {
+
+// Takes the settings records of ports, SIMs and the E1 line into the shared tables, as the gateway reports them and as
+// it acknowledges what the console wrote.
+class SettingsRecords {
+public:
+    SettingsRecords(Dispatcher& dispatcher, SharedTables& tables);
+
+    sigc::signal<void(int mcu, int module)> portStored;
+    sigc::signal<void()> kindsChanged;  // a module is of another kind than was known
+    sigc::signal<void(int mcu, int module, int sim)> simStored;
+    sigc::signal<void()> isdnStored;
+};
+
+}  // namespace trunvex

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "text/split.h"
+
+namespace trunvex {
+
+// A row of a SIM's time table, as it travels.
+struct TimeRow {
+    std::string time;  // MMHHMMHH: from and to, the minutes before the hours
+    std::string days;  // a mask: 64 is Sunday, 1 is Saturday
+};
+
+inline constexpr std::size_t timeRowCount = 4;
+
+// A SIM of a module, as the gateway reports it in A_SIM. Texts are as they travelled.
+struct SimRec {
+    std::string Present;  // non-empty once an A_SIM has been taken
+    std::string PhoneNumber;
+    std::string Pin;
+    std::string Predial;
+    std::string CallerId;         // a number
+    std::string MonthlyContract;  // minutes; "59999" is no limit
+    std::string CallMinutes;
+    std::string CellLock;  // BCCH, five digits; "00000" is off
+    std::string BcchRssi;
+    std::string BcchTimer;  // seconds
+    std::string BcchNetId;
+    std::array<TimeRow, timeRowCount> rows;
+    std::string BundleFlags;
+
+    std::string network;  // from the status reports: its registration in words, or the network's identity
+
+    bool loaded() const { return !Present.empty(); }
+};
+
+// Takes the fields of A_SIM. An acknowledged C_SIM has the same positions and holds only changes. A record that is cut
+// short leaves the rest as it was.
+void storeSim(SimRec& sim, const Fields& fields, bool acknowledged);
+
+}  // namespace trunvex

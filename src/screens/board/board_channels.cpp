@@ -1,0 +1,140 @@
+#include "screens/board/board_channels.h"
+
+#include <QAccessible>
+#include <QAccessibleWidget>
+#include <QHelpEvent>
+#include <QLabel>
+#include <QPainter>
+#include <QToolTip>
+#include <QVBoxLayout>
+
+#include "screens/kit/board_frame.h"
+#include "screens/kit/field_binding.h"
+#include "screens/kit/labels.h"
+#include "shell/console.h"
+
+namespace trunvex {
+
+namespace {
+
+constexpr double designHeight = 20;
+constexpr double tint = 0.22;      // how much of its colour a row takes on a dark ground
+constexpr double faintMark = 0.6;  // what is as it should be stands back
+
+class SpokenRow : public QAccessibleWidget {
+public:
+    explicit SpokenRow(BoardChannelRow* row) : QAccessibleWidget(row, QAccessible::StaticText) {}
+    QString text(QAccessible::Text kind) const override {
+        if (kind == QAccessible::Description) return static_cast<BoardChannelRow*>(widget())->stateInWords();
+        return QAccessibleWidget::text(kind);
+    }
+};
+
+QAccessibleInterface* speak(const QString&, QObject* object) {
+    auto* row = qobject_cast<BoardChannelRow*>(object);
+    return row ? new SpokenRow(row) : nullptr;
+}
+
+}  // namespace
+
+BoardChannelRow::BoardChannelRow(BchRow& row, BoardFrame& frame, QWidget* parent) : QWidget(parent), row_(row) {
+    static const bool spoken = (QAccessible::installFactory(speak), true);
+    Q_UNUSED(spoken)
+    setObjectName(QString("bchRow_%1").arg(row.channel));
+    setAccessibleName(tr("B-channel %1").arg(row.channel));
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    const int part = frame.add([this] { repaintLater(); });
+    for (auto* field : {static_cast<Field*>(&row.lblSTBBch), static_cast<Field*>(&row.lblSTBCause),
+                        static_cast<Field*>(&row.chkSTBEnable)})
+        listen(this, field->changed(), [&frame, part] { frame.mark(part); });
+}
+
+QString BoardChannelRow::lblSTBBch() const { return shown(row_.lblSTBBch.text()); }
+
+QString BoardChannelRow::lblSTBCause() const { return shown(row_.lblSTBCause.text()); }
+
+QString BoardChannelRow::stateInWords() const {
+    const auto state = row_.lblSTBBch.colour();
+    QStringList words{chkSTBEnable() ? tr("enabled") : tr("disabled")};
+    if (state == bchInCall) words << tr("in a call");
+    if (state == bchIdle) words << tr("idle");
+    if (!lblSTBCause().isEmpty()) words << tr("last cause %1").arg(lblSTBCause());
+    return words.join("; ");
+}
+
+void BoardChannelRow::repaintLater() {
+    stale_ = true;
+    update();
+    if (!QAccessible::isActive()) return;
+    QAccessibleEvent told(this, QAccessible::DescriptionChanged);
+    QAccessible::updateAccessibility(&told);
+}
+
+void BoardChannelRow::layOut() {
+    stale_ = false;
+    pixelRatio_ = devicePixelRatioF();
+    const auto& roles = colours();
+    // Rows differ by a pixel; their columns are not to.
+    const double unit = parentWidget()->height() / (frmSimStatus::channelCount + 1.0) / designHeight;
+    const auto length = [unit](double design) { return qRound(design * unit); };
+    const auto& font = boardFont(length(12));
+    // On a dark ground the colour fills the number's field only, so that thirty rows do not outshine the room.
+    chip_ = QRect(0, 0, length(46), height());
+    chipColour_ = colour();
+    ground_ = roles.dark ? mixed(chipColour_, roles.surface, tint) : chipColour_;
+    const auto side = length(15);
+    const auto icon = [&](int left) { return QRectF(left, qRound((height() - side) / 2.0), side, side); };
+    const bool inCall = row_.lblSTBBch.colour() == bchInCall;
+    const bool barred = row_.lblSTBBch.colour() == bchDisabled;
+    const auto chipInk = inkOn(chipColour_);
+    const auto ink = inkOn(ground_);
+    state_.set(inCall ? "imgConnected" : barred ? "state_off" : "", chipInk, icon(length(4)), pixelRatio_);
+    number_.set(lblSTBBch(), font, QRectF(length(22), 0, chip_.width() - length(27), height()), chipInk,
+                Qt::AlignRight);
+    const auto right = width() - side - length(4);
+    enable_.set(chkSTBEnable() ? "check_on" : "check_off", mixed(ink, ground_, chkSTBEnable() ? faintMark : 1),
+                icon(right), pixelRatio_);
+    cause_.set(lblSTBCause(), font, QRectF(length(52), 0, right - length(56), height()), ink);
+}
+
+void BoardChannelRow::paintEvent(QPaintEvent*) {
+    if (stale_ || pixelRatio_ != devicePixelRatioF()) layOut();
+    QPainter painter(this);
+    painter.fillRect(rect(), ground_);
+    painter.fillRect(chip_, chipColour_);
+    painter.fillRect(0, height() - 1, width(), 1, colours().border);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    for (const auto* piece : {&state_, &enable_}) piece->paint(painter);
+    for (const auto* piece : {&number_, &cause_}) piece->paint(painter);
+}
+
+bool BoardChannelRow::event(QEvent* event) {
+    if (event->type() != QEvent::ToolTip) return QWidget::event(event);
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), plainTip(accessibleName() + ": " + stateInWords()),
+                       this);
+    return true;
+}
+
+void BoardChannelRow::resizeEvent(QResizeEvent*) { stale_ = true; }
+
+void BoardChannelRow::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange) {
+        stale_ = true;
+        update();
+    }
+    QWidget::changeEvent(event);
+}
+
+BoardChannels::BoardChannels(Console& console, BoardFrame& frame, QWidget* parent) : QWidget(parent) {
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    auto* heading = roleLabel(tr("        #     Cause"), "muted");
+    heading->setAccessibleName(tr("B-channels: number and last cause"));
+    layout->addWidget(heading);
+    for (int channel = 1; channel <= frmSimStatus::channelCount; ++channel)
+        layout->addWidget(new BoardChannelRow(console.board.row(channel), frame, this), 1);
+}
+
+}  // namespace trunvex

@@ -1,0 +1,169 @@
+#include "screens/board/board_screen.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QGridLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "screens/board/board_cell.h"
+#include "screens/board/board_channels.h"
+#include "screens/board/board_header.h"
+#include "screens/board/colours_screen.h"
+#include "screens/kit/field_binding.h"
+#include "screens/kit/labels.h"
+#include "screens/kit/read_bar.h"
+#include "screens/kit/theme.h"
+#include "shell/console.h"
+
+namespace trunvex {
+
+namespace {
+
+constexpr QSize firstSize(1280, 720);
+constexpr QSize smallestSize(960, 600);
+constexpr int gap = 6;
+constexpr int cellsShare = 9;  // of the width, to the strip's one
+constexpr double smallestScale = 0.75;
+constexpr double largestScale = 2.5;
+constexpr const char* section = "Window";
+constexpr const char* geometryKey = "BoardGeometry";
+
+}  // namespace
+
+BoardScreen::BoardScreen(Console& console) : console_(console), frame_(console.platform) {
+    setObjectName("frmSimStatus");
+    setMinimumSize(smallestSize);
+    auto& board = console.board;
+    follow(this, board.lblESN, [this, &board] {
+        setWindowTitle(board.lblESN.text().empty() ? tr("Monitor") : tr("Monitor %1").arg(shown(board.lblESN.text())));
+    });
+    auto* parts = new QHBoxLayout;
+    parts->setSpacing(grid);
+    parts->addWidget(buildCells(), cellsShare);
+    parts->addWidget(new BoardChannels(console, frame_), 1);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(grid, grid, grid, grid);
+    layout->setSpacing(grid);
+    layout->addWidget(new BoardHeader(console, frame_));
+    layout->addLayout(parts, 1);
+    const auto inFrames = [this](QObject* owner, Field& bar, std::function<void()> refresh) {
+        frame_.follow(owner, {&bar}, std::move(refresh));
+    };
+    new ReadBar(console.refreshes.ucCoolProgressBar,
+                {"cmdCancelRefresh", tr("Cancel refreshing"), [&console] { console.refreshes.abandon(); }}, inFrames,
+                this);
+
+    const auto hardwareChanged = [this] {
+        for (auto* cell : cells_) cell->hardwareChanged();
+    };
+    listen(this, console.portDetection.portsDetected, hardwareChanged);
+    listen(this, console.pages.records.kindsChanged, hardwareChanged);
+    listen(this, console.bringUp.resetTables, hardwareChanged);
+    listen(this, console.bringUp.tornDown, hardwareChanged);
+    listen(this, board.shown(), [this] { bringUp(); });
+    listen(this, board.cmdColors.pressed(), [this] { showColours(); });
+    restorePlace();
+}
+
+BoardScreen::~BoardScreen() {
+    if (isVisible()) savePlace();
+}
+
+// A column a MCU, a row a module.
+QWidget* BoardScreen::buildCells() {
+    auto* area = new QWidget;
+    auto* layout = new QGridLayout(area);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(gap);
+    for (int mcu = 1; mcu <= mcuCount; ++mcu) {
+        auto* head = roleLabel(tr("MCU %1").arg(mcu), "muted");
+        head->setAlignment(Qt::AlignHCenter);
+        layout->addWidget(head, 0, mcu - 1);
+        layout->setColumnStretch(mcu - 1, 1);
+        for (int module = 1; module <= modulesPerMcu; ++module) layout->setRowStretch(module, 1);
+    }
+    for (int index = 1; index <= frmSimStatus::portCount; ++index) {
+        const auto [mcu, module] = portAtPosition(index);
+        auto* cell = new BoardCell(console_, index, frame_, area);
+        cell->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
+        layout->addWidget(cell, module, mcu - 1);
+        connect(cell, &BoardCell::walked, this,
+                [this, index](int columns, int rows) { moveFocus(index, columns, rows); });
+        connect(cell, &BoardCell::focused, this, [this, index] { keepTabStop(index); });
+        cells_.push_back(cell);
+    }
+    keepTabStop(tabStop_);
+    return area;
+}
+
+void BoardScreen::moveFocus(int index, int columns, int rows) {
+    const auto [mcu, module] = portAtPosition(index);
+    const int toMcu = std::clamp(mcu + columns, 1, mcuCount);
+    const int toModule = std::clamp(module + rows, 1, modulesPerMcu);
+    cells_[static_cast<std::size_t>((toMcu - 1) * modulesPerMcu + toModule - 1)]->setFocus(Qt::TabFocusReason);
+}
+
+// Tab reaches the cells once, where the focus was last; the arrow keys go on from there.
+void BoardScreen::keepTabStop(int index) {
+    cells_[static_cast<std::size_t>(tabStop_ - 1)]->setFocusPolicy(Qt::ClickFocus);
+    tabStop_ = index;
+    cells_[static_cast<std::size_t>(tabStop_ - 1)]->setFocusPolicy(Qt::StrongFocus);
+}
+
+void BoardScreen::bringUp() {
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+}
+
+void BoardScreen::showColours() {
+    if (!colours_) colours_ = new ColoursScreen(console_.board, this);
+    colours_->show();
+    colours_->raise();
+    colours_->activateWindow();
+}
+
+void BoardScreen::showEvent(QShowEvent* event) {
+    frame_.setAwake(true);
+    QWidget::showEvent(event);
+}
+
+void BoardScreen::hideEvent(QHideEvent* event) {
+    // Minimized, the window counts as visible still, but nothing of it can be seen.
+    frame_.setAwake(false);
+    QWidget::hideEvent(event);
+}
+
+void BoardScreen::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    savePlace();
+    hide();
+}
+
+// The words around the cells grow with them.
+void BoardScreen::resizeEvent(QResizeEvent* event) {
+    const auto wide = static_cast<double>(width()) / firstSize.width();
+    const auto high = static_cast<double>(height()) / firstSize.height();
+    auto scaled = QApplication::font();
+    scaled.setPointSizeF(QFontInfo(scaled).pointSizeF() *
+                         std::clamp(std::min(wide, high), smallestScale, largestScale));
+    if (scaled.pointSizeF() != font().pointSizeF()) {
+        setFont(scaled);
+        for (auto* widget : findChildren<QWidget*>())
+            if (widget->window() == this) BoardHeader::takeWindowFont(widget);
+    }
+    QWidget::resizeEvent(event);
+}
+
+void BoardScreen::restorePlace() {
+    resize(firstSize);
+    const auto saved = console_.setting.Read(section, geometryKey);
+    if (!saved.empty()) restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(saved)));
+}
+
+void BoardScreen::savePlace() { console_.setting.Write(section, geometryKey, saveGeometry().toBase64().toStdString()); }
+
+}  // namespace trunvex

@@ -1,0 +1,62 @@
+#include "screens/kit/page_frame.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include "screens/kit/icons.h"
+#include "screens/kit/labels.h"
+#include "screens/kit/theme.h"
+
+namespace trunvex {
+
+namespace {
+
+constexpr int pictureSize = 48;
+constexpr int cardWidth = 560;
+
+}  // namespace
+
+PageFrame::PageFrame(const QString& name, const QString& title, QWidget* parent)
+    : QWidget(parent), content_(new QVBoxLayout) {
+    setObjectName(name);
+    setAccessibleName(title);
+    setFocusPolicy(Qt::ClickFocus);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(2 * grid, 2 * grid, 2 * grid, 2 * grid);
+    layout->setSpacing(2 * grid);
+    layout->addWidget(roleLabel(title, "title"));
+    layout->addLayout(content_, 1);
+    content_->setSpacing(2 * grid);
+}
+
+PlaceholderPage::PlaceholderPage(const QString& name, const QString& title, const QString& icon, const QString& purpose,
+                                 QWidget* parent)
+    : PageFrame(name, title, parent), words_(new QVBoxLayout) {
+    auto* card = new QFrame;
+    card->setProperty("role", "card");
+    card->setMinimumWidth(cardWidth);
+    auto* row = new QHBoxLayout(card);
+    row->setContentsMargins(3 * grid, 3 * grid, 3 * grid, 3 * grid);
+    row->setSpacing(3 * grid);
+    auto* picture = new IconLabel(pictureSize);
+    picture->setIcon(lineIcon(icon, &ColourRoles::muted));
+    row->addWidget(picture, 0, Qt::AlignTop);
+    words_->setSpacing(grid);
+    words_->addWidget(captionLabel(purpose));
+    words_->addWidget(roleLabel(tr("This page is empty in this version."), "muted"));
+    row->addLayout(words_, 1);
+    content()->addStretch(1);
+    content()->addWidget(card, 0, Qt::AlignHCenter);
+    content()->addStretch(4);
+}
+
+void PlaceholderPage::addFact(const QString& caption, QWidget* value) {
+    auto* row = new QHBoxLayout;
+    row->setSpacing(grid);
+    row->addWidget(roleLabel(caption, "muted"));
+    row->addWidget(value, 1);
+    words_->addLayout(row);
+}
+
+}  // namespace trunvex

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "platform/timer.h"
+#include "screens/kit/page_frame.h"
+
+class QGroupBox;
+class QLabel;
+class QTableView;
+
+namespace trunvex {
+
+class BarChart;
+class Console;
+
+// The page "call": the list of calls with its filters and totals, charts of what is shown, the download and its
+// settings.
+class CallsScreen : public PageFrame {
+    Q_OBJECT
+
+public:
+    explicit CallsScreen(Console& console, QWidget* parent = nullptr);
+
+private:
+    QLayout* buildFilters();
+    QWidget* buildList();
+    QLayout* buildFoot();
+    QWidget* buildSide();
+    QGroupBox* buildDownload();
+    QWidget* buildCharts();
+    QWidget* buildSettings();
+    void showSums();
+    void showTotals();
+    void showCharts();
+    void showOrder();
+    void copySelected();
+    void chooseColumns(const QPoint& at);
+    void keepColumns();
+
+    Console& console_;
+    QTableView* table_ = nullptr;
+    QLabel* totals_ = nullptr;
+    QLabel* empty_ = nullptr;
+    std::vector<BarChart*> charts_;  // in the order of chartGroups
+    // A download adds calls faster than sums and charts are looked at: they are shown at once, then after each pause.
+    std::unique_ptr<Timer> pause_;
+    bool changedSince_ = false;
+};
+
+}  // namespace trunvex

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <array>
+
+#include "screens/kit/board_frame.h"
+#include "screens/kit/page_frame.h"
+
+class QFrame;
+class QGroupBox;
+class QLabel;
+
+namespace trunvex {
+
+class Console;
+class TreeView;
+
+// The page "main": all ports and SIMs as a tree; of the selected one, what goes on there and its settings.
+class PortTreeScreen : public PageFrame {
+    Q_OBJECT
+
+public:
+    explicit PortTreeScreen(Console& console, QWidget* parent = nullptr);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    enum Fact { Address, Module, Group, Event, Number, Sim, Network, Signal, Counter, factCount };
+
+    QWidget* buildTree();
+    QLayout* buildSelected();
+    QFrame* buildFacts();
+    void followCells();
+    void showFacts();
+    std::array<QString, factCount> factsOf(const std::string& key) const;
+
+    Console& console_;
+    BoardFrame frame_;
+    int selectedPort_ = 0;         // board index, 0 for a node that belongs to no port
+    QFrame* factsCard_ = nullptr;  // hidden for a node that is no port's
+    std::array<QLabel*, factCount> facts_{};
+};
+
+// The page "groups": the same tree, to be grouped, saved and loaded.
+class GroupsScreen : public PageFrame {
+    Q_OBJECT
+
+public:
+    explicit GroupsScreen(Console& console, QWidget* parent = nullptr);
+
+private:
+    QGroupBox* buildButtons();
+
+    Console& console_;
+    TreeView* tree_ = nullptr;
+};
+
+}  // namespace trunvex
