@@ -45,7 +45,7 @@ void queued(benchmark::State& state) {
     trunvex::ActionField button("tool_connect");
     auto socket = platform.makeTcpSocket();
     trunvex::CSpooling spool(session, panel, button);
-    trunvex::ReadQueue reads(platform, spool);
+    trunvex::ReadQueue reads(platform, spool, trunvex::pageReads);
     spool.AnalyzeCmd = [&](std::string_view received, bool) { reads.takeAnswer(received); };
     spool.InitNET(*socket, "127.0.0.1", std::to_string(gateway.port()));
     spool.FillBuffer();
@@ -55,7 +55,8 @@ void queued(benchmark::State& state) {
     for (auto _ : state) {
         reads.start(batch, 5000);
         while (reads.formEnabled() == false) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        if (reads.gReadIndex != readsPerBatch - 1 || !reads.gReadReplied) state.SkipWithError("reads were lost");
+        if (reads.walk().index() != readsPerBatch - 1 || reads.walk().reply() != trunvex::Walk::Reply::Accepted)
+            state.SkipWithError("reads were lost");
     }
     spool.Disconnect();
     state.SetItemsProcessed(state.iterations() * readsPerBatch);

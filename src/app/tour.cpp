@@ -138,7 +138,7 @@ private:
             if (widget->objectName() == "frmSimStatus") found = widget;
         found->resize(1280, 720);
         console_.board.cmdSTSRefresh.press();
-        waitFor([&] { return !console_.refreshes.ucCoolProgressBar.running(); });
+        waitFor([&] { return !console_.refreshes.bar.running(); });
         QElapsedTimer since;
         since.start();
         waitFor([&] { return since.elapsed() > lifeMs; });

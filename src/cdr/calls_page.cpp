@@ -258,19 +258,21 @@ bool CallsPage::clearCalls() {
 }
 
 // A dialog's answer is for the gateway for which it was opened.
-bool CallsPage::stillThere(const std::filesystem::path& database) {
-    if (store_.gCDRFile() == database) return true;
-    tell_("Another gateway has been connected meanwhile; nothing was done.");
-    return false;
+Ticket CallsPage::forThisGateway() {
+    return Ticket([this, database = store_.gCDRFile()] {
+        if (store_.gCDRFile() == database) return true;
+        tell_("Another gateway has been connected meanwhile; nothing was done.");
+        return false;
+    });
 }
 
 void CallsPage::askAndClear() {
     if (rollingOver_ && refuseBusy()) return;
-    const auto database = store_.gCDRFile();
-    if (platform_.dialogs().message({"this action will clear all the calls report !. \r\n"
-                                     "are you sure that you want to continue?",
-                                     "warning", ButtonSet::YesNo, BoxIcon::Warning, 2}) == Button::Yes &&
-        stillThere(database))
+    if (platform_.dialogs().agreed(Button::Yes,
+                                   {"this action will clear all the calls report !. \r\n"
+                                    "are you sure that you want to continue?",
+                                    "warning", ButtonSet::YesNo, BoxIcon::Warning, 2},
+                                   forThisGateway()))
         clearCalls();
 }
 
@@ -323,9 +325,9 @@ bool CallsPage::refuseBusy() {
 
 void CallsPage::exportTo(std::size_t index) {
     if (refuseBusy()) return;
-    const auto database = store_.gCDRFile();
+    const auto gateway = forThisGateway();
     const std::filesystem::path path =
-        platform_.dialogs().saveFile("Export", filters.at(index), "", Dialogs::AskReplace::Caller);
+        platform_.dialogs().saveFile("Export", filters.at(index), "", Dialogs::AskReplace::Caller, gateway);
     if (path.empty()) return;
     std::error_code error;
     const auto name = path.filename().string();
@@ -337,12 +339,13 @@ void CallsPage::exportTo(std::size_t index) {
     }
     if (std::filesystem::exists(path, error)) {
         const auto question = path.string() + "  already exists.\r\nDo you want to replace it?";
-        if (platform_.dialogs().message({question, "Export", ButtonSet::YesNo, BoxIcon::Question, 2}) != Button::Yes)
+        if (!platform_.dialogs().agreed(Button::Yes, {question, "Export", ButtonSet::YesNo, BoxIcon::Question, 2},
+                                        gateway))
             return;
         // The others are replaced when the new file is complete.
         if (index == 0) std::filesystem::remove(path, error);
     }
-    if (index == 0 || !stillThere(database) || refuseBusy()) return;
+    if (index == 0 || refuseBusy()) return;
     if (index == 2)
         exportCopy(path);
     else

@@ -76,7 +76,7 @@ private:
     void load(const std::string& sql, bool marked);
     void workOnList();
     bool refuseBusy();
-    bool stillThere(const std::filesystem::path& database);
+    Ticket forThisGateway();
     void showValues(std::vector<std::string> values);
     void exportTo(std::size_t index);
     void exportCopy(const std::filesystem::path& path);

@@ -25,6 +25,7 @@ std::string labelOf(std::string_view address) {
     return "PORT: " + std::string(address.substr(0, 1)) + " MCU: " + (right(address, 1) == "3" ? "2" : "1");
 }
 
+constexpr const char* disk = "disk";  // what holds the bar while a record can't be written
 constexpr const char* diskFull = "The disk is full";
 
 std::string reasonOf(DatabaseError::Cause cause) {
@@ -111,7 +112,6 @@ void CdrDownload::start() {
     ucCDRProg.setVisible(true);
     sendCurrent();
     ucCDRProg.StartProgress(barIndex, entryMs, static_cast<int>(gCDRQueue.size()));
-    if (!held_.empty()) ucCDRProg.PauseProgress(true);
 }
 
 void CdrDownload::stop() {
@@ -123,6 +123,7 @@ void CdrDownload::stop() {
 void CdrDownload::endRun() {
     if (std::exchange(gCDRDownloading, false)) store_.endRun();
     held_.clear();
+    ucCDRProg.PauseProgress(false, disk);
     holdTimer_->stop();
     lblCDRStatus.setText("");
     ucCDRProg.EndProgress(barIndex);
@@ -263,7 +264,7 @@ void CdrDownload::guard(std::function<void()> act) {
 void CdrDownload::hold(std::function<void()> again, const std::string& reason) {
     held_.push_back(std::move(again));
     lblCDRStatus.setText(escaped(reason));
-    ucCDRProg.PauseProgress(true);
+    ucCDRProg.PauseProgress(true, disk);
     holdTimer_->start(holdMs);
 }
 
@@ -283,7 +284,7 @@ void CdrDownload::tryAgain() {
     }
     holdTimer_->stop();
     lblCDRStatus.setText("");
-    ucCDRProg.PauseProgress(false);
+    ucCDRProg.PauseProgress(false, disk);
     ucCDRProg.setProgressSpeed(barIndex, atOnceMs);
 }
 

@@ -42,10 +42,8 @@ public:
     // Minutes between two automatic runs; 0 is off.
     int downLimit() const;
 
-    // The rollover holds the run still. A run that holds still by itself is not let go by that.
-    void pause(bool paused) {
-        if (held_.empty()) ucCDRProg.PauseProgress(paused);
-    }
+    // The rollover holds the run still.
+    void pause(bool paused) { ucCDRProg.PauseProgress(paused, "rollover"); }
 
     // What needs the disk: done now, or, when the disk refuses, as soon as it does no more; the status tells why. The
     // end of a run forgets what waits: the journal has it.

@@ -35,9 +35,9 @@ std::string_view cutRight(std::string_view text) {
     return last == std::string_view::npos ? std::string_view() : text.substr(0, last + 1);
 }
 
-QueueItem decodeRecord(std::string_view record) {
+TreeItem decodeRecord(std::string_view record) {
     const auto column = [&](Column which) { return record.substr(which.offset, which.width); };
-    QueueItem item;
+    TreeItem item;
     item.Kind = trim(cutRight(column(kindColumn)));
     if (item.Kind == "ERR") item.Kind = "GSM";
     item.Number = cutRight(column(numberColumn));
@@ -47,7 +47,7 @@ QueueItem decodeRecord(std::string_view record) {
     return item;
 }
 
-bool usable(const QueueItem& item) {
+bool usable(const TreeItem& item) {
     if (node_key::isGroup(item.Key)) return item.Kind == "GRP" && item.Number == mid(item.Key, 4, 2);
     if (node_key::isSim(item.Key)) return item.Kind == "SIM";
     const bool portKind = item.Kind == "GSM" || item.Kind == "CDM" || item.Kind.empty();
@@ -56,7 +56,7 @@ bool usable(const QueueItem& item) {
 
 }  // namespace
 
-std::string encode(const std::vector<QueueItem>& items) {
+std::string encode(const std::vector<TreeItem>& items) {
     std::string bytes;
     bytes.reserve(items.size() * recordBytes);
     for (const auto& item : items) {
@@ -69,8 +69,8 @@ std::string encode(const std::vector<QueueItem>& items) {
     return bytes;
 }
 
-std::vector<QueueItem> decode(std::string_view bytes) {
-    std::vector<QueueItem> items;
+std::vector<TreeItem> decode(std::string_view bytes) {
+    std::vector<TreeItem> items;
     std::set<std::string> seen;
     const auto count = (bytes.size() + recordBytes / 2) / recordBytes;
     for (std::size_t i = 0; i < count; ++i) {
@@ -84,7 +84,7 @@ std::vector<QueueItem> decode(std::string_view bytes) {
     return items;
 }
 
-std::optional<std::vector<QueueItem>> read(const std::filesystem::path& path) {
+std::optional<std::vector<TreeItem>> read(const std::filesystem::path& path) {
     std::error_code error;
     const auto size = std::filesystem::file_size(path, error);
     if (error || size > largestFile) return std::nullopt;

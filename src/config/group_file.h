@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "queues/queue_item.h"
+#include "model/tree_item.h"
 
 namespace trunvex {
 
@@ -19,15 +19,15 @@ namespace group_file {
 
 inline constexpr std::size_t recordBytes = 37;
 
-std::string encode(const std::vector<QueueItem>& items);
+std::string encode(const std::vector<TreeItem>& items);
 
 // As many records as the length divided by 37, rounded; what is missing of the last one reads as blanks. A module that
 // was in error when the list was saved is a GSM module again. Records whose key names no group, port or SIM are left
 // out, and so is a second record of a key.
-std::vector<QueueItem> decode(std::string_view bytes);
+std::vector<TreeItem> decode(std::string_view bytes);
 
 // Nothing when the file can't be read, or when it holds not one usable record.
-std::optional<std::vector<QueueItem>> read(const std::filesystem::path& path);
+std::optional<std::vector<TreeItem>> read(const std::filesystem::path& path);
 
 }  // namespace group_file
 

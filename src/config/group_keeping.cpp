@@ -56,16 +56,25 @@ void PortTree::takeIdentity() {
 
 void PortTree::takePorts() { build(Both, tables_.gTreeItems.empty()); }
 
+// Behind a box another gateway may bring its own groups.
+Ticket PortTree::forThisList() const {
+    return Ticket::of([this] { return loadedFor_; });
+}
+
 void PortTree::saveGroups() {
     if (!sender_.isConnected()) {
-        if (dialogs_.message({"You must connecting to the gateway to save the groups!\r\n"
-                              "Do you want to export the groups to external file?",
-                              "Save", ButtonSet::YesNo, BoxIcon::Question}) == Button::Yes)
+        if (dialogs_.agreed(Button::Yes,
+                            {"You must connecting to the gateway to save the groups!\r\n"
+                             "Do you want to export the groups to external file?",
+                             "Save", ButtonSet::YesNo, BoxIcon::Question},
+                            forThisList()))
             exportGroups();
     } else if (session_.gESN.empty()) {
-        if (dialogs_.message({"Error gateway ESN number\r\n"
-                              "Do you want to get the right ESN numbet from the gateway now?",
-                              "Save", ButtonSet::YesNo, BoxIcon::Question}) == Button::Yes)
+        if (dialogs_.agreed(Button::Yes,
+                            {"Error gateway ESN number\r\n"
+                             "Do you want to get the right ESN numbet from the gateway now?",
+                             "Save", ButtonSet::YesNo, BoxIcon::Question},
+                            forSession(session_)))
             sender_.SendCommand("R_ESN");
     } else if (save({})) {
         load({});
@@ -75,14 +84,15 @@ void PortTree::saveGroups() {
 }
 
 void PortTree::exportGroups() {
-    const std::filesystem::path path = dialogs_.saveFile(
-        "Export groups", groupFilter, std::string("groups") + groupExtension, Dialogs::AskReplace::Dialog);
+    const std::filesystem::path path =
+        dialogs_.saveFile("Export groups", groupFilter, std::string("groups") + groupExtension,
+                          Dialogs::AskReplace::Dialog, forThisList());
     if (path.empty()) return;
     save(path);
 }
 
 void PortTree::importGroups() {
-    const auto path = dialogs_.openFile("Import groups", groupFilter);
+    const auto path = dialogs_.openFile("Import groups", groupFilter, forThisList());
     if (path.empty()) return;
     std::error_code error;
     if (!std::filesystem::exists(path, error))
@@ -92,8 +102,10 @@ void PortTree::importGroups() {
 }
 
 void PortTree::resetTree() {
-    if (dialogs_.message({"this action will remove all the groups that you was created!!, are you want to continue?",
-                          "Reset", ButtonSet::OkCancel, BoxIcon::Warning, 2}) != Button::Ok)
+    if (!dialogs_.agreed(Button::Ok,
+                         {"this action will remove all the groups that you was created!!, are you want to continue?",
+                          "Reset", ButtonSet::OkCancel, BoxIcon::Warning, 2},
+                         forThisList()))
         return;
     tables_.gTreeItems.clear();
     build(Both, false);

@@ -6,7 +6,7 @@ namespace trunvex {
 
 GroupWrite::GroupWrite(WriteQueue& writes) : writes_(writes) {
     writes_.settled().connect([this](const QueueItem& item, WriteQueue::Outcome outcome) { settle(item, outcome); });
-    writes_.ended().connect([this] { end(); });
+    writes_.ended().connect([this](WriteQueue::Ending) { end(); });
 }
 
 bool GroupWrite::start(const std::string& groupKey, std::vector<QueueItem> items) {
@@ -46,7 +46,7 @@ void GroupWrite::settle(const QueueItem& item, WriteQueue::Outcome outcome) {
 void GroupWrite::end() {
     if (!running_) return;
     running_ = false;
-    const auto inFlight = static_cast<std::size_t>(writes_.gWriteIndex);
+    const auto inFlight = writes_.walk().index();
     for (std::size_t i = 0; i < members_.size(); ++i)
         if (members_[i].outcome == Outcome::Waiting)
             members_[i].outcome = i <= inFlight ? Outcome::NoAnswer : Outcome::NotSent;

@@ -13,10 +13,12 @@ bool PageTools::connected() const {
 
 bool PageTools::mayLose(RecordForm& form) const {
     if (!form.edited()) return true;
-    const auto answer =
-        dialogs.message({"What was changed here is not written to the gateway yet.\r\nRead again and lose the changes?",
-                         "Refresh", ButtonSet::YesNo, BoxIcon::Question, 2});
-    if (answer != Button::Yes) return false;
+    const bool agreed =
+        dialogs.agreed(Button::Yes,
+                       {"What was changed here is not written to the gateway yet.\r\nRead again and lose the changes?",
+                        "Refresh", ButtonSet::YesNo, BoxIcon::Question, 2},
+                       Ticket::of([&form] { return std::pair(form.key(), form.known()); }));
+    if (!agreed) return false;
     form.undo();
     return true;
 }
@@ -42,7 +44,7 @@ BuiltLine BuiltLine::change(const std::string& key, std::span<const std::string>
 std::string BuiltLine::orTell(Dialogs& dialogs) const {
     if (word.empty()) return line;
     if (field) field->setProblem(word);
-    dialogs.message({word, title, ButtonSet::Ok, BoxIcon::Information});
+    dialogs.tell({word, title, ButtonSet::Ok, BoxIcon::Information});
     return {};
 }
 

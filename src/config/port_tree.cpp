@@ -26,7 +26,7 @@ std::string oneMore(std::string_view text) {
     return "Ports(" + std::to_string(count + 1) + ")";
 }
 
-void addGroupNodes(TreeField& view, const QueueItem& group, const char* portListText) {
+void addGroupNodes(TreeField& view, const TreeItem& group, const char* portListText) {
     view.add({group.Key, group.Caption, {}});
     for (int sim = 1; sim <= simsPerModule; ++sim)
         view.add(
@@ -71,9 +71,9 @@ PortTree::PortTree(Dialogs& dialogs, SharedTables& tables, SessionState& session
         });
 }
 
-QueueItem* PortTree::item(std::string_view key) {
+TreeItem* PortTree::item(std::string_view key) {
     auto& items = tables_.gTreeItems;
-    const auto found = std::find_if(items.begin(), items.end(), [&](const QueueItem& one) { return one.Key == key; });
+    const auto found = std::find_if(items.begin(), items.end(), [&](const TreeItem& one) { return one.Key == key; });
     return found == items.end() ? nullptr : &*found;
 }
 
@@ -165,7 +165,7 @@ void PortTree::completeList(int mcu, int module) {
             if (node_key::isSim(itemKey)) known->Parent = std::move(parent);
             return;
         }
-        QueueItem made;
+        TreeItem made;
         made.Kind = std::move(itemKind);
         made.Key = std::move(itemKey);
         made.Caption = std::move(caption);
@@ -227,7 +227,7 @@ bool PortTree::rename(std::string_view key, const std::string& text) {
 
 void PortTree::deleteItem(std::string_view key) {
     const std::string gone(key);
-    std::erase_if(tables_.gTreeItems, [&](const QueueItem& one) { return one.Key == gone; });
+    std::erase_if(tables_.gTreeItems, [&](const TreeItem& one) { return one.Key == gone; });
     for (auto& one : tables_.gTreeItems)
         if (one.Parent == gone) one.Parent.clear();
 }
@@ -245,7 +245,7 @@ bool PortTree::movePort(std::string_view portKey, std::string_view groupKey) {
 void PortTree::createGroup() {
     const auto taken = [this](int number) {
         return std::any_of(tables_.gTreeItems.begin(), tables_.gTreeItems.end(),
-                           [&](const QueueItem& one) { return val(one.Number) == number; });
+                           [&](const TreeItem& one) { return val(one.Number) == number; });
     };
     int number = 1;
     while (number <= node_key::groupCount && taken(number)) ++number;
@@ -253,7 +253,7 @@ void PortTree::createGroup() {
         dialogs_.info("you can create only " + std::to_string(node_key::groupCount) + " groups!!");
         return;
     }
-    QueueItem group;
+    TreeItem group;
     group.Number = pad(std::to_string(number), 2, '0', PadSide::Left);
     group.Key = "GRP" + group.Number;
     group.Kind = "GRP";
@@ -270,8 +270,10 @@ void PortTree::deleteSelected() {
         dialogs_.info("you can only delete groups or port items!");
         return;
     }
-    if (dialogs_.message({"are you sure that you want to delete this Item:" + node->text, "Delete", ButtonSet::YesNo,
-                          BoxIcon::Question, 2}) != Button::Yes)
+    if (!dialogs_.agreed(Button::Yes,
+                         {"are you sure that you want to delete this Item:" + node->text, "Delete", ButtonSet::YesNo,
+                          BoxIcon::Question, 2},
+                         forThisList()))
         return;
     if (contains(key, "GRP"))
         for (const auto& member : children(node_key::ofGroup("PRT", key))) deleteItem(member);
@@ -289,8 +291,9 @@ void PortTree::renameSelected() {
 
 void PortTree::moveChecked() {
     frmSelectGroup window(tables_.gTreeItems);
+    const auto list = forThisList();
     if (showSelectGroup) showSelectGroup(window);
-    if (window.result.empty() || !item(node_key::ofGroup("GRP", window.result))) return;
+    if (!list.good() || window.result.empty() || !item(node_key::ofGroup("GRP", window.result))) return;
     const auto nodes = view().nodes();
     for (auto node = nodes.rbegin(); node != nodes.rend(); ++node) {
         if (!node->checked || !contains(node->key, "MOD")) continue;
@@ -332,7 +335,7 @@ std::vector<QueueItem> PortTree::groupWrite(std::string_view key, const Builder&
     return batch;
 }
 
-frmSelectGroup::frmSelectGroup(const std::vector<QueueItem>& items) {
+frmSelectGroup::frmSelectGroup(const std::vector<TreeItem>& items) {
     for (const auto& one : items)
         if (one.Kind == "GRP") tvGroups.add({one.Key, one.Caption, {}});
     if (!tvGroups.nodes().empty()) tvGroups.select(tvGroups.nodes().front().key);

@@ -13,13 +13,14 @@
 #include "model/shared_tables.h"
 #include "platform/dialogs.h"
 #include "queues/command_sender.h"
+#include "queues/queue_item.h"
 
 namespace trunvex {
 
 // The window that asks for a group: a tree of the groups alone.
 class frmSelectGroup {
 public:
-    explicit frmSelectGroup(const std::vector<QueueItem>& items);
+    explicit frmSelectGroup(const std::vector<TreeItem>& items);
     // OK: what is selected becomes the result, "PRT" + two digits; Cancel leaves it empty.
     void accept();
 
@@ -100,7 +101,7 @@ public:
 
 private:
     TreeField& view() { return tvGroups[1]; }  // the one on which groups are edited
-    QueueItem* item(std::string_view key);
+    TreeItem* item(std::string_view key);
     void buildView(TreeField& view, bool last);
     std::string successor(const TreeField& view, const std::string& selected) const;
     void addGroups(TreeField& view);
@@ -113,6 +114,7 @@ private:
     void deleteSelected();
     void renameSelected();
     void moveChecked();
+    Ticket forThisList() const;
     void saveGroups();
     void exportGroups();
     void importGroups();

@@ -27,52 +27,64 @@ void CoolProgressBar::StartProgress(int mode, int timeBudgetMs, int itemCount) {
     tickCounter_ = 0;
     itemsStepped_ = 0;
     running_ = true;
-    paused_ = false;
-    SetProgress(0);
-    timer_->start(tickIntervalMs_);
+    showPercent();
+    follow();
+}
+
+// The timer runs at its own interval, or not at all.
+void CoolProgressBar::follow() {
+    if (running_ && holders_.empty())
+        timer_->start(tickIntervalMs_);
+    else
+        timer_->stop();
 }
 
 void CoolProgressBar::setProgressSpeed(int, int intervalMs) {
-    if (running_ && !paused_) timer_->start(intervalMs);
+    if (running_ && holders_.empty()) timer_->start(intervalMs);
 }
 
 void CoolProgressBar::RestoreSpeed(int mode) { setProgressSpeed(mode, tickIntervalMs_); }
 
-void CoolProgressBar::SetProgress(int percent) { assign(percent_, percent); }
+// Ticks of all items together may be more or fewer than a hundred.
+void CoolProgressBar::showPercent() {
+    const auto ticks = static_cast<std::int64_t>(itemsStepped_) * ticksPerItem_ + tickCounter_;
+    const auto all = static_cast<std::int64_t>(itemsTotal_) * ticksPerItem_;
+    assign(percent_, static_cast<int>(std::min<std::int64_t>(100, ticks * 100 / all)));
+}
+
+void CoolProgressBar::stepBack() {
+    itemsStepped_ = std::max(0, itemsStepped_ - 1);
+    showPercent();
+}
 
 void CoolProgressBar::EndProgress(int) {
     running_ = false;
-    paused_ = false;
     timer_->stop();
     setVisible(false);
 }
 
-void CoolProgressBar::PauseProgress(bool pause) {
-    if (!running_ || pause == paused_) return;
-    paused_ = pause;
+void CoolProgressBar::PauseProgress(bool pause, const std::string& owner) {
+    const bool held = !holders_.empty();
     if (pause)
-        timer_->stop();
+        holders_.insert(owner);
     else
-        timer_->start(tickIntervalMs_);
+        holders_.erase(owner);
+    if (held != !holders_.empty()) follow();
 }
 
-bool CoolProgressBar::full() const { return mode_ == Refresh ? percent_ >= 99 : percent_ > 99; }
-
 void CoolProgressBar::tick() {
-    ++tickCounter_;
-    if (full()) {
-        SetProgress(100);
-        if (mode_ == Refresh || itemsStepped_ >= itemsTotal_) {
-            completed_.emit(mode_);
-            if (!running_) return;
-        }
-    } else {
-        SetProgress(percent_ + 1);
+    if (itemsStepped_ >= itemsTotal_) {
+        completed_.emit(mode_);
+        return;
     }
+    ++tickCounter_;
     if (tickCounter_ >= ticksPerItem_) {
         tickCounter_ = 0;
         ++itemsStepped_;
+        showPercent();
         stepped_.emit(mode_, percent_);
+    } else {
+        showPercent();
     }
 }
 

@@ -12,7 +12,8 @@ namespace {
 
 constexpr std::size_t mnemonicLength = 5;
 constexpr std::size_t longestBody = 255;
-constexpr std::string_view smsMark = "SMS1";
+constexpr const char* masterDecision = "STAT";
+constexpr int masterAnswerMs = 10000;
 
 // A mnemonic and its length as one number, so that finding its row compares whole words.
 std::uint64_t packed(std::string_view mnemonic) {
@@ -32,11 +33,10 @@ bool startsWithDigit(std::string_view text) {
 
 }  // namespace
 
-Dispatcher::Dispatcher(SessionState& session, CommandSender& sender, ucProgress& panel, ReadQueue& reads,
-                       RefreshQueue& refreshes, WriteQueue& writes, SessionBringUp& bringUp,
-                       RealTimeUpdate& realTimeUpdate)
-    : session_(session), sender_(sender), panel_(panel), reads_(reads), refreshes_(refreshes), writes_(writes),
-      bringUp_(bringUp), realTimeUpdate_(realTimeUpdate) {}
+Dispatcher::Dispatcher(SessionState& session, CommandSender& sender, ucProgress& panel, std::vector<ReadQueue*> reads,
+                       WriteQueue& writes, SessionBringUp& bringUp, RealTimeUpdate& realTimeUpdate)
+    : session_(session), sender_(sender), panel_(panel), reads_(std::move(reads)), writes_(writes), bringUp_(bringUp),
+      realTimeUpdate_(realTimeUpdate) {}
 
 void Dispatcher::AnalyzeCmd(std::string_view line, bool show) {
     quietly("AnalyzeCmd", [&] {
@@ -53,7 +53,7 @@ void Dispatcher::AnalyzeCmd(std::string_view line, bool show) {
         const auto record = takeHashFamily(line) ? Record{line, {}, {}} : cut(line);  //  7
         if (takeMasterSession(line)) return;                                          //  8
         matchRead(line);                                                              //  9
-        matchWrite(line);                                                             // 10
+        writes_.answeredBy(line);                                                     // 10
         if (takeModemResult(line)) return;                                            // 11
         takeRecord(record);                                                           // 12
     });
@@ -96,8 +96,7 @@ bool Dispatcher::takeHashFamily(std::string_view line) {
     if (!contains(line, "#")) return false;
     if (contains(line, "OK#")) {
         callRecordErased.emit(mid(line, 4, 2));
-        const auto* inFlight = writes_.inFlight();
-        if (inFlight && inFlight->Tag == smsMark) writes_.WriteResult(true);
+        writes_.answeredByHash(true);
         return true;
     }
     if (contains(line, "END#")) {
@@ -106,7 +105,7 @@ bool Dispatcher::takeHashFamily(std::string_view line) {
     }
     if (contains(line, "ERROR#")) {
         if (session_.gFileMode) session_.gFileError = true;
-        if (session_.gExpectedReply == smsMark) writes_.WriteResult(false);
+        writes_.answeredByHash(false);
         return true;
     }
     return false;
@@ -130,17 +129,15 @@ bool Dispatcher::takeMasterSession(std::string_view line) {
 void Dispatcher::masterAsksPassword(std::string_view line) {
     const auto colon = line.find(':', 2);
     session_.gMasterSessionId = colon > 3 ? line.substr(3, colon - 3) : std::string_view();
-    bringUp_.StartLogin("SRV" + session_.gMasterSessionId + ":PSW" + session_.password + "," + session_.unitID, "",
-                        "Login", 10000);
+    bringUp_.StartLogin("SRV" + session_.gMasterSessionId + ":PSW" + session_.password + "," + session_.unitID,
+                        masterDecision, "Login", masterAnswerMs);
 }
 
 void Dispatcher::masterDecided(std::string_view line) {
-    const auto* inFlight = writes_.inFlight();
-    const bool ownLogin = inFlight && inFlight->Key.substr(0, 3) == "SRV";
     if (line.back() == '0') {
         bringUp_.rejectedByMaster();
     } else {
-        if (ownLogin) writes_.WriteResult(true);
+        writes_.answered(masterDecision);
         if (line.back() == '1') bringUp_.RecievingChange();
     }
 }
@@ -161,18 +158,7 @@ void Dispatcher::masterIdentifies(std::string_view line) {
 }
 
 void Dispatcher::matchRead(std::string_view line) {
-    reads_.takeAnswer(line);
-    refreshes_.takeAnswer(line);
-}
-
-void Dispatcher::matchWrite(std::string_view line) {
-    const auto* inFlight = writes_.inFlight();
-    const auto state = panel_.ProgressState;
-    if (!inFlight || (state != ucProgress::File && state != ucProgress::Backup)) return;
-    if (state == ucProgress::Backup) session_.gExpectedReply = "A_" + std::string(mid(inFlight->Key, 3));
-    if (!contains(line, session_.gExpectedReply)) return;
-    if (state == ucProgress::Backup) backupAnswer.emit(line);
-    writes_.WriteResult(true);
+    for (auto* queue : reads_) queue->takeAnswer(line);
 }
 
 // Only a modem says these words of its own: on another link they are part of some text of the gateway.

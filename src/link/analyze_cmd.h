@@ -11,7 +11,6 @@
 #include "link/session_state.h"
 #include "queues/command_sender.h"
 #include "queues/read_queue.h"
-#include "queues/refresh_queue.h"
 #include "queues/write_queue.h"
 #include "text/split.h"
 
@@ -35,8 +34,8 @@ class Dispatcher {
 public:
     using Handler = std::function<void(const Record& record)>;
 
-    Dispatcher(SessionState& session, CommandSender& sender, ucProgress& panel, ReadQueue& reads,
-               RefreshQueue& refreshes, WriteQueue& writes, SessionBringUp& bringUp, RealTimeUpdate& realTimeUpdate);
+    Dispatcher(SessionState& session, CommandSender& sender, ucProgress& panel, std::vector<ReadQueue*> reads,
+               WriteQueue& writes, SessionBringUp& bringUp, RealTimeUpdate& realTimeUpdate);
 
     // `line` comes without its terminator. `show` is true for a line that the gateway sent: only such a line is relayed
     // and shown. A line that the write queue feeds back is taken as a record and as nothing else.
@@ -51,7 +50,6 @@ public:
     std::function<bool()> analyzeEnabled;  // unset means enabled
     sigc::signal<void()> toneDone;
     sigc::signal<void(std::string_view channel)> callRecordErased;
-    sigc::signal<void(std::string_view line)> backupAnswer;
     sigc::signal<void()> modemConnected;
     sigc::signal<void(std::string_view line)> modemFailed;
     sigc::signal<void(std::string_view text)> updateStatus;  // what lblUpdateStatus is to show
@@ -73,15 +71,13 @@ private:
     void masterDecided(std::string_view line);
     void masterIdentifies(std::string_view line);
     void matchRead(std::string_view line);
-    void matchWrite(std::string_view line);
     bool takeModemResult(std::string_view line);
     void takeRecord(const Record& record);
 
     SessionState& session_;
     CommandSender& sender_;
     ucProgress& panel_;
-    ReadQueue& reads_;
-    RefreshQueue& refreshes_;
+    const std::vector<ReadQueue*> reads_;
     WriteQueue& writes_;
     SessionBringUp& bringUp_;
     RealTimeUpdate& realTimeUpdate_;

@@ -43,6 +43,7 @@ public:
     // told through `openFailed`; the connect time-out takes the session on from there.
     void FillBuffer();
     bool isConnected() const override;
+    bool free() const override { return session_.phase != SessionPhase::LogIn && !session_.dialling; }
     void SendCommand(std::string_view line, bool isError = false, bool localOnly = false) override;
     void ClearBuffer();
     void Disconnect();

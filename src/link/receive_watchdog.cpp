@@ -32,20 +32,22 @@ void SessionBringUp::receiveStep(int value) {
 }
 
 void SessionBringUp::wrongPassword() {
+    const auto session = forSession(session_);
     {
         const ucProgress::Hold hold(panel_);
-        platform_.dialogs().message({"Error Password !", "err", ButtonSet::Ok, BoxIcon::Critical});
+        platform_.dialogs().tell({"Error Password !", "err", ButtonSet::Ok, BoxIcon::Critical});
     }
+    if (!session.good()) return;
     panel_.EndProgress(ucProgress::Receive);
-    if (!session_.sessionFlag) return;
     ConnectChange("disconnect", true);
 }
 
 void SessionBringUp::receiveEnded() {
     if (!session_.gGotESN) {
-        const auto answer = platform_.dialogs().message({"Error:unable to receive data from the gateway!!", "Error",
-                                                         ButtonSet::AbortRetryIgnore, BoxIcon::Critical});
-        if (!session_.sessionFlag) return;
+        const auto answer = platform_.dialogs().ask({"Error:unable to receive data from the gateway!!", "Error",
+                                                     ButtonSet::AbortRetryIgnore, BoxIcon::Critical},
+                                                    forSession(session_));
+        if (!answer) return;
         if (answer == Button::Abort) {
             ConnectChange("disconnect", true);
             panel_.setPanelText("Receiving failed");

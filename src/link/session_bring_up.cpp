@@ -28,7 +28,7 @@ constexpr int resetIndex = 4;
 
 SessionBringUp::SessionBringUp(Platform& platform, Settings& settings, Settings& history, SessionState& session,
                                CSpooling& spool, ucProgress& panel, ActionField& connectButton, ReadQueue& reads,
-                               RefreshQueue& refreshes, WriteQueue& writes)
+                               ReadQueue& refreshes, WriteQueue& writes)
     : platform_(platform), settings_(settings), history_(history), session_(session), spool_(spool), panel_(panel),
       connectButton_(connectButton), reads_(reads), refreshes_(refreshes), writes_(writes), ports_(platform, settings),
       MSComm_(platform.makeSerialPort([this](int number) { return ports_.deviceOf(number); })),
@@ -36,19 +36,19 @@ SessionBringUp::SessionBringUp(Platform& platform, Settings& settings, Settings&
     panel_.SetTimeOut(panelWords[0], panelWords[1], panelWords[2], panelWords[3], panelWords[4]);
     panel_.stepped().connect([this](int mode, int value) { panelStep(mode, value); });
     panel_.ended().connect([this](int mode) { panelEnd(mode); });
-    panel_.pauseBars().connect([this](bool pause) { refreshes_.ucCoolProgressBar.PauseProgress(pause); });
+    panel_.pauseBars().connect([this](bool pause) { refreshes_.bar.PauseProgress(pause, "write"); });
     spool_.onSplAction().connect([this](int action) { spoolAction(action); });
     spool_.peerCalled().connect([this] { setPhase(SessionPhase::Connecting); });
     spool_.peerLeft().connect([this] { peerLeft(); });
     spool_.listenFailed().connect([this] { listenLost(); });
     spool_.onNumLineFill().connect([this](const std::string& line) { noteFirstPolledLine(line); });
     writes_.RecievingChange = [this] { RecievingChange(); };
-    writes_.ended().connect([this] { batchEnded(); });
+    writes_.ended().connect([this](WriteQueue::Ending ending) { batchEnded(ending); });
 }
 
 void SessionBringUp::setPhase(SessionPhase phase) {
-    if (phase_ == phase) return;
-    phase_ = phase;
+    if (session_.phase == phase) return;
+    session_.phase = phase;
     phaseChanged_.emit();
 }
 
@@ -59,6 +59,7 @@ void SessionBringUp::ConnectChange(std::string_view command, bool forced) {
         tearDown();
         return;
     }
+    ++session_.number;
     if (forced && !chooseLink()) {
         setPhase(SessionPhase::Idle);
         return;
@@ -162,8 +163,9 @@ void SessionBringUp::RecievingChange() {
 
 void SessionBringUp::StartLogin(std::string line, std::string expect, std::string caption, int timeoutMs) {
     WriteBatch batch;
-    batch.items.push_back(command(std::move(line), std::move(caption)));
-    batch.items.front().Tag = std::move(expect);
+    auto& item = batch.items.emplace_back(command(std::move(line), std::move(caption)));
+    item.terms.letters = std::move(expect);
+    item.terms.fedBack = false;  // a message to the master PC is no record
     batch.timeToWriteMs = timeoutMs;
     batch.firstText = "Connect : ";
     connectButton_.setCaption("Disconnect");
@@ -177,8 +179,9 @@ void SessionBringUp::sessionStands() {
 }
 
 // However the log-in batch ended, the session stands with what has come.
-void SessionBringUp::batchEnded() {
-    if (phase_ != SessionPhase::LogIn || !session_.sessionFlag) return;
+void SessionBringUp::batchEnded(WriteQueue::Ending ending) {
+    if (ending == WriteQueue::Ending::Replaced) return;  // by another step of the log-in
+    if (session_.phase != SessionPhase::LogIn || !session_.sessionFlag) return;
     setPhase(SessionPhase::Connected);
     loggedIn.emit();
 }
@@ -200,11 +203,11 @@ void SessionBringUp::connectionError() {
     panel_.setPanelText("Connection error");
     if (linkDialogOpen_) return;  // the box that is open already asks what to do
     linkDialogOpen_ = true;
-    const auto answer =
-        platform_.dialogs().message({"Error: can't connect to the gateway ,please check your connection", "Error",
-                                     ButtonSet::RetryCancel, BoxIcon::Critical});
+    const auto answer = platform_.dialogs().ask({"Error: can't connect to the gateway ,please check your connection",
+                                                 "Error", ButtonSet::RetryCancel, BoxIcon::Critical},
+                                                untilNextConnection(session_));
     linkDialogOpen_ = false;
-    if (session_.sessionFlag) return;  // a new session was begun behind the box
+    if (!answer) return;
     if (answer == Button::Retry) {
         spool_.Disconnect();
         ConnectChange("connect", false);
@@ -245,13 +248,6 @@ void SessionBringUp::panelStep(int mode, int value) {
         case ucProgress::Receive:
             receiveStep(value);
             break;
-        case ucProgress::Writing: {
-            panel_.RestoreSpeed(ucProgress::Writing);
-            const auto* item = writes_.inFlight();
-            const bool marked = item && contains(item->Tag, "CMS");
-            writes_.writeQueue(marked ? std::string(item->Tag) : std::string());
-            break;
-        }
         default:
             break;
     }
@@ -295,9 +291,11 @@ void SessionBringUp::logIn() {
 
 void SessionBringUp::connectingTimedOut() {
     linkDialogOpen_ = true;
-    const auto answer = platform_.dialogs().message(
-        {"Error: Time out, unable to connect to the gateway!!", "Error", ButtonSet::RetryCancel, BoxIcon::Critical});
+    const auto answer = platform_.dialogs().ask(
+        {"Error: Time out, unable to connect to the gateway!!", "Error", ButtonSet::RetryCancel, BoxIcon::Critical},
+        untilNextConnection(session_));
     linkDialogOpen_ = false;
+    if (!answer) return;
     if (answer == Button::Retry) {
         setPhase(SessionPhase::Connecting);
         endBatches();  // a link that came up behind the box may have begun its log-in
@@ -314,8 +312,9 @@ void SessionBringUp::rejectedByMaster() {
     setPhase(SessionPhase::Connecting);
     writes_.abandon();
     panel_.EndProgress(ucProgress::Writing);
-    platform_.dialogs().message({"Rejected by PC Master .", "rejected", ButtonSet::Ok, BoxIcon::Critical});
-    dropSession();
+    if (platform_.dialogs().ask({"Rejected by PC Master .", "rejected", ButtonSet::Ok, BoxIcon::Critical},
+                                untilNextConnection(session_)))
+        dropSession();
 }
 
 void SessionBringUp::noteFirstPolledLine(const std::string& line) {
@@ -335,8 +334,10 @@ void SessionBringUp::cmdConSwitch(int index) {
         return;
     }
     if (index == resetIndex) {
-        if (platform_.dialogs().message({"Are you sure you want to Reset the Gateway?", "Reset system",
-                                         ButtonSet::YesNo, BoxIcon::Question, 2}) == Button::Yes)
+        if (platform_.dialogs().agreed(
+                Button::Yes,
+                {"Are you sure you want to Reset the Gateway?", "Reset system", ButtonSet::YesNo, BoxIcon::Question, 2},
+                forSession(session_)))
             spool_.SendCommand("C_RSM");
         return;
     }
@@ -345,11 +346,13 @@ void SessionBringUp::cmdConSwitch(int index) {
         platform_.dialogs().info("no change in connection mode!!");
         return;
     }
-    const auto answer = platform_.dialogs().message(
+    const bool agreed = platform_.dialogs().agreed(
+        Button::Yes,
         {"Warning: if you change the connection mode your connection to the gateway will lose..!!\r\n"
          "Are you sure that you want to continue?",
-         "Warning", ButtonSet::YesNo, BoxIcon::Warning, 2});
-    if (answer != Button::Yes) return;
+         "Warning", ButtonSet::YesNo, BoxIcon::Warning, 2},
+        forSession(session_));
+    if (!agreed) return;
     spool_.SendCommand(wanted.command);
     if (wanted.followedBy) spool_.SendCommand(wanted.followedBy);
 }

@@ -14,20 +14,16 @@
 #include "platform/platform.h"
 #include "platform/settings.h"
 #include "queues/read_queue.h"
-#include "queues/refresh_queue.h"
 #include "queues/write_queue.h"
 
 namespace trunvex {
-
-// Where the session stands, for the eye.
-enum class SessionPhase { Idle, Dialog, Connecting, Listening, LogIn, Connected };
 
 // Takes the console from no link to a logged-in session and back: the switch of the connect button, the log-in batch,
 // every dialog of a connection that fails, and the panel's events that drive them.
 class SessionBringUp {
 public:
     SessionBringUp(Platform& platform, Settings& settings, Settings& history, SessionState& session, CSpooling& spool,
-                   ucProgress& panel, ActionField& connectButton, ReadQueue& reads, RefreshQueue& refreshes,
+                   ucProgress& panel, ActionField& connectButton, ReadQueue& reads, ReadQueue& refreshes,
                    WriteQueue& writes);
 
     // "connect" brings up, "disconnect" tears down, an empty command does whichever the session flag asks for.
@@ -50,7 +46,7 @@ public:
     void receiveStep(int value);
     void receiveEnded();
 
-    SessionPhase phase() const { return phase_; }
+    SessionPhase phase() const { return session_.phase; }
     sigc::signal<void()>& phaseChanged() { return phaseChanged_; }
 
     // Shows the connection dialog and returns when it is closed; the screens fill it in.
@@ -82,7 +78,7 @@ private:
     void connectingEnded();
     void connectingTimedOut();
     void logIn();
-    void batchEnded();
+    void batchEnded(WriteQueue::Ending ending);
     void setPhase(SessionPhase phase);
     void wrongPassword();
     void noteFirstPolledLine(const std::string& line);
@@ -95,12 +91,11 @@ private:
     ucProgress& panel_;
     ActionField& connectButton_;
     ReadQueue& reads_;
-    RefreshQueue& refreshes_;
+    ReadQueue& refreshes_;
     WriteQueue& writes_;
     SerialPortMap ports_;
     std::unique_ptr<SerialPort> MSComm_;
     std::unique_ptr<TcpSocket> wskNET_;
-    SessionPhase phase_ = SessionPhase::Idle;
     bool linkDialogOpen_ = false;
     sigc::signal<void()> phaseChanged_;
 };

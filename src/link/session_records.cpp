@@ -28,9 +28,8 @@ std::string_view fieldOrEmpty(const Fields& fields, std::size_t index) {
 
 }  // namespace
 
-SessionRecords::SessionRecords(Dispatcher& dispatcher, SessionState& session, ucProgress& panel,
-                               RefreshQueue& refreshes, WriteQueue& writes, SessionBringUp& bringUp,
-                               RealTimeUpdate& realTimeUpdate)
+SessionRecords::SessionRecords(Dispatcher& dispatcher, SessionState& session, ucProgress& panel, ReadQueue& refreshes,
+                               WriteQueue& writes, SessionBringUp& bringUp, RealTimeUpdate& realTimeUpdate)
     : dispatcher_(dispatcher), session_(session), panel_(panel), refreshes_(refreshes), writes_(writes),
       bringUp_(bringUp), realTimeUpdate_(realTimeUpdate) {
     addRows();
@@ -72,7 +71,7 @@ void SessionRecords::addRows() {
     });
     dispatcher_.on("OK", [this](const Record&) { writes_.WriteResult(true); });
     dispatcher_.on("ERROR", [this](const Record&) {
-        refreshes_.advance();
+        refreshes_.settle();
         session_.gStatusSeen = true;
         writes_.WriteResult(false);
     });
@@ -84,7 +83,7 @@ bool SessionRecords::takeUpdateReport(const Fields& fields) {
     if (!isUpdateCode(fields.at(1))) return false;
     const auto text = fields.at(3) == endMark ? std::string_view() : fields.at(3);
     dispatcher_.updateStatus.emit(text);
-    if (contains(text, "'RESTART' Command is completed")) writes_.NextCoommand();
+    if (contains(text, "'RESTART' Command is completed")) updateCompleted.emit();
     panel_.setPanelText(escaped(text));
     return true;
 }
@@ -94,7 +93,7 @@ void SessionRecords::takeAlarm(const Fields& fields) {
     const auto index = fields.at(0);
     const auto code = fields.at(1);
     if (code == "OK" || code == "ERROR") {
-        writes_.WriteResult(code == "OK");
+        writes_.answeredFor(index, code == "OK");
         return;
     }
     const auto sim = getIndexs(index).at(2);  // throws for an index that is not three digits

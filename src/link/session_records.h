@@ -8,11 +8,14 @@ namespace trunvex {
 // unasked reports. Adds their rows to the dispatcher's table.
 class SessionRecords {
 public:
-    SessionRecords(Dispatcher& dispatcher, SessionState& session, ucProgress& panel, RefreshQueue& refreshes,
+    SessionRecords(Dispatcher& dispatcher, SessionState& session, ucProgress& panel, ReadQueue& refreshes,
                    WriteQueue& writes, SessionBringUp& bringUp, RealTimeUpdate& realTimeUpdate);
 
     // A report about one SIM, after the board has it: X, Y, S, code and up to three arguments.
     sigc::signal<void(const Fields& record)> simAlarm;
+
+    // The gateway has told that the update of a target is done.
+    sigc::signal<void()> updateCompleted;
 
 private:
     void addRows();
@@ -22,7 +25,7 @@ private:
     Dispatcher& dispatcher_;
     SessionState& session_;
     ucProgress& panel_;
-    RefreshQueue& refreshes_;
+    ReadQueue& refreshes_;
     WriteQueue& writes_;
     SessionBringUp& bringUp_;
     RealTimeUpdate& realTimeUpdate_;

@@ -1,8 +1,18 @@
 #include "link/session_state.h"
 
+#include <tuple>
+
 #include "text/text_rules.h"
 
 namespace trunvex {
+
+Ticket forSession(const SessionState& session) {
+    return Ticket::of([&session] { return std::tuple(session.number, session.sessionFlag, session.gESN); });
+}
+
+Ticket untilNextConnection(const SessionState& session) {
+    return Ticket::of([&session] { return session.number; });
+}
 
 void takeESN(SessionState& session, std::string_view esn) {
     constexpr std::size_t longestName = 64;

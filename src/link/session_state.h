@@ -4,9 +4,13 @@
 #include <string>
 #include <string_view>
 
+#include "platform/ticket.h"
 #include "text/split.h"
 
 namespace trunvex {
+
+// Where the session stands, for the eye.
+enum class SessionPhase { Idle, Dialog, Connecting, Listening, LogIn, Connected };
 
 // What the console knows of the session with the one gateway it is connected to.
 struct SessionState {
@@ -23,11 +27,14 @@ struct SessionState {
     bool gGotActivePorts = false;
     bool gStatusSeen = false;
 
-    std::string gExpectedReply;
     bool gFileMode = false;
     bool gFileError = false;
     bool gFileEnd = false;
     std::string gAtcDigits;
+
+    SessionPhase phase = SessionPhase::Idle;
+    bool dialling = false;  // a modem is being told whom to call
+    unsigned number = 0;    // counts the connections that were asked for
 
     // What the main window keeps of the connection dialog.
     bool sessionFlag = false;    // from the moment a connection is asked for until it is torn down
@@ -45,6 +52,12 @@ struct SessionState {
     std::string gCDRFile;
     std::string gGroupsFile;
 };
+
+// What an answer of the operator's is for when it is for this session: it goes stale when the session ends, when
+// another begins, and when another gateway has taken the place of the one at the line's end.
+Ticket forSession(const SessionState& session);
+// The same, good until another connection is asked for: what to do about one that failed.
+Ticket untilNextConnection(const SessionState& session);
 
 // Takes the gateway's identity and chooses its files. Only a name that is safe in a file name reaches a path.
 void takeESN(SessionState& session, std::string_view esn);

@@ -8,7 +8,7 @@
 #include "model/isdn_record.h"
 #include "model/port_record.h"
 #include "model/sim_record.h"
-#include "queues/queue_item.h"
+#include "model/tree_item.h"
 
 namespace trunvex {
 
@@ -24,7 +24,7 @@ struct SharedTables {
     std::array<std::array<std::array<SimRec, simsPerModule>, modulesPerMcu>, mcuCount> gSims;
     IsdnRec isdn;
     // The flat list behind the port tree. It outlives the link, so that groups can still be exported without one.
-    std::vector<QueueItem> gTreeItems;
+    std::vector<TreeItem> gTreeItems;
 
     // MCU 1 to 8, module 1 to 4; throws std::out_of_range beyond.
     PortRec& port(int mcu, int module) {

@@ -26,11 +26,11 @@ enum StatusField {
 }  // namespace
 
 PortState::PortState(frmSimStatus& board, SharedTables& tables, Dispatcher& dispatcher, SessionState& session,
-                     RefreshQueue& refreshes, RealTimeUpdate& realTimeUpdate)
+                     ReadQueue& refreshes, RealTimeUpdate& realTimeUpdate)
     : board_(board), tables_(tables), realTimeUpdate_(realTimeUpdate) {
     dispatcher.on("A_STS", [this, &session, &refreshes](const Record& record) {
         quietly("updateSTS", [&] { updateSTS(record.fields()); });
-        refreshes.advance();
+        refreshes.settle();
         session.gStatusSeen = true;
     });
 }

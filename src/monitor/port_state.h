@@ -10,7 +10,7 @@ namespace trunvex {
 class PortState {
 public:
     PortState(frmSimStatus& board, SharedTables& tables, Dispatcher& dispatcher, SessionState& session,
-              RefreshQueue& refreshes, RealTimeUpdate& realTimeUpdate);
+              ReadQueue& refreshes, RealTimeUpdate& realTimeUpdate);
 
     // Fields: XY, state code, four pairs of SIM state and talk counter, BCCH mode, signal, network identity, call
     // flags, BCCH channel.

@@ -11,7 +11,6 @@ namespace {
 constexpr Colour headingBlue = 16711680;
 constexpr Colour headingRed = 255;
 constexpr int totalCounterMs = 1000;
-constexpr int refreshBudgetMs = 300;
 constexpr const char* lampPictures[] = {"imgLedRed", "imgLedYellow", "imgLedGreen"};
 
 bool lowBit(std::string_view flag) { return (val(flag) & 1) != 0; }
@@ -29,7 +28,7 @@ std::string portHeading(int index, std::string_view channel) {
 
 frmSimStatus::frmSimStatus(Platform& platform, Settings& settings, Dispatcher& dispatcher, SessionState& session,
                            SessionBringUp& bringUp, RealTimeUpdate& realTimeUpdate, CommandSender& sender,
-                           ReadQueue& reads, RefreshQueue& refreshes)
+                           ReadQueue& reads, ReadQueue& refreshes)
     : platform_(platform), settings_(settings), session_(session), sender_(sender), refreshes_(refreshes) {
     InitFormData();
     takeRecords(dispatcher, realTimeUpdate);
@@ -38,7 +37,7 @@ frmSimStatus::frmSimStatus(Platform& platform, Settings& settings, Dispatcher& d
     bringUp.tornDown.connect([this] { blank(); });
     bringUp.sessionStarted.connect([this] { tmrTotalCounter_->start(totalCounterMs); });
     cmdSTSRefresh.pressed().connect([this] { refresh(); });
-    refreshes.ucCoolProgressBar.stepped().connect([this](int, int) { tellProgress(); });
+    refreshes.bar.stepped().connect([this](int, int) { tellProgress(); });
 }
 
 void frmSimStatus::InitFormData() {
@@ -174,15 +173,15 @@ void frmSimStatus::refresh() {
         batch.push_back(
             command("R_STS" + std::to_string(mcu * 10 + module), "Get data from port " + std::to_string(index)));
     }
-    refreshes_.start(std::move(batch), refreshBudgetMs);
+    refreshes_.start(std::move(batch));
 }
 
 // Behind the queue's own step, which has put the caption of what is read now there.
 void frmSimStatus::tellProgress() {
-    if (!refreshes_.ucCoolProgressBar.running()) return;
-    const auto& reading = refreshes_.gRefreshQueue.at(static_cast<std::size_t>(refreshes_.gRefreshIndex));
-    const int percent = roundedDivision(100 * refreshes_.gRefreshIndex, refreshes_.gRefreshCount);
-    refreshes_.ucCoolProgressBar.setText("Loading " + reading.Caption + "   " + std::to_string(percent) + "%");
+    if (!refreshes_.running()) return;
+    const auto& walk = refreshes_.walk();
+    const int percent = roundedDivision(100 * static_cast<int>(walk.index()), static_cast<int>(walk.count()));
+    refreshes_.bar.setText("Loading " + walk.item().Caption + "   " + std::to_string(percent) + "%");
 }
 
 void frmSimStatus::takeColours(const BoardColours& colours) {

@@ -24,7 +24,7 @@ public:
 
     frmSimStatus(Platform& platform, Settings& settings, Dispatcher& dispatcher, SessionState& session,
                  SessionBringUp& bringUp, RealTimeUpdate& realTimeUpdate, CommandSender& sender, ReadQueue& reads,
-                 RefreshQueue& refreshes);
+                 ReadQueue& refreshes);
 
     // A status event. "SYS": version and the three lamps. "PRT": address XY, flag, B-channel. "BCH": channel, flag.
     // "ALR": X, Y, SIM, code, three arguments. A fault in an event ends it where it stands; what was written stays.
@@ -86,7 +86,7 @@ private:
     Settings& settings_;
     SessionState& session_;
     CommandSender& sender_;
-    RefreshQueue& refreshes_;
+    ReadQueue& refreshes_;
     StatusItems statusItems_;
     BoardColours colours_;
     std::deque<PortCell> cells_;

@@ -8,6 +8,8 @@ namespace trunvex {
 class CommandSender {
 public:
     virtual bool isConnected() const = 0;
+    // False while the line is the session's own: it dials or logs in, and nobody else begins a batch.
+    virtual bool free() const = 0;
     // Sends the bare line; the terminator is added here. On a link that is down nothing happens: the queues find out
     // by their time-out. `isError` only colours the line in the debug console; `localOnly` shows it without sending.
     virtual void SendCommand(std::string_view line, bool isError = false, bool localOnly = false) = 0;
@@ -15,5 +17,7 @@ public:
 protected:
     ~CommandSender() = default;
 };
+
+inline constexpr const char* lineNotFreeText = "The console is still logging in. Try again when it is connected.";
 
 }  // namespace trunvex

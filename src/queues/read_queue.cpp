@@ -6,14 +6,10 @@ namespace trunvex {
 
 namespace {
 
-constexpr std::int16_t mostTries = 3;
-// An item is given up once its count is past mostTries. The first item starts one higher than the rest, so it is sent
-// three times in all, the others four.
-constexpr std::int16_t firstItemTries = 2;
-constexpr std::int16_t laterItemTries = 1;
-
 constexpr const char* noDataText = "Can't get data from the gateway, please check your connection!.";
 constexpr const char* continueText = "Can't get data from the gateway,Press Yes button to continue!.";
+
+constexpr const char* question = "question";  // what holds the bar while its own box is open
 
 bool isLongTable(const std::string& key) {
     return contains(key, "BCH") || contains(key, "SEL") || contains(key, "PRT") || contains(key, "PRF");
@@ -21,125 +17,106 @@ bool isLongTable(const std::string& key) {
 
 }  // namespace
 
-bool answersRead(std::string_view line, const std::string& key, const std::string& expectedPattern) {
-    return contains(line, mid(key, 3, 255)) || (!expectedPattern.empty() && like(line, expectedPattern));
+ReadQueue::ReadQueue(Platform& platform, CommandSender& sender, const ReadRules& rules)
+    : bar(rules.bar, platform), platform_(platform), rules_(rules), walk_(sender), sender_(sender) {
+    bar.stepped().connect([this](int, int) {
+        bar.RestoreSpeed(rules_.mode);
+        RequestQueue();
+        if (running() && rules_.asks) bar.setText(loadingText());
+    });
 }
 
-ReadQueue::ReadQueue(Platform& platform, CommandSender& sender)
-    : prgLoading("prgLoading", platform), platform_(platform), sender_(sender) {
-    prgLoading.stepped().connect([this](int mode, int) {
-        if (mode != CoolProgressBar::Read) return;
-        prgLoading.RestoreSpeed(CoolProgressBar::Read);
-        RequestQueue();
-        if (prgLoading.running()) prgLoading.setText(loadingText());
-    });
-    prgLoading.completed().connect([this](int) { complete(); });
-}
+bool ReadQueue::mayStart() const { return sender_.isConnected() && sender_.free(); }
 
 bool ReadQueue::start(std::vector<QueueItem> batch, int budgetMs) {
-    if (!sender_.isConnected()) {
-        platform_.dialogs().info(notConnectedText);
-        return false;
-    }
-    if (batch.empty()) return false;
-    ++batch_;
-    gReadQueue = std::move(batch);
-    gReadCount = static_cast<std::int16_t>(gReadQueue.size());
-    gReadIndex = 0;
-    gReadQueue.front().Tries = firstItemTries;
-    send(gReadQueue.front());
+    if (!sender_.isConnected() && rules_.asks) platform_.dialogs().info(notConnectedText);
+    if (sender_.isConnected() && !sender_.free()) refused_.emit(lineNotFreeText);
+    if (batch.empty() || !mayStart()) return false;
+    if (running()) finish(Ending::Replaced);
+    walk_.begin(std::move(batch));
+    bar.setText(rules_.asks ? loadingText() : rules_.firstText);
+    walk_.send();
     FormEnableProgress(false);
-    prgLoading.StartProgress(CoolProgressBar::Read, budgetMs, gReadCount);
-    prgLoading.setText("Loading " + gReadQueue.front().Caption);
+    bar.StartProgress(rules_.mode, budgetMs == 0 ? rules_.budgetMs : budgetMs, static_cast<int>(walk_.count()));
     return true;
 }
 
-void ReadQueue::abandon() {
+void ReadQueue::forget(Ending ending) {
     waiting_.clear();
-    if (!prgLoading.running()) return;
-    end();
+    if (running()) finish(ending);
 }
 
-void ReadQueue::end() {
-    ++batch_;
-    prgLoading.EndProgress(CoolProgressBar::Read);
+void ReadQueue::finish(Ending ending) {
+    const bool lastAnswered = walk_.reply() == Walk::Reply::Accepted;
+    walk_.end();
+    bar.EndProgress(rules_.mode);
+    bar.PauseProgress(false, question);
+    if (!rules_.asks) bar.setText(ending == Ending::Complete && lastAnswered ? rules_.lastText : "Done");
     FormEnableProgress(true);
-}
-
-// The flag goes down before the line goes out, so that an answer to an earlier try or item is never taken for this one.
-void ReadQueue::send(QueueItem& item) {
-    gReadReplied = false;
-    sender_.SendCommand(item.Key);
+    ended_.emit(ending);
 }
 
 void ReadQueue::RequestQueue() {
-    if (gReadReplied)
-        nextItem();
-    else
+    if (!running()) return;
+    if (walk_.reply() == Walk::Reply::None) {
         itemUnanswered();
-}
-
-void ReadQueue::nextItem() {
-    if (gReadIndex >= gReadCount - 1) {
-        FormEnableProgress(true);  // the bar's own end completes the batch
         return;
     }
-    ++gReadIndex;
-    inFlight().Tries = laterItemTries;
-    send(inFlight());
-}
-
-void ReadQueue::itemUnanswered() {
-    if (gReadIndex > gReadCount - 1) {
-        FormEnableProgress(true);
-        platform_.dialogs().info(noDataText);
+    if (!walk_.last()) {
+        sendNext();
         return;
     }
-    if (inFlight().Tries <= mostTries) {
-        prgLoading.SetProgress(prgLoading.percent() - prgLoading.ticksPerItem());
-        ++inFlight().Tries;
-        send(inFlight());
-    } else if (gReadIndex == gReadCount - 1) {
-        end();
-        platform_.dialogs().info(noDataText);
-        beginWaiting();
-    } else {
-        skipDeadItem();
-    }
-}
-
-void ReadQueue::skipDeadItem() {
-    ++gReadIndex;
-    // The bar rests while the operator thinks: its ticks behind the box would send and skip items unasked.
-    const auto thisBatch = batch_;
-    prgLoading.PauseProgress(true);
-    const auto answer = platform_.dialogs().message({continueText, "info", ButtonSet::YesNo, BoxIcon::Information});
-    if (thisBatch != batch_ || !prgLoading.running()) return;
-    if (answer != Button::Yes) {
-        end();
-        beginWaiting();
-        return;
-    }
-    inFlight().Tries = laterItemTries;
-    send(inFlight());
-    prgLoading.PauseProgress(false);
-}
-
-void ReadQueue::complete() {
-    const auto key = inFlight().Key;
-    end();
+    const auto key = walk_.item().Key;
+    finish(Ending::Complete);
     for (const auto& [keyPart, show] : completions_)
         if (contains(key, keyPart)) show(key);
     beginWaiting();
 }
 
-void ReadQueue::whenFree(const std::string& name, std::function<void()> begin) {
+void ReadQueue::sendNext() {
+    walk_.next();
+    if (!rules_.asks) bar.setText(walk_.item().Caption);
+    walk_.send();
+}
+
+void ReadQueue::itemUnanswered() {
+    if (walk_.item().Tries < sends()) {
+        bar.stepBack();
+        walk_.send();
+    } else if (!walk_.last()) {
+        rules_.asks ? skipDeadItem() : sendNext();
+    } else if (rules_.asks) {
+        finish(Ending::GivenUp);
+        platform_.dialogs().info(noDataText);
+        beginWaiting();
+    } else {
+        finish(Ending::Complete);
+    }
+}
+
+void ReadQueue::skipDeadItem() {
+    walk_.next();
+    // The bar rests while the operator thinks: its ticks behind the box would send and skip items unasked.
+    bar.PauseProgress(true, question);
+    const auto answer = platform_.dialogs().ask({continueText, "info", ButtonSet::YesNo, BoxIcon::Information},
+                                                Ticket::of([this] { return walk_.number(); }));
+    bar.PauseProgress(false, question);
+    if (!answer) return;
+    if (*answer == Button::Yes) {
+        walk_.send();
+        return;
+    }
+    finish(Ending::GivenUp);
+    beginWaiting();
+}
+
+void ReadQueue::whenFree(const std::string& owner, std::function<void()> begin) {
     if (!running()) {
         begin();
         return;
     }
-    std::erase_if(waiting_, [&](const auto& one) { return one.first == name; });
-    waiting_.emplace_back(name, std::move(begin));
+    std::erase_if(waiting_, [&](const auto& one) { return one.first == owner; });
+    waiting_.emplace_back(owner, std::move(begin));
 }
 
 // One that finds nothing to read any more leaves the turn to the next.
@@ -151,11 +128,13 @@ void ReadQueue::beginWaiting() {
     }
 }
 
+// An answer contains the command without its "R_", or has the form that the queue knows besides.
 bool ReadQueue::takeAnswer(std::string_view line) {
-    if (!prgLoading.visible() || gReadIndex >= gReadCount) return false;
-    if (!answersRead(line, inFlight().Key, expectedPattern)) return false;
-    gReadReplied = true;
-    prgLoading.setProgressSpeed(CoolProgressBar::Read, 2);
+    if (!running()) return false;
+    const bool fits = *rules_.pattern != '\0' && like(line, rules_.pattern);
+    if (!fits && !contains(line, mid(walk_.item().Key, 3, 255))) return false;
+    walk_.setReply(Walk::Reply::Accepted);
+    settle();
     return true;
 }
 
@@ -164,16 +143,17 @@ void ReadQueue::onComplete(std::string keyPart, std::function<void(const std::st
 }
 
 void ReadQueue::FormEnableProgress(bool enabled) {
-    prgLoading.setVisible(!enabled);
+    bar.setVisible(!enabled);
     if (formEnabled_ == enabled) return;
     formEnabled_ = enabled;
     formEnabledChanged_.emit(enabled);
 }
 
 std::string ReadQueue::loadingText() const {
-    const auto& item = gReadQueue.at(static_cast<std::size_t>(gReadIndex));
+    const auto& item = walk_.item();
     auto text = "Loading " + item.Caption;
-    if (isLongTable(item.Key)) text += "   " + std::to_string(roundedDivision(gReadIndex * 100, gReadCount)) + "%";
+    if (isLongTable(item.Key) && walk_.index() > 0)
+        text += "   " + std::to_string(walk_.index() * 100 / walk_.count()) + "%";
     return text;
 }
 

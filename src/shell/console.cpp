@@ -10,10 +10,11 @@ Console::Console(Platform& platform_, const std::filesystem::path& folder)
     : platform(platform_), setting(folder / "Setting.xml", [this](const std::string& text) { tell(text); }),
       history(folder / "History.xml", [this](const std::string& text) { tell(text); }),
       data(folder / "Data.xml", [this](const std::string& text) { tell(text); }), panel(platform),
-      objSpool(session, panel, connectButton), reads(platform, objSpool), refreshes(platform, objSpool),
-      writes(platform, objSpool, panel),
+      objSpool(session, panel, connectButton), reads(platform, objSpool, pageReads),
+      refreshes(platform, objSpool, boardReads), writes(platform, objSpool, panel),
+      firmware(platform, objSpool, panel, writes),
       bringUp(platform, setting, data, session, objSpool, panel, connectButton, reads, refreshes, writes),
-      dispatcher(session, objSpool, panel, reads, refreshes, writes, bringUp, realTimeUpdate),
+      dispatcher(session, objSpool, panel, {&reads, &refreshes}, writes, bringUp, realTimeUpdate),
       sessionRecords(dispatcher, session, panel, refreshes, writes, bringUp, realTimeUpdate),
       portDetection(dispatcher, session, tables, writes),
       portTree(platform.dialogs(), tables, session, objSpool, replaceFile,
@@ -78,6 +79,9 @@ Console::Console(Platform& platform_, const std::filesystem::path& folder)
     });
     objSpool.openFailed().connect([this](const std::string& reason) { tell(reason); });
     writes.refused().connect([this](const std::string& reason) { tell(reason); });
+    reads.refused().connect([this](const std::string& reason) { tell(reason); });
+    sessionRecords.updateCompleted.connect([this] { firmware.NextCoommand(); });
+    panel.pauseBars().connect([this](bool pause) { cdrDownload.ucCDRProg.PauseProgress(pause, "write"); });
     pages.records.kindsChanged.connect([this] {
         portTree.build(PortTree::Both, false);
         portState.UpdateCDMA();

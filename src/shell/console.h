@@ -14,6 +14,7 @@
 #include "monitor/port_state.h"
 #include "monitor/sim_status.h"
 #include "platform/platform.h"
+#include "queues/firmware_pump.h"
 #include "shell/main_window.h"
 #include "shell/settings_file.h"
 
@@ -45,8 +46,9 @@ public:
     ActionField connectButton{"tool_connect", "Connect"};
     CSpooling objSpool;
     ReadQueue reads;
-    RefreshQueue refreshes;
+    ReadQueue refreshes;
     WriteQueue writes;
+    FirmwarePump firmware;
     SessionBringUp bringUp;
     RealTimeUpdate realTimeUpdate;
     Dispatcher dispatcher;

@@ -89,7 +89,10 @@ void FrmPRIGroups::tie(SessionBringUp& bringUp, SettingsPages& pages, frmSimStat
     bringUp.loggedIn.connect([this] {
         if (val(session_.gAccessRights) == 0 && !session_.gAccessRights.empty())
             notice("The gateway did not accept the password: it gave no rights to this session.");
-        if (session_.workOnlyWithMonitor) openPage("sim");
+        if (session_.workOnlyWithMonitor)
+            openPage("sim");
+        else
+            readPage();
         if (page_ == "main") pages_->main.select();  // its tree was built during the log-in
     });
     bringUp.openShownPage.connect([this] { readPage(); });
@@ -159,7 +162,7 @@ void FrmPRIGroups::holdWrites() {
 
 // Reads what the open page lacks. A batch that runs is not disturbed: the page's own follows it.
 void FrmPRIGroups::readPage() {
-    if (!spool_.isConnected()) return;
+    if (!spool_.isConnected() || !spool_.free()) return;  // the end of the log-in reads it
     reads_.whenFree("page", [this] {
         if (page_ == "isdn" && !pages_->isdn.loaded())
             reads_.start({command("R_ISD", "ISDN")});
@@ -169,7 +172,7 @@ void FrmPRIGroups::readPage() {
 }
 
 void FrmPRIGroups::readBoard() {
-    if (!spool_.isConnected()) return;
+    if (!spool_.isConnected() || !spool_.free()) return;
     reads_.whenFree("board", [this] {
         if (board_->holdsData) return;
         reads_.start({command("R_SYS", "System status"), command("R_ILS", "ISDN Statistic"),
@@ -178,8 +181,10 @@ void FrmPRIGroups::readBoard() {
 }
 
 bool FrmPRIGroups::queryUnload() {
-    return platform_.dialogs().message({"Do you really want to exit the software?", "Exit", ButtonSet::YesNo,
-                                        BoxIcon::Question, 2}) == Button::Yes;
+    // Whatever happens behind the box, the operator has said whether the program is to end.
+    return platform_.dialogs().agreed(
+        Button::Yes, {"Do you really want to exit the software?", "Exit", ButtonSet::YesNo, BoxIcon::Question, 2},
+        Ticket::lasting());
 }
 
 void FrmPRIGroups::hideToTray() {

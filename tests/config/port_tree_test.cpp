@@ -38,7 +38,7 @@ protected:
     std::string parent(const std::string& key) { return view().find(key) ? view().find(key)->parent : "(none)"; }
     std::ptrdiff_t items(const std::string& kind) {
         const auto& list = console.tables.gTreeItems;
-        return std::count_if(list.begin(), list.end(), [&](const QueueItem& item) { return item.Kind == kind; });
+        return std::count_if(list.begin(), list.end(), [&](const TreeItem& item) { return item.Kind == kind; });
     }
     std::string lastBox() { return bench.platform.boxes.texts().back(); }
     std::filesystem::path ownFile() { return bench.folder.path() / "data" / "groups4711.dat"; }
@@ -255,7 +255,7 @@ TEST_F(Tree, LosesNothingToABadFile) {
 TEST_F(Tree, BuildsATreeFromAnyList) {
     logIn();
     const auto item = [](const char* kind, const char* number, const char* key, const char* parent) {
-        QueueItem made;
+        TreeItem made;
         std::tie(made.Kind, made.Number, made.Key, made.Caption, made.Parent) =
             std::tie(kind, number, key, key, parent);
         return made;

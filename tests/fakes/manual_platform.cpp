@@ -124,7 +124,8 @@ private:
 std::unique_ptr<PrintDocument> FakePrinter::begin(const std::string& title) {
     Document document{title, {}, {}};
     if (!present) {
-        document.file = dialogs_.saveFile("Print", "PDF file (*.pdf)|*.pdf", title, Dialogs::AskReplace::Dialog);
+        document.file =
+            dialogs_.saveFile("Print", "PDF file (*.pdf)|*.pdf", title, Dialogs::AskReplace::Dialog, Ticket::lasting());
         if (document.file.empty()) return nullptr;
     }
     if (!refusal.empty()) throw std::runtime_error(refusal);

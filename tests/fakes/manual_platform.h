@@ -57,8 +57,8 @@ private:
 class ScriptedDialogs : public Dialogs {
 public:
     Button message(const MessageBox& box) override;
-    std::string openFile(const std::string&, const std::string&) override { return file; }
-    std::string saveFile(const std::string&, const std::string&, const std::string&, AskReplace) override {
+    std::string openFilePath(const std::string&, const std::string&) override { return file; }
+    std::string saveFilePath(const std::string&, const std::string&, const std::string&, AskReplace) override {
         return file;
     }
 

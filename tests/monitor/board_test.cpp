@@ -286,7 +286,7 @@ TEST_F(Board, RefreshAsksForEveryActivePort) {
     bench.logIn(gateway);
     gateway.forgetLinesReceived();
     std::vector<std::string> told;
-    auto& bar = console.refreshes.ucCoolProgressBar;
+    auto& bar = console.refreshes.bar;
     bar.changed().connect([&] {
         if (told.empty() || told.back() != bar.text()) told.push_back(bar.text());
     });
@@ -296,7 +296,7 @@ TEST_F(Board, RefreshAsksForEveryActivePort) {
     const auto active = static_cast<std::size_t>(std::count(ports.begin(), ports.end(), '1'));
     ASSERT_GT(active, 0u);
     EXPECT_EQ(gateway.linesReceived().size(), active);
-    EXPECT_FALSE(console.refreshes.ucCoolProgressBar.visible());
+    EXPECT_FALSE(console.refreshes.bar.visible());
     EXPECT_EQ(bench.platform.boxes.shown.size(), 1u);
     EXPECT_EQ(told.front(), "Please wait...");
     EXPECT_EQ(told.back(), "Refreshing data  complete seccessful!");

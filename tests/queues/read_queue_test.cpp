@@ -1,9 +1,7 @@
-#include "queues/read_queue.h"
-
 #include <gmock/gmock.h>
 
 #include "fakes/manual_platform.h"
-#include "queues/refresh_queue.h"
+#include "queues/read_queue.h"
 
 namespace trunvex {
 namespace {
@@ -14,6 +12,7 @@ using testing::IsEmpty;
 class FakeSender final : public CommandSender {
 public:
     bool isConnected() const override { return connected; }
+    bool free() const override { return true; }
     void SendCommand(std::string_view line, bool, bool) override { lines.emplace_back(line); }
 
     bool connected = true;
@@ -29,24 +28,24 @@ protected:
 
     fakes::ManualPlatform platform;
     FakeSender sender;
-    ReadQueue queue{platform, sender};
+    ReadQueue queue{platform, sender, pageReads};
 };
 
 TEST_F(ReadQueueTest, RunsAsFastAsTheGatewayAnswers) {
     std::string shown;
     queue.onComplete("SYS", [&](const std::string& key) { shown = key; });
     ASSERT_TRUE(queue.start({command("R_CLK", "System time"), command("R_SYS", "System Version")}));
-    EXPECT_EQ(queue.prgLoading.text(), "Loading System time");
+    EXPECT_EQ(queue.bar.text(), "Loading System time");
     EXPECT_FALSE(queue.formEnabled());
     answer("A_CLK1,2");
     advance(100);  // 50 ticks of 2 ms
     EXPECT_THAT(sender.lines, ElementsAre("R_CLK", "R_SYS"));
-    EXPECT_EQ(queue.prgLoading.text(), "Loading System Version");
+    EXPECT_EQ(queue.bar.text(), "Loading System Version");
     answer("A_SYS6");
-    advance(100 + 20);
+    advance(100);
     EXPECT_EQ(shown, "R_SYS");
     EXPECT_TRUE(queue.formEnabled());
-    EXPECT_FALSE(queue.prgLoading.visible());
+    EXPECT_FALSE(queue.bar.visible());
     EXPECT_EQ(platform.loop.runningTimers(), 0);
 }
 
@@ -56,7 +55,7 @@ TEST_F(ReadQueueTest, SendsALoneItemThreeTimesThenSaysSo) {
     EXPECT_EQ(sender.lines.size(), 1u);
     advance(1);
     EXPECT_EQ(sender.lines.size(), 2u);
-    EXPECT_EQ(queue.prgLoading.percent(), 0);
+    EXPECT_EQ(queue.bar.percent(), 0);
     advance(1000);
     EXPECT_EQ(sender.lines.size(), 3u);
     EXPECT_THAT(platform.boxes.texts(), ElementsAre(noData));
@@ -77,11 +76,11 @@ TEST_F(ReadQueueTest, AsksAtADeadItemAndGoesOnOrStops) {
     EXPECT_THAT(sender.lines, ElementsAre("R_1", "R_1", "R_1", "R_2"));
     advance(2100);
     EXPECT_THAT(sender.lines, ElementsAre("R_1", "R_1", "R_1", "R_2", "R_2", "R_2", "R_2"));
-    EXPECT_EQ(queue.gReadIndex, 2);
+    EXPECT_EQ(queue.walk().index(), 2u);
     EXPECT_FALSE(queue.running());
     EXPECT_TRUE(queue.formEnabled());
     ASSERT_TRUE(queue.start({command("R_4", "d")}));
-    EXPECT_EQ(queue.gReadIndex, 0);
+    EXPECT_EQ(queue.walk().index(), 0u);
 }
 
 TEST_F(ReadQueueTest, LeavesABatchAloneThatWasEndedBehindItsBox) {
@@ -98,27 +97,66 @@ TEST_F(ReadQueueTest, IgnoresALateAnswerToTheItemBefore) {
     answer("A_ESN1");
     advance(100);
     answer("A_ESN1");
-    EXPECT_FALSE(queue.gReadReplied);
+    EXPECT_EQ(queue.walk().reply(), Walk::Reply::None);
     answer("x CLK y");
-    EXPECT_TRUE(queue.gReadReplied) << "any line that holds the letters answers";
+    EXPECT_EQ(queue.walk().reply(), Walk::Reply::Accepted) << "any line that holds the letters answers";
 }
 
-TEST_F(ReadQueueTest, WalksBatchesOfEverySizeOnceThrough) {
-    for (const int count : {1, 2, 3, 7, 8, 30, 32, 66, 150, 250}) {
+std::vector<QueueItem> manyReads(int count) {
+    std::vector<QueueItem> items;
+    for (int i = 0; i < count; ++i) items.push_back(command("R_X" + std::to_string(100000 + i), "x"));
+    return items;
+}
+
+// Over as soon as the last item is answered, whatever is left of a hundred ticks.
+TEST_F(ReadQueueTest, WalksBatchesOfEverySizeOnceThroughAndNoLonger) {
+    for (const int count : {1, 2, 3, 7, 29, 32, 66, 71, 150, 40000}) {
         sender.lines.clear();
-        std::vector<QueueItem> items;
-        for (int i = 0; i < count; ++i) items.push_back(command("R_X" + std::to_string(1000 + i), "x"));
-        queue.start(items, 500);
-        for (int i = 0; i < count * 100 && queue.running(); ++i) {
-            if (!sender.lines.empty()) answer("A" + sender.lines.back().substr(1));
-            advance(2);
-            if (queue.prgLoading.percent() > 100) break;
+        ASSERT_TRUE(queue.start(manyReads(count), 1000));
+        for (int i = 0; i < count && queue.running(); ++i) {
+            answer("A" + sender.lines.back().substr(1));
+            advance(2 * queue.bar.ticksPerItem());
         }
-        advance(600);
         EXPECT_EQ(sender.lines.size(), static_cast<std::size_t>(count));
         EXPECT_FALSE(queue.running()) << count;
     }
     EXPECT_THAT(platform.boxes.shown, IsEmpty());
+}
+
+// Each item is asked for as often as it may be, also when a hundred percent are long past.
+TEST_F(ReadQueueTest, GivesUpNoItemBeforeItsLastTry) {
+    ASSERT_TRUE(queue.start(manyReads(28), 100));
+    for (int step = 0; step < 500 && queue.running(); ++step) {
+        const auto line = sender.lines.back();
+        const auto tries = std::count(sender.lines.begin(), sender.lines.end(), line);
+        if (tries == (line == "R_X100000" ? 3 : 4)) answer("A" + line.substr(1));
+        advance(100);
+    }
+    EXPECT_EQ(sender.lines.size(), 3u + 27 * 4);
+    EXPECT_EQ(sender.lines.back(), "R_X100027");
+    EXPECT_THAT(platform.boxes.shown, IsEmpty());
+}
+
+TEST_F(ReadQueueTest, TellsHoweverABatchEndedAndBeginsWhatWaits) {
+    std::vector<ReadQueue::Ending> endings;
+    queue.ended().connect([&](ReadQueue::Ending ending) { endings.push_back(ending); });
+    queue.start(manyReads(2));
+    queue.start({command("R_ISD", "ISDN")});
+    queue.whenFree("page", [this] { queue.start({command("R_SYS", "version")}); });
+    queue.whenFree("page", [this] { queue.start({command("R_CLK", "time")}); });
+    answer("A_ISD");
+    advance(200);
+    EXPECT_EQ(sender.lines.back(), "R_CLK");
+    queue.whenFree("page", [this] { queue.start({command("R_SYS", "version")}); });
+    queue.cancel();
+    EXPECT_EQ(sender.lines.back(), "R_CLK");
+    queue.start({command("R_SYS", "version")});
+    queue.abandon();
+    queue.start({command("R_SYS", "version")}, 100);
+    advance(1000);
+    using enum ReadQueue::Ending;
+    EXPECT_THAT(endings, ElementsAre(Replaced, Complete, Cancelled, Lost, GivenUp));
+    EXPECT_EQ(platform.loop.runningTimers(), 0);
 }
 
 TEST_F(ReadQueueTest, RefusesWhenTheLinkIsDown) {
@@ -132,14 +170,14 @@ TEST_F(ReadQueueTest, TellsHowFarALongTableHasCome) {
     queue.start({command("R_BCH1", "B-CH 1"), command("R_BCH2", "B-CH 2"), command("R_BCH3", "B-CH 3")});
     answer("A_BCH1");
     advance(66);
-    EXPECT_EQ(queue.prgLoading.text(), "Loading B-CH 2   33%");
+    EXPECT_EQ(queue.bar.text(), "Loading B-CH 2   33%");
 }
 
 class RefreshQueueTest : public testing::Test {
 protected:
     fakes::ManualPlatform platform;
     FakeSender sender;
-    RefreshQueue queue{platform, sender};
+    ReadQueue queue{platform, sender, boardReads};
 };
 
 TEST_F(RefreshQueueTest, PassesOverWhatIsNotAnsweredWithoutAWord) {
@@ -151,13 +189,13 @@ TEST_F(RefreshQueueTest, PassesOverWhatIsNotAnsweredWithoutAWord) {
     EXPECT_THAT(sender.lines, ElementsAre("R_STS11", "R_STS12", "R_STS13"));
     EXPECT_TRUE(queue.takeAnswer("OK"));
     platform.loop.advance(std::chrono::milliseconds(300));
-    EXPECT_EQ(queue.ucCoolProgressBar.text(), "Refreshing data  complete seccessful!");
-    EXPECT_FALSE(queue.ucCoolProgressBar.visible());
+    EXPECT_EQ(queue.bar.text(), "Refreshing data  complete seccessful!");
+    EXPECT_FALSE(queue.bar.visible());
     EXPECT_EQ(platform.loop.runningTimers(), 0);
     EXPECT_THAT(platform.boxes.shown, IsEmpty());
     queue.start({command("R_STS11", "Port 1")}, 300);
     platform.loop.advance(std::chrono::milliseconds(400));
-    EXPECT_EQ(queue.ucCoolProgressBar.text(), "Done");
+    EXPECT_EQ(queue.bar.text(), "Done");
 }
 
 }  // namespace

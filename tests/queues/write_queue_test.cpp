@@ -89,7 +89,7 @@ TEST_F(WriteQueueTest, RestsWhileItsBoxIsOpenAndCreditsNothingThatComesMeanwhile
     };
     bench.advance(1000);
     EXPECT_THAT(bench.sent(), ElementsAre("C_A", "C_A"));
-    EXPECT_FALSE(console.writes.gWriteOk);
+    EXPECT_EQ(console.writes.walk().reply(), Walk::Reply::None);
     bench.receive("OK");
     bench.advance(1);
     EXPECT_THAT(bench.sent(), ElementsAre("C_A", "C_A", "C_B"));
@@ -117,7 +117,7 @@ TEST_F(WriteQueueTest, FeedsBackWhatWasAcceptedAndNothingElse) {
     bench.receive("OK");
     bench.advance(1);
     EXPECT_EQ(console.session.gClockField[4], "10");
-    EXPECT_FALSE(console.writes.gWriteOk) << "the line fed back must not answer the next command";
+    EXPECT_EQ(console.writes.walk().reply(), Walk::Reply::None) << "the line fed back must not answer the next command";
     answers = {Button::Cancel};
     bench.advance(1000);
     EXPECT_EQ(console.session.gClockField[4], "10") << "a refused value is not stored";
@@ -174,11 +174,11 @@ TEST_F(WriteQueueTest, PushesLinesInTheWaitStateThenLogsIn) {
     EXPECT_EQ(bench.sent().back(), "C_CPWkestr");
 }
 
-TEST_F(WriteQueueTest, GivesADialMoreThanAMinute) {
+TEST_F(WriteQueueTest, GivesAnItemTheTimeOfItsTerms) {
     WriteBatch batch;
-    batch.word = "file";
-    start({"ATE0", "ATD123"}, batch);
-    console.session.gExpectedReply = "OK";
+    batch.items = {command("ATE0", "reset"), command("ATD123", "dial")};
+    batch.items[1].terms.timeMs = 65000;
+    console.writes.start(batch);
     bench.receive("OK");
     bench.advance(1);
     bench.advance(64999);
@@ -191,7 +191,7 @@ TEST_F(WriteQueueTest, GivesADialMoreThanAMinute) {
 }
 
 TEST_F(WriteQueueTest, LetsTheBoardsBarGoOnHoweverABatchEnds) {
-    auto& bar = console.refreshes.ucCoolProgressBar;
+    auto& bar = console.refreshes.bar;
     for (const bool silent : {true, false}) {
         console.refreshes.start({command("R_STS11", "Port 1"), command("R_STS12", "Port 2")}, 60000);
         WriteBatch batch;
@@ -202,7 +202,7 @@ TEST_F(WriteQueueTest, LetsTheBoardsBarGoOnHoweverABatchEnds) {
         EXPECT_FALSE(console.writes.running());
         bench.advance(5000);
         EXPECT_GT(bar.percent(), before);
-        console.refreshes.abandon();
+        console.refreshes.cancel();
     }
 }
 
@@ -222,28 +222,58 @@ TEST_F(WriteQueueTest, RefusesASecondBatchWhileOneRuns) {
 
 // Of four targets the one next to the last is left out.
 TEST_F(WriteQueueTest, PumpsFirmwareFromTheEndOfItsList) {
-    auto& writes = console.writes;
-    writes.gBootList = {"C_SLU11", "C_SLU12", "C_SLU21", "C_SLU22"};
-    writes.gBootCount = "3";
-    writes.gBootRunning = true;
-    start({"C_SLU22"});
-    for (int i = 0; i < 3; ++i) bench.receive("I_ALR000,90,,'RESTART' Command is completed");
+    const std::string completed = "I_ALR000,90,,'RESTART' Command is completed";
+    ASSERT_TRUE(console.firmware.updateAll({"C_SLU11", "C_SLU12", "C_SLU21", "C_SLU22"}));
+    for (int i = 0; i < 3; ++i) bench.receive(completed);
     EXPECT_THAT(bench.sent(), ElementsAre("C_SLU22", "C_SLU12", "C_SLU11"));
-    EXPECT_FALSE(writes.gBootRunning);
+    EXPECT_FALSE(console.firmware.running());
     bench.advance(1000);
-    start({"C_SLU11"});
-    writes.gBootRunning = true;
-    writes.gBootCount = "0";
-    answers = {Button::Retry, Button::Abort};
-    bench.advance(1000);
-    ASSERT_EQ(bench.platform.boxes.shown.size(), 1u);
-    EXPECT_EQ(bench.platform.boxes.shown[0].buttons, ButtonSet::AbortRetryIgnore);
-    EXPECT_EQ(writes.gBootCount, "1");
-    EXPECT_EQ(bench.sent().back(), "C_SLU11");
-    bench.advance(1000);  // given up
+    ASSERT_TRUE(console.firmware.updateAll({"C_SLU11", "C_SLU12"}));
+    answers = {Button::Abort};
+    bench.advance(10000);
     bench.platform.socket->sent.clear();
-    bench.receive("I_ALR000,90,,'RESTART' Command is completed");
+    bench.receive(completed);
     EXPECT_THAT(bench.sent(), IsEmpty()) << "a late word must not go on with what the operator stopped";
+    // The only target: it may be tried again, and no second answer is taken for the first.
+    ASSERT_TRUE(console.firmware.updateAll({"C_MSU"}));
+    answers = {Button::Retry, Button::Ignore};
+    bench.advance(20000);
+    EXPECT_THAT(bench.sent(), ElementsAre("C_MSU", "C_MSU"));
+    EXPECT_EQ(bench.platform.boxes.shown.back().buttons, ButtonSet::AbortRetryIgnore);
+    EXPECT_FALSE(console.writes.running());
+}
+
+TEST_F(WriteQueueTest, LeavesTheLineToALogInAndCancelsWithoutAWord) {
+    start({"C_A", "C_B"});
+    console.writes.cancel();
+    EXPECT_FALSE(console.writes.running());
+    EXPECT_EQ(bench.panelText(), "Connected        ");
+    console.bringUp.RecievingChange();
+    EXPECT_FALSE(start({"C_C"}));
+    EXPECT_FALSE(console.reads.start({command("R_ISD", "ISDN")}));
+    EXPECT_THAT(bench.sent(), ElementsAre("C_A", "C_CPWkestr"));
+    EXPECT_THAT(console.mainWindow.lblNotice.text(), HasSubstr("still logging in"));
+    EXPECT_THAT(boxTexts(), IsEmpty());
+}
+
+// A bar that two hold goes on when both have let go.
+TEST_F(WriteQueueTest, HoldsTheCallDownloadAndLetsGoOnlyItsOwnHold) {
+    auto& bar = console.cdrDownload.ucCDRProg;
+    bar.StartProgress(CoolProgressBar::Read, 1000, 1);
+    console.cdrDownload.pause(true);
+    start({"C_A"});
+    bench.receive("OK");
+    bench.advance(5);
+    EXPECT_FALSE(console.writes.running());
+    bench.advance(5000);
+    EXPECT_EQ(bar.percent(), 0);
+    console.cdrDownload.pause(false);
+    bench.advance(100);
+    EXPECT_GT(bar.percent(), 0);
+    start({"C_A"});
+    const int before = bar.percent();
+    bench.advance(500);
+    EXPECT_EQ(bar.percent(), before);
 }
 
 }  // namespace

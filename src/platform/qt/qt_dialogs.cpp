@@ -89,14 +89,14 @@ Button QtDialogs::message(const MessageBox& box) {
     return refusal(box.buttons);
 }
 
-std::string QtDialogs::openFile(const std::string& title, const std::string& filter) {
+std::string QtDialogs::openFilePath(const std::string& title, const std::string& filter) {
     return QFileDialog::getOpenFileName(QApplication::activeWindow(), QString::fromStdString(title), {},
                                         qtFilter(filter))
         .toStdString();
 }
 
-std::string QtDialogs::saveFile(const std::string& title, const std::string& filter, const std::string& name,
-                                AskReplace ask) {
+std::string QtDialogs::saveFilePath(const std::string& title, const std::string& filter, const std::string& name,
+                                    AskReplace ask) {
     QFileDialog dialog(QApplication::activeWindow(), QString::fromStdString(title), {}, qtFilter(filter));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setOption(QFileDialog::DontConfirmOverwrite, ask == AskReplace::Caller);

@@ -281,7 +281,8 @@ std::unique_ptr<PrintDocument> QtPrinter::begin(const std::string& title) {
     if (const auto printer = printerOfMachine(); !printer.isNull())
         return printOnQueue(printer.printerName(), QPrinter(printer, QPrinter::HighResolution).pageLayout(), title);
     const auto file = dialogs_->saveFile("Print into a PDF file", "PDF file (*.pdf)|*.pdf",
-                                         fileNamePart(title) + ".pdf", Dialogs::AskReplace::Dialog);
+                                         fileNamePart(title) + ".pdf", Dialogs::AskReplace::Dialog,
+                                         Ticket::lasting());  // who prints looks again at what is to be printed
     return file.empty() ? nullptr : printIntoFile(file, title);
 }
 

@@ -51,7 +51,7 @@ BoardScreen::BoardScreen(Console& console) : console_(console), frame_(console.p
     const auto inFrames = [this](QObject* owner, Field& bar, std::function<void()> refresh) {
         frame_.follow(owner, {&bar}, std::move(refresh));
     };
-    new ReadBar(console.refreshes.ucCoolProgressBar,
+    new ReadBar(console.refreshes.bar,
                 {"cmdCancelRefresh", tr("Cancel refreshing"), [&console] { console.refreshes.abandon(); }}, inFrames,
                 this);
 

@@ -54,7 +54,7 @@ ReadBar::ReadBar(CoolProgressBar& bar, Cancel cancel, const Follow& follow, QWid
 
 ReadBar::ReadBar(ReadQueue& reads, QWidget* parent)
     : ReadBar(
-          reads.prgLoading, {"cmdCancelLoading", tr("Cancel loading"), [&reads] { reads.abandon(); }},
+          reads.bar, {"cmdCancelLoading", tr("Cancel loading"), [&reads] { reads.cancel(); }},
           [](QObject* owner, Field& bar, std::function<void()> refresh) {
               trunvex::follow(owner, bar, std::move(refresh));
           },
