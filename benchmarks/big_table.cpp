@@ -222,7 +222,7 @@ void window(benchmark::State& state) {
     trunvex::Screens screens(console);
     screens.startWithoutSplash();
     auto& page = console.calls;
-    console.session.gESN = "4711";
+    console.session.state.gESN = "4711";
     console.callStore.setGateway("4711");
     auto* table = screens.mainWindow().findChild<QWidget*>("lsvCallReport");
     const auto during = [&](const char* what, const std::function<void()>& begin) {

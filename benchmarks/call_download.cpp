@@ -193,8 +193,8 @@ void download(benchmark::State& state) {
         const trunvex::fakes::TemporaryFolder folder(CALL_TEMPLATE);
         TimedPlatform platform;
         trunvex::Console console(platform, folder.path());
-        console.setting.Write("CDRConfig", "Max", "100000");
-        console.bringUp.showConnectionDialog = [&](trunvex::frmConnectionSelect& dialog) {
+        console.files.setting.Write("CDRConfig", "Max", "100000");
+        console.session.bringUp.showConnectionDialog = [&](trunvex::frmConnectionSelect& dialog) {
             dialog.cmbConSelect.setText("NET");
             dialog.txtIP.setText("127.0.0.1");
             dialog.txtPort.setText(std::to_string(gateway.port()));
@@ -203,7 +203,8 @@ void download(benchmark::State& state) {
         console.mainWindow.openPage("groups");
         double taking = 0;
         double adding = 0;
-        console.objSpool.AnalyzeCmd = [&, take = console.objSpool.AnalyzeCmd](std::string_view line, bool show) {
+        console.session.objSpool.AnalyzeCmd = [&, take = console.session.objSpool.AnalyzeCmd](std::string_view line,
+                                                                                              bool show) {
             const auto start = Clock::now();
             take(line, show);
             (line.substr(0, 5) == "A_CDR" ? taking : adding) += secondsSince(start);
@@ -221,7 +222,7 @@ void download(benchmark::State& state) {
             }
         });
         console.mainWindow.openPage("connect");
-        while (console.bringUp.phase() != trunvex::SessionPhase::Connected)
+        while (console.session.bringUp.phase() != trunvex::SessionPhase::Connected)
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         console.cdrDownload.start();
         while (console.cdrDownload.gCDRDownloading) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
@@ -232,7 +233,7 @@ void download(benchmark::State& state) {
         state.counters["database"] = platform.engine.seconds / whole;
         state.counters["list"] = list / whole;
         state.counters["adding"] = adding / whole;
-        console.bringUp.ConnectChange("disconnect", true);
+        console.session.bringUp.ConnectChange("disconnect", true);
     }
 }
 

@@ -57,7 +57,7 @@ void deliver(benchmark::State& state, trunvex::fakes::ConsoleBench& bench) {
 
 void analyze(benchmark::State& state) {
     trunvex::fakes::ConsoleBench bench;
-    bench.console.dispatcher.on(
+    bench.console.session.dispatcher.on(
         "I_ALR", [](const trunvex::Record& record) { benchmark::DoNotOptimize(record.fields().size()); });
     deliver(state, bench);
 }

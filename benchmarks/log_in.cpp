@@ -47,7 +47,7 @@ void logIn(benchmark::State& state) {
         gateway->accept(request);
     };
     constexpr int port = 45171;
-    console.bringUp.showConnectionDialog = [&](trunvex::frmConnectionSelect& dialog) {
+    console.session.bringUp.showConnectionDialog = [&](trunvex::frmConnectionSelect& dialog) {
         dialog.cmbConSelect.setText("NET");
         dialog.txtIP.setText("127.0.0.1");
         dialog.txtPort.setText(std::to_string(port));
@@ -59,7 +59,7 @@ void logIn(benchmark::State& state) {
         gateway->listen();
         const auto start = std::chrono::steady_clock::now();
         console.mainWindow.openPage("connect");
-        while (console.bringUp.phase() != trunvex::SessionPhase::Connected)
+        while (console.session.bringUp.phase() != trunvex::SessionPhase::Connected)
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
         state.SetIterationTime(took.count());

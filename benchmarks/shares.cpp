@@ -27,7 +27,7 @@ void cutting(benchmark::State& state) {
 void dispatching(benchmark::State& state) {
     const auto bytes = bench::stormTrace(traceLines);
     trunvex::fakes::ConsoleBench bench;
-    bench.console.dispatcher.on(
+    bench.console.session.dispatcher.on(
         "I_ALR", [](const trunvex::Record& record) { benchmark::DoNotOptimize(record.fields().size()); });
     bench.connect();
     for (auto _ : state) bench.platform.socket->deliver(bytes);
@@ -38,13 +38,13 @@ void dispatching(benchmark::State& state) {
 void withFields(benchmark::State& state) {
     const auto bytes = bench::stormTrace(traceLines);
     trunvex::fakes::ConsoleBench bench;
-    const auto scripted = bench.console.bringUp.showConnectionDialog;
+    const auto scripted = bench.console.session.bringUp.showConnectionDialog;
     trunvex::Screens screens(bench.console);
-    bench.console.bringUp.showConnectionDialog = scripted;
+    bench.console.session.bringUp.showConnectionDialog = scripted;
     screens.startWithoutSplash();
     bench.connect();
     bench.receive("A_ESN4711");
-    bench.console.board.show();
+    bench.console.board.opened();
     for (auto _ : state) bench.platform.socket->deliver(bytes);
     state.SetItemsProcessed(state.iterations() * traceLines);
 }

@@ -176,16 +176,16 @@ void wholeProgram(benchmark::State& state) {
         trunvex::QtPlatform platform;
         trunvex::Console console(platform, folder.path());
         trunvex::Screens screens(console);
-        console.bringUp.showConnectionDialog = [&](trunvex::frmConnectionSelect& dialog) {
+        console.session.bringUp.showConnectionDialog = [&](trunvex::frmConnectionSelect& dialog) {
             dialog.cmbConSelect.setText("NET");
             dialog.txtIP.setText("127.0.0.1");
             dialog.txtPort.setText(std::to_string(gateway.port()));
             if (!dialog.accept()) dialog.cancel();
         };
-        console.bringUp.loggedIn.connect([&] { console.mainWindow.openPage("sim"); });
+        console.session.events.loggedIn.connect([&](trunvex::LogInOutcome) { console.mainWindow.openPage("sim"); });
         long lines = 0;
         Waits waits;
-        console.dispatcher.relay.connect([&](std::string_view line) {
+        console.session.dispatcher.relay.connect([&](std::string_view line) {
             ++lines;
             if (line.substr(0, stampAt) == stampPrefix) waits.note(line.substr(stampAt));
         });
@@ -195,11 +195,11 @@ void wholeProgram(benchmark::State& state) {
         waits.report(state);
         state.counters["lines"] = static_cast<double>(lines);
         const auto expected = bench::stormLinesPerSecond * (bench::stormLength() + warmUp / 2).count();
-        if (console.session.gESN.empty() || !console.board.holdsData)
+        if (console.session.state.gESN.empty() || !console.board.holdsData)
             state.SkipWithError("the console did not log in");
         else if (lines < expected || lines < gateway.linesSent() - bench::stormLinesPerSecond / 2)
             state.SkipWithError("the storm was not kept up with");
-        console.bringUp.ConnectChange("disconnect", true);
+        console.session.bringUp.ConnectChange("disconnect", true);
     }
 }
 

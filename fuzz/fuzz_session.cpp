@@ -10,11 +10,11 @@ namespace {
 
 // The dialog, which reads the settings files, is shown once; later connections go the way of a retry.
 void connect(trunvex::fakes::ConsoleBench& bench) {
-    if (bench.console.session.gConnType.empty()) {
+    if (bench.console.session.state.gConnType.empty()) {
         bench.connect();
         return;
     }
-    bench.console.bringUp.ConnectChange("connect", false);
+    bench.console.session.bringUp.ConnectChange("connect", false);
     bench.platform.socket->peerAccepts();
 }
 
@@ -71,7 +71,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             socket.peerAccepts();
         }
     }
-    if (bench.console.session.sessionFlag) bench.console.bringUp.ConnectChange("disconnect", true);
+    if (bench.console.session.state.sessionFlag) bench.console.session.bringUp.ConnectChange("disconnect", true);
     if (bench.platform.loop.runningTimers() != 0) __builtin_trap();
     return 0;
 }

@@ -36,17 +36,17 @@ public:
         save(&window, "00-start");
         QTimer::singleShot(0, [&] { fillDialog(host, port); });
         window.findChild<QAction*>("tool_connect")->trigger();
-        if (!waitFor([&] { return console_.bringUp.phase() == trunvex::SessionPhase::Connected; })) {
-            std::fprintf(stderr, "The log-in did not come to its end: %s\n", console_.panel.getPanelText().c_str());
+        if (!waitFor([&] { return console_.session.state.phase == trunvex::SessionPhase::Connected; })) {
+            std::fprintf(stderr, "The log-in did not come to its end: %s\n",
+                         console_.session.panel.getPanelText().c_str());
             return false;
         }
         groupSomePorts();
         int number = 2;
-        for (const auto& page : trunvex::toolPages) {
-            const QString key = page.key;
-            if (key == "connect" || key == "exit") continue;
+        for (const auto* page : console_.mainWindow.pages()) {
+            const auto key = QString::fromStdString(page->traits.key);
             window.findChild<QAction*>("tool_" + key)->trigger();
-            waitFor([&] { return console_.reads.formEnabled(); });
+            waitFor([&] { return console_.session.reads.formEnabled(); });
             if (key == "call") {
                 console_.cdrDownload.start();
                 waitFor([&] { return !console_.cdrDownload.gCDRDownloading; });
@@ -66,7 +66,7 @@ private:
         auto& tree = console_.portTree.tvGroups[0];
         const auto show = [&](const char* key, const QString& name) {
             tree.select(key);
-            waitFor([&] { return console_.reads.formEnabled(); });
+            waitFor([&] { return console_.session.reads.formEnabled(); });
             settle();
             if (!name.isEmpty()) save(&window, name);
         };
@@ -86,7 +86,7 @@ private:
         console_.pages.port.chkIncGrpMod[trunvex::IncNoRegTimer].setChecked(true);
         window.findChild<QLineEdit*>("txtNoRegTimer")->setText("90");
         console_.pages.port.cmdWritePort.press();
-        waitFor([&] { return !console_.writes.running(); });
+        waitFor([&] { return !console_.session.writes.running(); });
         settle();
         save(&window, "24-group-written");
         write("isdn", "TxtLocalNumber", "5550199", "CmdWriteISDN", "25-isdn-written");
@@ -97,10 +97,10 @@ private:
     void write(const char* page, const char* field, const char* text, const char* button, const QString& name) {
         auto& window = screens_.mainWindow();
         window.findChild<QAction*>(QString("tool_") + page)->trigger();
-        waitFor([&] { return console_.reads.formEnabled(); });
+        waitFor([&] { return console_.session.reads.formEnabled(); });
         window.findChild<QLineEdit*>(field)->setText(text);
         window.findChild<QPushButton*>(button)->click();
-        waitFor([&] { return !console_.writes.running(); });
+        waitFor([&] { return !console_.session.writes.running(); });
         settle();
         save(&window, name);
     }
@@ -138,7 +138,7 @@ private:
             if (widget->objectName() == "frmSimStatus") found = widget;
         found->resize(1280, 720);
         console_.board.cmdSTSRefresh.press();
-        waitFor([&] { return !console_.refreshes.bar.running(); });
+        waitFor([&] { return !console_.session.refreshes.bar.running(); });
         QElapsedTimer since;
         since.start();
         waitFor([&] { return since.elapsed() > lifeMs; });

@@ -31,11 +31,11 @@ const CallColumn* columnOf(const std::string& caption) {
 
 }  // namespace
 
-CallsPage::CallsPage(Platform& platform, Settings& settings, SessionState& session, CallStore& store,
-                     CdrDownload& download, std::function<ReportClock()> clock,
-                     std::function<void(const std::string&)> tell)
-    : platform_(platform), settings_(settings), session_(session), store_(store), download_(download),
-      clock_(std::move(clock)), tell_(std::move(tell)), work_(platform, lblCDRWork, cmdCDRCancel) {
+CallsPage::CallsPage(Session& session, CallStore& store, CdrDownload& download, std::function<ReportClock()> clock)
+    : Page(session, {"call", "Calls", "Call records", Cdr}), platform_(session.platform), settings_(session.setting),
+      state_(session.state), store_(store), download_(download), clock_(std::move(clock)),
+      tell_([&session](const std::string& text) { session.tell(text); }),
+      work_(session.platform, lblCDRWork, cmdCDRCancel) {
     std::vector<std::string> captions{allColumns};
     for (const auto& column : callColumns)
         if (column.caption) captions.emplace_back(column.caption);
@@ -60,18 +60,19 @@ CallsPage::CallsPage(Platform& platform, Settings& settings, SessionState& sessi
             GetCDRGROUP(cmbCDRColumn.text());
     });
     cmbCDRValue.changed().connect([this] {
-        if (!fillingValues_ && cmbCDRValue.index() != ChoiceField::none && !session_.gESN.empty())
+        if (!fillingValues_ && cmbCDRValue.index() != ChoiceField::none && !state_.gESN.empty())
             BuildCDRListGroup(cmbCDRColumn.text(), cmbCDRValue.text());
     });
     txtCDRSearch.changed().connect([this] { lsvCallReport.search(txtCDRSearch.text()); });
     connectButtons();
+    readSettings();
 }
 
 void CallsPage::connectButtons() {
     for (std::size_t index = 0; index <= 3; ++index)
         cmdCDRExport[index].pressed().connect([this, index] { exportTo(index); });
     cmdCDRExport[4].pressed().connect([this] {
-        if (!session_.gESN.empty()) BuildCDRList(wholeTable);
+        if (!state_.gESN.empty()) BuildCDRList(wholeTable);
     });
     cmdCDRExport[5].pressed().connect([this] { askAndClear(); });
     cmdCDRExport[6].pressed().connect([this] { download_.start(); });
@@ -83,7 +84,7 @@ void CallsPage::connectButtons() {
 void CallsPage::readSettings() {
     txtCDRDownLimit.setText(settings_.readOr(section, "DownLimit", "0"));
     txtCDRRecordLimit.setText(settings_.readOr(section, "Max", "1000"));
-    txtCDRPath.setText(settings_.readOr(section, "Path", session_.applicationFolder + "/data"));
+    txtCDRPath.setText(settings_.readOr(section, "Path", state_.applicationFolder + "/data"));
     optCDRFormat.setIndex(static_cast<int>(val(settings_.readOr(section, "Format", "0"))));
     chkCDRIncludeHeader.setChecked(headerWanted());
     mostCalls_ = mostCalls();
@@ -101,7 +102,7 @@ void CallsPage::saveSettings() {
     std::error_code error;
     if (path.empty() || !std::filesystem::is_directory(path, error)) {
         platform_.dialogs().info("Path not found ,the path will changed to default value.", "path not found");
-        path = session_.applicationFolder + "/data";
+        path = state_.applicationFolder + "/data";
         txtCDRPath.setText(path);
     }
     if (!isNumeric(txtCDRDownLimit.text())) txtCDRDownLimit.setText("0");
@@ -116,11 +117,12 @@ void CallsPage::saveSettings() {
     download_.rearm();
 }
 
-void CallsPage::open() {
-    if (!session_.gESN.empty() && !gCDRListLoaded) BuildCDRList(wholeTable);
+void CallsPage::opened() {
+    if (!state_.gESN.empty() && !gCDRListLoaded) BuildCDRList(wholeTable);
 }
 
-void CallsPage::gatewayKnown(bool pageShown) {
+// The calls of another gateway leave the list.
+void CallsPage::identified() {
     gCDRListLoaded = false;
     if (listed_ != store_.gCDRFile()) {
         listed_ = store_.gCDRFile();
@@ -135,7 +137,7 @@ void CallsPage::gatewayKnown(bool pageShown) {
     }
     // What can't be added now is added by the next download, which says what is wrong.
     quietly("recover", [&] { store_.recover(); });
-    if (pageShown && !rollingOver_) BuildCDRList(wholeTable);
+    if (shown() && !rollingOver_) BuildCDRList(wholeTable);
 }
 
 void CallsPage::BuildCDRList(const std::string& sql) { load(sql, false); }
@@ -277,15 +279,15 @@ void CallsPage::askAndClear() {
 }
 
 void CallsPage::SaveCDRFile() {
-    auto folder = settings_.readOr(section, "Path", session_.applicationFolder + "/data");
+    auto folder = settings_.readOr(section, "Path", state_.applicationFolder + "/data");
     std::error_code error;
     if (std::filesystem::is_directory(folder, error) && std::filesystem::is_empty(folder, error)) {
-        folder = session_.applicationFolder + "/data";
+        folder = state_.applicationFolder + "/data";
         txtCDRPath.setText(folder);
     }
     const auto format = CallRollover::formatOf(val(settings_.readOr(section, "Format", "0")));
     const auto file =
-        std::filesystem::path(folder) / CallRollover::fileName(session_.gESN, platform_.clock().localTime(), format);
+        std::filesystem::path(folder) / CallRollover::fileName(state_.gESN, platform_.clock().localTime(), format);
     // Two of the same second have the same name: the later one waits for the next call instead of replacing the first.
     if (std::filesystem::exists(file, error)) return;
     download_.pause(true);
@@ -332,7 +334,7 @@ void CallsPage::exportTo(std::size_t index) {
     std::error_code error;
     const auto name = path.filename().string();
     if (name.rfind("CDR", 0) == 0 && name.rfind("CDR_", 0) != 0 &&
-        std::filesystem::equivalent(path.parent_path(), std::filesystem::path(session_.applicationFolder) / "data",
+        std::filesystem::equivalent(path.parent_path(), std::filesystem::path(state_.applicationFolder) / "data",
                                     error)) {
         tell_(path.string() + " belongs to the call databases; choose another name.");
         return;

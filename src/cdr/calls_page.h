@@ -12,24 +12,26 @@
 #include "cdr/cdr_download.h"
 #include "fields/fields.h"
 #include "fields/sliced_work.h"
+#include "pages/page.h"
 #include "platform/platform.h"
 #include "platform/settings.h"
 
 namespace trunvex {
 
 // The page "call": the list of calls, its filters, its files and the settings of the download.
-class CallsPage {
+class CallsPage final : public Page {
 public:
-    CallsPage(Platform& platform, Settings& settings, SessionState& session, CallStore& store, CdrDownload& download,
-              std::function<ReportClock()> clock, std::function<void(const std::string&)> tell);
+    CallsPage(Session& session, CallStore& store, CdrDownload& download, std::function<ReportClock()> clock);
 
     // Shows what the settings file holds.
     void readSettings();
-    // The page is opened: the list is loaded when a gateway is known and nothing was loaded yet.
-    void open();
-    // The gateway has told who it is. The calls of another one leave the list.
-    void gatewayKnown(bool pageShown);
-
+    // The list is loaded when a gateway is known and nothing was loaded yet.
+    void opened() override;
+    CdrDownload& download() { return download_; }
+    // The session is with a gateway that has told who it is.
+    bool gatewayIsKnown() const { return !state_.gESN.empty(); }
+    void tell(const std::string& text) { session_.tell(text); }
+    sigc::signal<void()>& phaseChanged() { return session_.events.phaseChanged; }
     void BuildCDRList(const std::string& sql);
     void BuildCDRListGroup(const std::string& caption, const std::string& value);
     void GetCDRGROUP(const std::string& caption);
@@ -71,6 +73,7 @@ public:
     sigc::signal<void()>& shownChanged() { return shownChanged_; }
 
 private:
+    void identified() override;
     void connectButtons();
     void rowStored(const CallRecord& record);
     void load(const std::string& sql, bool marked);
@@ -92,7 +95,7 @@ private:
 
     Platform& platform_;
     Settings& settings_;
-    SessionState& session_;
+    SessionState& state_;
     CallStore& store_;
     CdrDownload& download_;
     std::function<ReportClock()> clock_;

@@ -61,27 +61,31 @@ std::string reasonOf(const std::exception& error) {
 
 }  // namespace
 
-CdrDownload::CdrDownload(Platform& platform, Settings& settings, SessionState& session, CommandSender& sender,
-                         Dispatcher& dispatcher, SessionBringUp& bringUp, CallStore& store)
-    : ucCDRProg("ucCDRProg", platform), settings_(settings), session_(session), sender_(sender), store_(store) {
-    tmrCDRLimit_ = platform.makeTimer([this] { minuteTick(); });
-    holdTimer_ = platform.makeTimer([this] { tryAgain(); });
+CdrDownload::CdrDownload(Session& session, CallStore& store)
+    : ucCDRProg("ucCDRProg", session.platform), settings_(session.setting), session_(session.state),
+      sender_(session.objSpool), store_(store) {
+    tmrCDRLimit_ = session.platform.makeTimer([this] { minuteTick(); });
+    holdTimer_ = session.platform.makeTimer([this] { tryAgain(); });
     ucCDRProg.stepped().connect([this](int mode, int) {
         if (mode != barIndex) return;
         ucCDRProg.RestoreSpeed(barIndex);
         CDRQueue();
     });
     ucCDRProg.completed().connect([this](int) { queueEnded(); });
-    dispatcher.on("A_CDR", [this](const Record& record) {
+    session.dispatcher.on("A_CDR", [this](const Record& record) {
         if (gCDRDownloading) takeRecord(record);
     });
-    dispatcher.callRecordErased.connect([this](std::string_view channel) {
+    session.dispatcher.callRecordErased.connect([this](std::string_view channel) {
         if (gCDRDownloading) erased(channel);
     });
-    bringUp.tornDown.connect([this] {
+    session.events.identified.connect([this] { store_.setGateway(session_.gESN); });
+    // A write has the line first.
+    session.panel.pauseBars().connect([this](bool pause) { ucCDRProg.PauseProgress(pause, "write"); });
+    session.events.tornDown.connect([this] {
         endRun();
         rearm();
     });
+    rearm();
 }
 
 int CdrDownload::downLimit() const { return static_cast<int>(val(settings_.readOr("CDRConfig", "DownLimit", "0"))); }

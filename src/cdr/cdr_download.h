@@ -9,10 +9,7 @@
 #include "cdr/call_record.h"
 #include "cdr/call_store.h"
 #include "fields/cool_progress_bar.h"
-#include "link/analyze_cmd.h"
-#include "link/session_bring_up.h"
-#include "platform/platform.h"
-#include "platform/settings.h"
+#include "link/session.h"
 
 namespace trunvex {
 
@@ -30,8 +27,7 @@ struct CDRQueueEntry {
 // is gone.
 class CdrDownload {
 public:
-    CdrDownload(Platform& platform, Settings& settings, SessionState& session, CommandSender& sender,
-                Dispatcher& dispatcher, SessionBringUp& bringUp, CallStore& store);
+    CdrDownload(Session& session, CallStore& store);
 
     // The Start button, or the minute timer: a run that goes on starts anew.
     void start();

@@ -1,6 +1,7 @@
 // Where the groups are kept: the file of each gateway, export and import.
 #include "config/group_file.h"
 #include "config/port_tree.h"
+#include "platform/durable_file.h"
 #include "text/text_rules.h"
 
 namespace trunvex {
@@ -15,7 +16,7 @@ constexpr const char* groupExtension = ".grp";
 bool PortTree::save(const std::filesystem::path& path) {
     const auto target = path.empty() ? std::filesystem::path(session_.gGroupsFile) : path;
     try {
-        replaceFile_(target, group_file::encode(tables_.gTreeItems));
+        replaceFile(target, group_file::encode(tables_.gTreeItems));
         return true;
     } catch (const std::exception& error) {
         tell_("The groups can't be saved: " + std::string(error.what()));

@@ -21,7 +21,8 @@ std::string indexFrom(std::string_view number, int first) {
 
 }  // namespace
 
-IsdnPage::IsdnPage(const PageTools& tools, SettingsRecords& records) : tools_(tools) {
+IsdnPage::IsdnPage(Session& session, const PageTools& tools, SettingsRecords& records)
+    : Page(session, {"isdn", "ISDN", "ISDN settings", Isdn}), tools_(tools) {
     CmbNetworkAccess.setItems(isdn_codes::texts(isdn_codes::networkAccess));
     CmbSynchronization.setItems(isdn_codes::texts(isdn_codes::synchronization));
     CmbIncomingCalls.setItems(isdn_codes::texts(isdn_codes::incomingCalls));
@@ -44,6 +45,11 @@ IsdnPage::IsdnPage(const PageTools& tools, SettingsRecords& records) : tools_(to
     cmdIsdnRefresh_.pressed().connect([this] { cmdIsdnRefresh(); });
     cmdUndoIsdn.pressed().connect([this] { form.undo(); });
     forget();
+}
+
+std::vector<QueueItem> IsdnPage::missing() {
+    if (loaded()) return {};
+    return {command("R_ISD", "ISDN")};
 }
 
 void IsdnPage::forget() {

@@ -2,14 +2,16 @@
 
 #include "config/page_tools.h"
 #include "model/settings_records.h"
+#include "pages/page.h"
 
 namespace trunvex {
 
 // The page "isdn": how the E1 line is framed, which side it plays, which ISDN variant it speaks, how incoming calls are
 // taken, and the system number.
-class IsdnPage {
+class IsdnPage final : public Page {
 public:
-    IsdnPage(const PageTools& tools, SettingsRecords& records);
+    IsdnPage(Session& session, const PageTools& tools, SettingsRecords& records);
+    std::vector<QueueItem> missing() override;
 
     // The line that writes the page; with `store` the record takes the values at once. Empty after a message.
     std::string buildLine(bool store);

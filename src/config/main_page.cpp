@@ -5,14 +5,33 @@
 
 namespace trunvex {
 
-MainPage::MainPage(const PageTools& tools, PortTree& tree, PortPage& portPage, SimPage& simPage)
-    : tools_(tools), tree_(tree), portPage_(portPage), simPage_(simPage) {
-    tree_.tvGroups[0].changed().connect([this] {
-        if (tree_.tvGroups[0].selected() != selected_)
+MainPage::MainPage(Session& session, PortTree& portTree, PortPage& port, SimPage& sim, GroupWrite& writeToGroup)
+    : Page(session, {"main", "Ports", "Ports, SIMs and their groups", SimPort}), tree(portTree), portPage(port),
+      simPage(sim), groupWrite(writeToGroup) {
+    tree.tvGroups[0].changed().connect([this] {
+        if (tree.tvGroups[0].selected() != selected_)
             select();
         else if (page_)
             page_->refresh();  // a node's name or a group's members may have changed
     });
+    for (auto* panel : {static_cast<NodePage*>(&portPage), static_cast<NodePage*>(&simPage)})
+        panel->writeStarted().connect([this] { writeStarted.emit(); });
+}
+
+void MainPage::holdWrites(bool held) {
+    portPage.holdWrites(held);
+    simPage.holdWrites(held);
+}
+
+// The tree was built during the log-in.
+void MainPage::loggedIn(LogInOutcome) {
+    if (shown()) select();
+}
+
+// The selection asks the gateway while the page is shown, in a session that does more than watch the board.
+bool MainPage::mayRead() const {
+    return shown() && session_.state.phase == SessionPhase::Connected && !session_.state.workOnlyWithMonitor &&
+           session_.objSpool.isConnected();
 }
 
 void MainPage::turnTo(NodePage* page) {
@@ -22,13 +41,13 @@ void MainPage::turnTo(NodePage* page) {
 
 void MainPage::forget() {
     selected_.clear();
-    portPage_.forget();
-    simPage_.forget();
+    portPage.forget();
+    simPage.forget();
     turnTo(nullptr);
 }
 
 void MainPage::select() {
-    selected_ = tree_.tvGroups[0].selected();
+    selected_ = tree.tvGroups[0].selected();
     const auto key = selected_;
     lblSelectHint.setText(key.empty() ? "You must select Port\\Sim first ." : "");
     if (key.empty()) {
@@ -36,10 +55,10 @@ void MainPage::select() {
         return;
     }
     const bool ofSim = contains(key, "SIM") || contains(key, "SMM");
-    NodePage& page = ofSim ? static_cast<NodePage&>(simPage_) : portPage_;
+    NodePage& page = ofSim ? static_cast<NodePage&>(simPage) : portPage;
     if (page.shownKey() != key) page.show(key);
     turnTo(&page);
-    if (mayRead_ && tools_.sender.isConnected()) page.readMissing();
+    if (mayRead()) page.readMissing();
 }
 
 }  // namespace trunvex

@@ -37,11 +37,13 @@ void addGroupNodes(TreeField& view, const TreeItem& group, const char* portListT
 
 }  // namespace
 
-PortTree::PortTree(Dialogs& dialogs, SharedTables& tables, SessionState& session, CommandSender& sender,
-                   std::function<void(const std::filesystem::path&, std::string_view)> replaceFile,
-                   std::function<void(const std::string&)> tell)
-    : dialogs_(dialogs), tables_(tables), session_(session), sender_(sender), replaceFile_(std::move(replaceFile)),
-      tell_(std::move(tell)) {
+PortTree::PortTree(Session& session, SharedTables& tables, PortDetection& detection, SettingsRecords& records)
+    : dialogs_(session.platform.dialogs()), tables_(tables), session_(session.state), sender_(session.objSpool),
+      tell_([&session](const std::string& text) { session.tell(text); }) {
+    session.events.begun.connect([this] { forget(); });
+    session.events.identified.connect([this] { takeIdentity(); });
+    detection.portsDetected.connect([this] { takePorts(); });
+    records.kindsChanged.connect([this] { build(Both, false); });
     std::vector<std::string> ports;
     for (int index = 1; index <= portCount; ++index) ports.push_back("Port " + std::to_string(index));
     cmbGRPSelectPort.setItems(std::move(ports));

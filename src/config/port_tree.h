@@ -9,11 +9,9 @@
 
 #include "fields/fields.h"
 #include "fields/tree_field.h"
-#include "link/session_state.h"
-#include "model/shared_tables.h"
-#include "platform/dialogs.h"
-#include "queues/command_sender.h"
-#include "queues/queue_item.h"
+#include "model/port_detection.h"
+#include "model/settings_records.h"
+#include "model/tree_item.h"
 
 namespace trunvex {
 
@@ -33,9 +31,7 @@ class PortTree {
 public:
     enum Views { First = 0, Second = 1, Both = 2 };
 
-    PortTree(Dialogs& dialogs, SharedTables& tables, SessionState& session, CommandSender& sender,
-             std::function<void(const std::filesystem::path&, std::string_view)> replaceFile,
-             std::function<void(const std::string&)> tell);
+    PortTree(Session& session, SharedTables& tables, PortDetection& detection, SettingsRecords& records);
 
     // Clears and refills the views from gTreeItems and gPorts; with `load` the group file is read first.
     void build(Views which, bool load);
@@ -126,7 +122,6 @@ private:
     SharedTables& tables_;
     SessionState& session_;
     CommandSender& sender_;
-    std::function<void(const std::filesystem::path&, std::string_view)> replaceFile_;
     std::function<void(const std::string&)> tell_;
 };
 

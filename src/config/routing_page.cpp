@@ -27,7 +27,7 @@ bool lowBit(std::string_view flag) { return (val(flag) & 1) != 0; }
 
 }  // namespace
 
-RoutingPage::RoutingPage(RealTimeUpdate& realTimeUpdate) {
+RoutingPage::RoutingPage(Session& session) : Page(session, {"tsl", "Routing", "B-channel and port routing", Prefixes}) {
     for (int i = 0; i < lineCount; ++i) {
         chkTSLChannel.emplace_back(arrayName("chkTSLChannel", i));
         txtTSLNumber.emplace_back(arrayName("txtTSLNumber", i));
@@ -35,9 +35,9 @@ RoutingPage::RoutingPage(RealTimeUpdate& realTimeUpdate) {
         lblTSLBch.emplace_back(arrayName("lblTSLBch", i));
         txtTSLPRF.emplace_back(arrayName("txtTSLPRF", i));
     }
-    realTimeUpdate.on("BCH", [this](const Fields& fields) { takeChannel(fields); });
-    realTimeUpdate.on("PRT", [this](const Fields& fields) { takePort(fields); });
-    realTimeUpdate.on("SEL", [this](const Fields& fields) { takeAllocation(fields); });
+    session.realTimeUpdate.on("BCH", [this](const Fields& fields) { takeChannel(fields); });
+    session.realTimeUpdate.on("PRT", [this](const Fields& fields) { takePort(fields); });
+    session.realTimeUpdate.on("SEL", [this](const Fields& fields) { takeAllocation(fields); });
 }
 
 // Channel number, flag, number.

@@ -3,16 +3,16 @@
 #include <deque>
 
 #include "fields/fields.h"
-#include "link/real_time_update.h"
 #include "model/shared_tables.h"
+#include "pages/page.h"
 
 namespace trunvex {
 
 // The page "tsl", as far as the gateway's reports move it by themselves: which B-channels and ports are in use, and how
 // calls are allotted to them.
-class RoutingPage {
+class RoutingPage final : public Page {
 public:
-    explicit RoutingPage(RealTimeUpdate& realTimeUpdate);
+    explicit RoutingPage(Session& session);
 
     std::deque<CheckField> chkTSLChannel;  // 32: channels 1 to 30 and the two reserved lines
     std::deque<TextField> txtTSLNumber;    // 32

@@ -8,23 +8,30 @@ namespace trunvex {
 
 // The pages on which the gateway's settings are read and written, and what they share.
 struct SettingsPages {
-    SettingsPages(Dialogs& dialogs, SharedTables& tables, CommandSender& sender, ReadQueue& reads, WriteQueue& writes,
-                  Clock& clock, Settings& settings, Dispatcher& dispatcher, SessionBringUp& bringUp,
-                  RealTimeUpdate& realTimeUpdate, PortTree& tree, std::function<void(const std::string&)> tell)
-        : tools{dialogs, sender, tables, reads, writes, std::move(tell)}, records(dispatcher, tables),
-          groupWrite(writes), port(tools, tree, records, groupWrite), sim(tools, tree, records, groupWrite),
-          main(tools, tree, port, sim), isdn(tools, records), system(tools, realTimeUpdate, bringUp, settings, clock) {
-        bringUp.resetTables.connect([this] { groupWrite.forget(); });
+    SettingsPages(Session& session, SharedTables& tables, SettingsRecords& settingsRecords, PortTree& tree)
+        : tools{session.platform.dialogs(),
+                session.objSpool,
+                tables,
+                session.reads,
+                session.writes,
+                [&session](const std::string& text) { session.tell(text); }},
+          groupWrite(session.writes), port(tools, tree, settingsRecords, groupWrite),
+          sim(tools, tree, settingsRecords, groupWrite), main(session, tree, port, sim, groupWrite),
+          isdn(session, tools, settingsRecords), system(session, tools) {
+        session.events.begun.connect([this] {
+            groupWrite.forget();
+            forget();
+        });
+        // What became of a group write stays: it is the loss of the link that may have cut it short.
+        session.events.tornDown.connect([this] { forget(); });
     }
 
-    // What became of a group write stays: it is the loss of the link that may have cut it short.
     void forget() {
         main.forget();
         isdn.forget();
     }
 
     PageTools tools;
-    SettingsRecords records;
     GroupWrite groupWrite;
     PortPage port;
     SimPage sim;

@@ -7,6 +7,7 @@ namespace trunvex {
 namespace {
 
 constexpr const char* formatSection = "CDRConfig";
+constexpr int delayedClockTickMs = 1000;
 constexpr const char* formatKey = "DateFormat";
 
 std::string twoDigits(std::int64_t number) { return pad(std::to_string(number), 2, '0', PadSide::Left); }
@@ -14,33 +15,52 @@ std::string twoDigits(std::string_view text) { return pad(text, 2, '0', PadSide:
 
 }  // namespace
 
-SystemPage::SystemPage(const PageTools& tools, RealTimeUpdate& realTimeUpdate, SessionBringUp& bringUp,
-                       Settings& settings, Clock& clock)
-    : tools_(tools), settings_(settings), clock_(clock) {
+SystemPage::SystemPage(Session& session, const PageTools& tools)
+    : Page(session, {"system", "System", "Clock, version and the gateway's connection", None}), tools_(tools),
+      settings_(session.setting), clock_(session.platform.clock()) {
     for (InputField* field : std::initializer_list<InputField*>{&dtpDate, &dtpClock, &cmbDay}) form.add(*field);
     form.changed().connect([this] { cmdUndoClock.setEnabled(form.edited()); });
-    realTimeUpdate.on("CLK", [this](const Fields& fields) { takeClock(fields); });
-    realTimeUpdate.on("SYS", [this](const Fields& fields) {
+    session.realTimeUpdate.on("CLK", [this](const Fields& fields) { takeClock(fields); });
+    session.realTimeUpdate.on("SYS", [this](const Fields& fields) {
         tools_.tables.isdn.SystemVersion = fields.at(0);
         TxtSystemVer.setText(escaped(fields.at(0)));
     });
     dtpDate.changed().connect([this] {
         if (!form.filling()) followDate();
     });
-    bringUp.tornDown.connect([this] { blank(); });
-    bringUp.resetTables.connect([this] {
-        TxtSystemVer.setText("");
-        readDateFormat();
-    });
+    TmrDelayClkUpdate_ = session.platform.makeTimer([this] { delayedClockTick(); });
     cmdSetTime_.pressed().connect([this] { cmdSetTime(); });
     cmdClkRefresh.pressed().connect([this] { refreshClock(); });
     cmdUndoClock.pressed().connect([this] { form.undo(); });
     cmdComputerTime.pressed().connect([this] { takeComputerTime(); });
     int index = 0;
     for (auto* button : {&cmdConSwitch_0, &cmdConSwitch_1, &cmdConSwitch_2, &cmdConSwitch_3, &cmdConSwitch_4})
-        button->pressed().connect([&bringUp, index = index++] { bringUp.cmdConSwitch(index); });
+        button->pressed().connect([&session, index = index++] { session.bringUp.cmdConSwitch(index); });
     readDateFormat();
     blank();
+}
+
+std::vector<QueueItem> SystemPage::missing() {
+    if (!TxtSystemVer.text().empty()) return {};
+    return {command("R_CLK", "System time"), command("R_SYS", "System Version")};
+}
+
+void SystemPage::begun() {
+    TxtSystemVer.setText("");
+    readDateFormat();
+}
+
+void SystemPage::tornDown() {
+    TmrDelayClkUpdate_->stop();
+    blank();
+}
+
+// The gateway is asked what it has made of a clock that was written, at the second tick.
+void SystemPage::delayedClockTick() {
+    constexpr int askAt = 2;
+    if (++delayedClockTicks_ < askAt) return;
+    TmrDelayClkUpdate_->stop();
+    session_.objSpool.SendCommand("R_CLK");
 }
 
 // Kept for the session: a clock record comes often, and the file need not be read for each.
@@ -140,7 +160,9 @@ void SystemPage::cmdSetTime() {
     showDate();
     const auto line = buildClockLine();
     if (line.empty()) return;
-    if (tools_.write(line, "System Time", "send data : ")) clockWritten_.emit();
+    if (!tools_.write(line, "System Time", "send data : ")) return;
+    delayedClockTicks_ = 0;
+    TmrDelayClkUpdate_->start(delayedClockTickMs);
 }
 
 }  // namespace trunvex

@@ -5,24 +5,20 @@
 
 #include "config/page_tools.h"
 #include "fields/fields.h"
-#include "link/real_time_update.h"
-#include "link/session_bring_up.h"
-#include "platform/clock.h"
-#include "platform/settings.h"
+#include "pages/page.h"
 
 namespace trunvex {
 
 // The page "system": the gateway's clock as last reported and as it is to be set, its firmware version, and the buttons
 // that change how the gateway itself connects.
-class SystemPage {
+class SystemPage final : public Page {
 public:
-    SystemPage(const PageTools& tools, RealTimeUpdate& realTimeUpdate, SessionBringUp& bringUp, Settings& settings,
-               Clock& clock);
+    SystemPage(Session& session, const PageTools& tools);
+    std::vector<QueueItem> missing() override;
 
     // The line that sets the gateway's clock; empty after a message.
     std::string buildClockLine();
     void cmdSetTime();
-    sigc::signal<void()>& clockWritten() { return clockWritten_; }  // the write has begun
 
     LabelField lblHoure{"lblHoure"};
     LabelField lblMinute{"lblMinute"};
@@ -46,6 +42,9 @@ public:
     RecordForm form;
 
 private:
+    void begun() override;
+    void tornDown() override;
+    void delayedClockTick();
     void takeClock(const Fields& fields);
     void showDate();
     void blank();
@@ -60,7 +59,8 @@ private:
     Clock& clock_;
     std::array<std::string, 3> reportedDate_;  // day, month, year of the last report
     bool yearFirst_ = true;
-    sigc::signal<void()> clockWritten_;
+    std::unique_ptr<Timer> TmrDelayClkUpdate_;
+    int delayedClockTicks_ = 0;
 };
 
 }  // namespace trunvex

@@ -8,6 +8,7 @@
 
 #include "fields/uc_progress.h"
 #include "link/real_time_update.h"
+#include "link/session_events.h"
 #include "link/session_state.h"
 #include "queues/command_sender.h"
 #include "queues/read_queue.h"
@@ -34,8 +35,9 @@ class Dispatcher {
 public:
     using Handler = std::function<void(const Record& record)>;
 
-    Dispatcher(SessionState& session, CommandSender& sender, ucProgress& panel, std::vector<ReadQueue*> reads,
-               WriteQueue& writes, SessionBringUp& bringUp, RealTimeUpdate& realTimeUpdate);
+    Dispatcher(SessionState& session, SessionEvents& events, CommandSender& sender, ucProgress& panel,
+               std::vector<ReadQueue*> reads, WriteQueue& writes, SessionBringUp& bringUp,
+               RealTimeUpdate& realTimeUpdate);
 
     // `line` comes without its terminator. `show` is true for a line that the gateway sent: only such a line is relayed
     // and shown. A line that the write queue feeds back is taken as a record and as nothing else.
@@ -53,7 +55,6 @@ public:
     sigc::signal<void()> modemConnected;
     sigc::signal<void(std::string_view line)> modemFailed;
     sigc::signal<void(std::string_view text)> updateStatus;  // what lblUpdateStatus is to show
-    sigc::signal<void()> esnReceived;
 
 private:
     struct TableRow {
@@ -75,6 +76,7 @@ private:
     void takeRecord(const Record& record);
 
     SessionState& session_;
+    SessionEvents& events_;
     CommandSender& sender_;
     ucProgress& panel_;
     const std::vector<ReadQueue*> reads_;

@@ -59,8 +59,8 @@ void SessionBringUp::receiveEnded() {
             return;
         }
     }
-    sessionStands();
-    openShownPage.emit();
+    panel_.StartProgress("connected");
+    standLoggedIn();
 }
 
 }  // namespace trunvex

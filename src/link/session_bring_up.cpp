@@ -27,10 +27,11 @@ constexpr int resetIndex = 4;
 }  // namespace
 
 SessionBringUp::SessionBringUp(Platform& platform, Settings& settings, Settings& history, SessionState& session,
-                               CSpooling& spool, ucProgress& panel, ActionField& connectButton, ReadQueue& reads,
-                               ReadQueue& refreshes, WriteQueue& writes)
-    : platform_(platform), settings_(settings), history_(history), session_(session), spool_(spool), panel_(panel),
-      connectButton_(connectButton), reads_(reads), refreshes_(refreshes), writes_(writes), ports_(platform, settings),
+                               SessionEvents& events, CSpooling& spool, ucProgress& panel, ActionField& connectButton,
+                               ReadQueue& reads, ReadQueue& refreshes, WriteQueue& writes)
+    : platform_(platform), settings_(settings), history_(history), session_(session), events_(events), spool_(spool),
+      panel_(panel), connectButton_(connectButton), reads_(reads), refreshes_(refreshes), writes_(writes),
+      ports_(platform, settings),
       MSComm_(platform.makeSerialPort([this](int number) { return ports_.deviceOf(number); })),
       wskNET_(platform.makeTcpSocket()) {
     panel_.SetTimeOut(panelWords[0], panelWords[1], panelWords[2], panelWords[3], panelWords[4]);
@@ -49,7 +50,7 @@ SessionBringUp::SessionBringUp(Platform& platform, Settings& settings, Settings&
 void SessionBringUp::setPhase(SessionPhase phase) {
     if (session_.phase == phase) return;
     session_.phase = phase;
-    phaseChanged_.emit();
+    events_.phaseChanged.emit();
 }
 
 void SessionBringUp::ConnectChange(std::string_view command, bool forced) {
@@ -86,7 +87,7 @@ void SessionBringUp::tearDown() {
     session_.gGotActivePorts = false;
     session_.gGotESN = false;
     session_.firstDataFlag = false;
-    tornDown.emit();
+    events_.tornDown.emit();
     connectButton_.setCaption("Connect");
     spool_.Disconnect();
     forgetGateway();
@@ -157,7 +158,7 @@ void SessionBringUp::RecievingChange() {
     batch.word = "start";
     batch.firstText = "send data : ";
     setPhase(SessionPhase::LogIn);
-    sessionStarted.emit();
+    events_.started.emit();
     writes_.begin(std::move(batch));
 }
 
@@ -182,8 +183,19 @@ void SessionBringUp::sessionStands() {
 void SessionBringUp::batchEnded(WriteQueue::Ending ending) {
     if (ending == WriteQueue::Ending::Replaced) return;  // by another step of the log-in
     if (session_.phase != SessionPhase::LogIn || !session_.sessionFlag) return;
+    standLoggedIn();
+}
+
+void SessionBringUp::standLoggedIn() {
     setPhase(SessionPhase::Connected);
-    loggedIn.emit();
+    events_.loggedIn.emit(outcome());
+}
+
+LogInOutcome SessionBringUp::outcome() const {
+    if (!session_.gAccessRights.empty())
+        return val(session_.gAccessRights) == 0 ? LogInOutcome::WithoutRights : LogInOutcome::WithRights;
+    const bool mute = !session_.gGotESN && !session_.gGotClock && !session_.gGotActivePorts;
+    return mute ? LogInOutcome::Mute : LogInOutcome::WithRights;
 }
 
 void SessionBringUp::spoolAction(int action) {
@@ -228,7 +240,7 @@ void SessionBringUp::peerLeft() {
     session_.gGotClock = false;
     session_.gGotActivePorts = false;
     session_.firstDataFlag = false;
-    tornDown.emit();
+    events_.tornDown.emit();
     forgetGateway();
 }
 
@@ -275,7 +287,7 @@ void SessionBringUp::connectingEnded() {
         connectingTimedOut();
         return;
     }
-    sessionStarted.emit();
+    events_.started.emit();
     connectButton_.setCaption("Disconnect");
     connectButton_.setEnabled(true);
     if (session_.gConnType == "MDM")
@@ -285,7 +297,7 @@ void SessionBringUp::connectingEnded() {
 }
 
 void SessionBringUp::logIn() {
-    resetTables.emit();
+    events_.begun.emit();
     RecievingChange();
 }
 

@@ -10,6 +10,7 @@
 #include "fields/uc_progress.h"
 #include "link/c_spooling.h"
 #include "link/connection_dialog.h"
+#include "link/session_events.h"
 #include "link/session_state.h"
 #include "platform/platform.h"
 #include "platform/settings.h"
@@ -22,9 +23,9 @@ namespace trunvex {
 // every dialog of a connection that fails, and the panel's events that drive them.
 class SessionBringUp {
 public:
-    SessionBringUp(Platform& platform, Settings& settings, Settings& history, SessionState& session, CSpooling& spool,
-                   ucProgress& panel, ActionField& connectButton, ReadQueue& reads, ReadQueue& refreshes,
-                   WriteQueue& writes);
+    SessionBringUp(Platform& platform, Settings& settings, Settings& history, SessionState& session,
+                   SessionEvents& events, CSpooling& spool, ucProgress& panel, ActionField& connectButton,
+                   ReadQueue& reads, ReadQueue& refreshes, WriteQueue& writes);
 
     // "connect" brings up, "disconnect" tears down, an empty command does whichever the session flag asks for.
     // `forced` shows the connection dialog first; without it the last choice stays in force, as a retry wants.
@@ -47,18 +48,11 @@ public:
     void receiveEnded();
 
     SessionPhase phase() const { return session_.phase; }
-    sigc::signal<void()>& phaseChanged() { return phaseChanged_; }
 
     // Shows the connection dialog and returns when it is closed; the screens fill it in.
     std::function<void(frmConnectionSelect& dialog)> showConnectionDialog;
     sigc::signal<void(const std::string& host, const std::string& port)> addressChosen;  // a valid TCP entry
-    sigc::signal<void()> tornDown;        // blank what the session showed
-    sigc::signal<void()> resetTables;     // clear every shared table of ports and SIMs
-    sigc::signal<void()> sessionStarted;  // the session's clock may tick
-    sigc::signal<void()> loggedIn;        // the log-in batch is over
-    sigc::signal<void()> rightsReceived;  // gAccessRights changed
-    sigc::signal<void()> openShownPage;   // read again what the page of the moment shows
-    sigc::signal<void()> dialModem;       // the port to the modem is open
+    sigc::signal<void()> dialModem;  // the port to the modem is open
     sigc::signal<void()> armCallRecordTimer;
     sigc::signal<void()> stopCallRecords;
     sigc::signal<void()> openPasswords;
@@ -78,6 +72,8 @@ private:
     void connectingEnded();
     void connectingTimedOut();
     void logIn();
+    void standLoggedIn();
+    LogInOutcome outcome() const;
     void batchEnded(WriteQueue::Ending ending);
     void setPhase(SessionPhase phase);
     void wrongPassword();
@@ -87,6 +83,7 @@ private:
     Settings& settings_;
     Settings& history_;
     SessionState& session_;
+    SessionEvents& events_;
     CSpooling& spool_;
     ucProgress& panel_;
     ActionField& connectButton_;
@@ -97,7 +94,6 @@ private:
     std::unique_ptr<SerialPort> MSComm_;
     std::unique_ptr<TcpSocket> wskNET_;
     bool linkDialogOpen_ = false;
-    sigc::signal<void()> phaseChanged_;
 };
 
 }  // namespace trunvex

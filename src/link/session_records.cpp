@@ -28,10 +28,11 @@ std::string_view fieldOrEmpty(const Fields& fields, std::size_t index) {
 
 }  // namespace
 
-SessionRecords::SessionRecords(Dispatcher& dispatcher, SessionState& session, ucProgress& panel, ReadQueue& refreshes,
-                               WriteQueue& writes, SessionBringUp& bringUp, RealTimeUpdate& realTimeUpdate)
-    : dispatcher_(dispatcher), session_(session), panel_(panel), refreshes_(refreshes), writes_(writes),
-      bringUp_(bringUp), realTimeUpdate_(realTimeUpdate) {
+SessionRecords::SessionRecords(Dispatcher& dispatcher, SessionState& session, SessionEvents& events, ucProgress& panel,
+                               ReadQueue& refreshes, WriteQueue& writes, SessionBringUp& bringUp,
+                               RealTimeUpdate& realTimeUpdate)
+    : dispatcher_(dispatcher), session_(session), events_(events), panel_(panel), refreshes_(refreshes),
+      writes_(writes), bringUp_(bringUp), realTimeUpdate_(realTimeUpdate) {
     addRows();
 }
 
@@ -47,12 +48,12 @@ void SessionRecords::addRows() {
 
     dispatcher_.on("A_CPW", [this](const Record& record) {
         session_.gAccessRights = record.fields().at(0);
-        bringUp_.rightsReceived.emit();
+        events_.rightsReceived.emit();
         writes_.answered("CPW");
     });
     dispatcher_.on("A_ESN", [this](const Record& record) {
         takeESN(session_, record.fields().at(0));
-        dispatcher_.esnReceived.emit();
+        events_.identified.emit();
         session_.gGotESN = true;
         writes_.answered("ESN");
     });

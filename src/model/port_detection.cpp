@@ -4,17 +4,18 @@
 
 namespace trunvex {
 
-PortDetection::PortDetection(Dispatcher& dispatcher, SessionState& session, SharedTables& tables, WriteQueue& writes) {
-    dispatcher.on("A_PPR", [this, &session, &tables, &writes](const Record& record) {
-        session.gGotActivePorts = true;
-        session.gActivePorts = trim(record.body);
+PortDetection::PortDetection(Session& session, SharedTables& tables) {
+    session.dispatcher.on("A_PPR", [this, &session, &tables](const Record& record) {
+        auto& state = session.state;
+        state.gGotActivePorts = true;
+        state.gActivePorts = trim(record.body);
         for (int position = 1; position <= portCount; ++position) {
             const auto [mcu, module] = portAtPosition(position);
-            const bool active = mid(session.gActivePorts, static_cast<std::size_t>(position), 1) == "1";
+            const bool active = mid(state.gActivePorts, static_cast<std::size_t>(position), 1) == "1";
             tables.port(mcu, module).Kind = active ? "GSM" : "ERR";
         }
         portsDetected.emit();
-        writes.answered("PPR");
+        session.writes.answered("PPR");
     });
 }
 

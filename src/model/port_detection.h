@@ -1,6 +1,6 @@
 #pragma once
 
-#include "link/analyze_cmd.h"
+#include "link/session.h"
 #include "model/shared_tables.h"
 
 namespace trunvex {
@@ -8,7 +8,7 @@ namespace trunvex {
 // Takes A_PPR, the gateway's word on which ports it has: a digit a port, "1" for a module that works.
 class PortDetection {
 public:
-    PortDetection(Dispatcher& dispatcher, SessionState& session, SharedTables& tables, WriteQueue& writes);
+    PortDetection(Session& session, SharedTables& tables);
 
     // The module types in gPorts are new: the port tree and the board follow.
     sigc::signal<void()> portsDetected;

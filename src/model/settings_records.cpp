@@ -17,7 +17,9 @@ bool isAcknowledged(const Record& record) { return record.mnemonic[0] == acknowl
 
 }  // namespace
 
-SettingsRecords::SettingsRecords(Dispatcher& dispatcher, SharedTables& tables) {
+SettingsRecords::SettingsRecords(Session& session, SharedTables& tables) {
+    for (auto* event : {&session.events.begun, &session.events.tornDown}) event->connect([&tables] { tables.reset(); });
+    auto& dispatcher = session.dispatcher;
     const auto takePort = [this, &tables](const Record& record) {
         const auto fields = record.fields();
         const auto address = addressOf(fields, 2);

@@ -2,16 +2,16 @@
 
 #include <sigc++/sigc++.h>
 
-#include "link/analyze_cmd.h"
+#include "link/session.h"
 #include "model/shared_tables.h"
 
 namespace trunvex {
 
 // Takes the settings records of ports, SIMs and the E1 line into the shared tables, as the gateway reports them and as
-// it acknowledges what the console wrote.
+// it acknowledges what the console wrote. A session begins and ends with empty tables.
 class SettingsRecords {
 public:
-    SettingsRecords(Dispatcher& dispatcher, SharedTables& tables);
+    SettingsRecords(Session& session, SharedTables& tables);
 
     sigc::signal<void(int mcu, int module)> portStored;
     sigc::signal<void()> kindsChanged;  // a module is of another kind than was known

@@ -4,8 +4,13 @@
 
 namespace trunvex {
 
-LastCalls::LastCalls(Platform& platform, Settings& history, const SessionState& session)
-    : history_(history), session_(session), delay_(platform.makeTimer([this] { flush(); })) {}
+LastCalls::LastCalls(Session& session, Settings& history, frmSimStatus& board)
+    : history_(history), session_(session.state), delay_(session.platform.makeTimer([this] { flush(); })) {
+    board.dialled().connect([this, &session](int index, const std::string& number) {
+        SAVE_LastCalls(index, number + " (" + session.panel.getPanelText("time") + ")");
+    });
+    session.events.tornDown.connect([this] { flush(); });
+}
 
 LastCalls::~LastCalls() { flush(); }
 

@@ -5,9 +5,8 @@
 #include <memory>
 #include <string>
 
-#include "link/session_state.h"
-#include "platform/platform.h"
-#include "platform/settings.h"
+#include "link/session.h"
+#include "monitor/sim_status.h"
 
 namespace trunvex {
 
@@ -22,7 +21,7 @@ public:
     static constexpr int writeDelayMs = 3000;
     static constexpr const char* emptyLine = "--------";
 
-    LastCalls(Platform& platform, Settings& history, const SessionState& session);
+    LastCalls(Session& session, Settings& history, frmSimStatus& board);
     ~LastCalls();
 
     // Writes over the oldest entry.

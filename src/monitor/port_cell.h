@@ -63,6 +63,7 @@ struct PortCell {
     ActionField cmdResetLimit;  // opens the port menu
     std::unique_ptr<Timer> tmrAnimation;
 
+    std::string kind;  // of its module: "GSM", "CDM" or "ERR"; empty until the gateway has told
     BoardColours::Which state = BoardColours::PORT_NOT_ACTIVE;
     int portBch = 0;         // the B-channel bound to the port; 31 and 32 are the reserved lines
     bool simAbsent = false;  // a report of absence has been taken and nothing else since

@@ -25,14 +25,21 @@ enum StatusField {
 
 }  // namespace
 
-PortState::PortState(frmSimStatus& board, SharedTables& tables, Dispatcher& dispatcher, SessionState& session,
-                     ReadQueue& refreshes, RealTimeUpdate& realTimeUpdate)
-    : board_(board), tables_(tables), realTimeUpdate_(realTimeUpdate) {
-    dispatcher.on("A_STS", [this, &session, &refreshes](const Record& record) {
+PortState::PortState(Session& session, SharedTables& tables, PortDetection& detection, SettingsRecords& records,
+                     frmSimStatus& board)
+    : board_(board), tables_(tables), realTimeUpdate_(session.realTimeUpdate) {
+    session.dispatcher.on("A_STS", [this, &session](const Record& record) {
         quietly("updateSTS", [&] { updateSTS(record.fields()); });
-        refreshes.settle();
-        session.gStatusSeen = true;
+        session.refreshes.settle();
+        session.state.gStatusSeen = true;
     });
+    session.records.simAlarm.connect([this](const Fields& record) { takeSimAlarm(record); });
+    for (auto* told : {&detection.portsDetected, &records.kindsChanged})
+        told->connect([this] {
+            UpdateCDMA();
+            takeKinds();
+        });
+    for (auto* event : {&session.events.begun, &session.events.tornDown}) event->connect([this] { takeKinds(); });
 }
 
 void PortState::updateSTS(const Fields& record) {
@@ -116,6 +123,14 @@ void PortState::takeSimAlarm(const Fields& record) {
         default:
             break;
     }
+}
+
+void PortState::takeKinds() {
+    for (int index = 1; index <= portCount; ++index) {
+        const auto [mcu, module] = portAtPosition(index);
+        board_.cell(index).kind = tables_.port(mcu, module).Kind;
+    }
+    board_.hardwareChanged.emit();
 }
 
 void PortState::UpdateCDMA() {

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "model/shared_tables.h"
+#include "model/port_detection.h"
+#include "model/settings_records.h"
 #include "monitor/sim_status.h"
 
 namespace trunvex {
@@ -9,8 +10,8 @@ namespace trunvex {
 // the board's CDMA cells.
 class PortState {
 public:
-    PortState(frmSimStatus& board, SharedTables& tables, Dispatcher& dispatcher, SessionState& session,
-              ReadQueue& refreshes, RealTimeUpdate& realTimeUpdate);
+    PortState(Session& session, SharedTables& tables, PortDetection& detection, SettingsRecords& records,
+              frmSimStatus& board);
 
     // Fields: XY, state code, four pairs of SIM state and talk counter, BCCH mode, signal, network identity, call
     // flags, BCCH channel.
@@ -19,6 +20,8 @@ public:
     void takeSimAlarm(const Fields& record);
     // A CDMA module has no SIM of ours: its cell says "CDMA" and shows nothing of one.
     void UpdateCDMA();
+    // Which module each cell stands for.
+    void takeKinds();
 
 private:
     frmSimStatus& board_;

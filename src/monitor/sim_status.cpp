@@ -26,18 +26,22 @@ std::string portHeading(int index, std::string_view channel) {
 
 }  // namespace
 
-frmSimStatus::frmSimStatus(Platform& platform, Settings& settings, Dispatcher& dispatcher, SessionState& session,
-                           SessionBringUp& bringUp, RealTimeUpdate& realTimeUpdate, CommandSender& sender,
-                           ReadQueue& reads, ReadQueue& refreshes)
-    : platform_(platform), settings_(settings), session_(session), sender_(sender), refreshes_(refreshes) {
+frmSimStatus::frmSimStatus(Session& session)
+    : Page(session, {"sim", "Monitor", "Status board of ports, SIMs and B-channels", Monitor, true}),
+      platform_(session.platform), settings_(session.setting), state_(session.state), sender_(session.objSpool),
+      refreshes_(session.refreshes) {
     InitFormData();
-    takeRecords(dispatcher, realTimeUpdate);
-    dispatcher.esnReceived.connect([this] { lblESN.setText(escaped(session_.gESN)); });
-    reads.onComplete("R_MON", [this](const std::string&) { holdsData = true; });
-    bringUp.tornDown.connect([this] { blank(); });
-    bringUp.sessionStarted.connect([this] { tmrTotalCounter_->start(totalCounterMs); });
+    takeRecords(session);
+    session.events.identified.connect([this] { lblESN.setText(escaped(state_.gESN)); });
+    session.reads.onComplete("R_MON", [this](const std::string&) { holdsData = true; });
+    session.events.started.connect([this] { tmrTotalCounter_->start(totalCounterMs); });
     cmdSTSRefresh.pressed().connect([this] { refresh(); });
-    refreshes.bar.stepped().connect([this](int, int) { tellProgress(); });
+    refreshes_.bar.stepped().connect([this](int, int) { tellProgress(); });
+}
+
+std::vector<QueueItem> frmSimStatus::missing() {
+    if (holdsData) return {};
+    return {command("R_SYS", "System status"), command("R_ILS", "ISDN Statistic"), command("R_MON", "Gateway status")};
 }
 
 void frmSimStatus::InitFormData() {
@@ -53,13 +57,14 @@ void frmSimStatus::InitFormData() {
     tmrTotalCounter_ = platform_.makeTimer([this] { countTotal(); });
 }
 
-void frmSimStatus::takeRecords(Dispatcher& dispatcher, RealTimeUpdate& realTimeUpdate) {
+void frmSimStatus::takeRecords(Session& session) {
+    auto& realTimeUpdate = session.realTimeUpdate;
     for (const char* kind : {"SYS", "PRT", "BCH", "ALR"})
         realTimeUpdate.on(kind, [this, kind](const Fields& fields) { UpdateSimStatus(kind, fields); });
     realTimeUpdate.on("CLK", [this](const Fields& fields) { takeClock(fields); });
     // One digit a port, then one a B-channel. The ports' channels are not among them, so the headings lose theirs
     // until the routing is read.
-    dispatcher.on("A_MON", [this](const Record& record) {
+    session.dispatcher.on("A_MON", [this](const Record& record) {
         for (int position = 1; position <= portCount + channelCount; ++position) {
             const auto flag = mid(record.body, static_cast<std::size_t>(position), 1);
             const bool isPort = position <= portCount;
@@ -168,7 +173,7 @@ void frmSimStatus::refresh() {
     }
     std::vector<QueueItem> batch;
     for (int index = 1; index <= portCount; ++index) {
-        if (val(mid(session_.gActivePorts, static_cast<std::size_t>(index), 1)) < 1) continue;
+        if (val(mid(state_.gActivePorts, static_cast<std::size_t>(index), 1)) < 1) continue;
         const auto [mcu, module] = portAtPosition(index);
         batch.push_back(
             command("R_STS" + std::to_string(mcu * 10 + module), "Get data from port " + std::to_string(index)));
@@ -201,7 +206,7 @@ void frmSimStatus::takeClock(const Fields& fields) {
 }
 
 // The session is over: what is shown is no longer the state of anything.
-void frmSimStatus::blank() {
+void frmSimStatus::tornDown() {
     for (auto* label : {&lblHoure, &lblMinute, &lblSecond, &lblDate, &lblESN, &lblTotalCounter, &lblSlaveVer})
         label->setText("");
     tmrTotalCounter_->stop();

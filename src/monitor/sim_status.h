@@ -6,25 +6,24 @@
 #include <string_view>
 
 #include "fields/fields.h"
-#include "link/analyze_cmd.h"
-#include "link/session_bring_up.h"
 #include "monitor/board_colours.h"
 #include "monitor/port_cell.h"
 #include "monitor/status_items.h"
+#include "pages/page.h"
 #include "platform/settings.h"
 
 namespace trunvex {
 
 // The status board: a cell for each of the 32 modules, a row for each of the 30 B-channels, three system lamps, the
 // calls in progress and the talk time. Nothing is polled; every change comes as a status event.
-class frmSimStatus {
+class frmSimStatus final : public Page {
 public:
     static constexpr int portCount = 32;
     static constexpr int channelCount = 30;
 
-    frmSimStatus(Platform& platform, Settings& settings, Dispatcher& dispatcher, SessionState& session,
-                 SessionBringUp& bringUp, RealTimeUpdate& realTimeUpdate, CommandSender& sender, ReadQueue& reads,
-                 ReadQueue& refreshes);
+    explicit frmSimStatus(Session& session);
+    std::vector<QueueItem> missing() override;
+    void opened() override { asked_.emit(); }
 
     // A status event. "SYS": version and the three lamps. "PRT": address XY, flag, B-channel. "BCH": channel, flag.
     // "ALR": X, Y, SIM, code, three arguments. A fault in an event ends it where it stands; what was written stays.
@@ -43,8 +42,10 @@ public:
     // The board holds what a first read has brought; opening it asks the gateway no more.
     bool holdsData = false;
     // The board's window is asked for.
-    sigc::signal<void()>& shown() { return shown_; }
-    void show() { shown_.emit(); }
+    sigc::signal<void()>& asked() { return asked_; }
+    // The modules are others, or none is known any more.
+    sigc::signal<void()> hardwareChanged;
+    ReadQueue& refreshes() { return refreshes_; }
     // What a double dial is remembered by: board index and text.
     sigc::signal<void(int index, const std::string& text)>& dialled() { return dialled_; }
 
@@ -62,7 +63,7 @@ public:
 
 private:
     void InitFormData();
-    void takeRecords(Dispatcher& dispatcher, RealTimeUpdate& realTimeUpdate);
+    void takeRecords(Session& session);
     void takeClock(const Fields& fields);
     void systemLamps(const Fields& fields);
     void portEnabled(const Fields& fields);
@@ -80,11 +81,11 @@ private:
     void countTotal();
     void refresh();
     void tellProgress();
-    void blank();
+    void tornDown() override;
 
     Platform& platform_;
     Settings& settings_;
-    SessionState& session_;
+    SessionState& state_;
     CommandSender& sender_;
     ReadQueue& refreshes_;
     StatusItems statusItems_;
@@ -92,7 +93,7 @@ private:
     std::deque<PortCell> cells_;
     std::deque<BchRow> rows_;
     std::unique_ptr<Timer> tmrTotalCounter_;
-    sigc::signal<void()> shown_;
+    sigc::signal<void()> asked_;
     sigc::signal<void(int, const std::string&)> dialled_;
 };
 

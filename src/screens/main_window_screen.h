@@ -3,19 +3,24 @@
 #include <QHash>
 #include <QMainWindow>
 #include <QPointer>
+#include <functional>
+
+#include "screens/kit/screen_tools.h"
 
 class QStackedWidget;
 
 namespace trunvex {
 
-class Console;
+class FrmPRIGroups;
 
 // The window FrmPRIGroups: tool bar, notice line, the pages, status bar. Asks before it closes.
 class MainWindowScreen : public QMainWindow {
     Q_OBJECT
 
 public:
-    explicit MainWindowScreen(Console& console, QWidget* parent = nullptr);
+    // The screen of a page is made when it is first opened.
+    using MakePage = std::function<QWidget*()>;
+    MainWindowScreen(FrmPRIGroups& model, const ScreenTools& tools, QHash<QString, MakePage> pages);
 
 Q_SIGNALS:
     // The operator agreed to end the program, and the window is closed.
@@ -25,18 +30,16 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    void buildPages();
-    void addPage(const QString& key, QWidget* page);
-    QWidget* buildMain();
-    QWidget* buildRouting();
     void showPage();
     void enablePages(bool enabled);
     void showWindow(bool shown);
     void restorePlace();
     void savePlace();
 
-    Console& console_;
+    FrmPRIGroups& model_;
+    ScreenTools tools_;
     QStackedWidget* pages_;
+    QHash<QString, MakePage> makePage_;
     QHash<QString, QWidget*> pageOf_;
     QWidget* readBar_ = nullptr;
     QPointer<QWidget> focusBefore_;  // where the focus was when a read took the pages away

@@ -5,15 +5,15 @@
 #include <QLabel>
 #include <QToolButton>
 
+#include "fields/notices.h"
 #include "screens/kit/field_binding.h"
 #include "screens/kit/icons.h"
 #include "screens/kit/labels.h"
 #include "screens/kit/theme.h"
-#include "shell/main_window.h"
 
 namespace trunvex {
 
-NoticeLine::NoticeLine(FrmPRIGroups& model, QWidget* parent) : QFrame(parent) {
+NoticeLine::NoticeLine(Notices& model, QWidget* parent) : QFrame(parent) {
     setObjectName("noticeLine");
     auto* icon = new IconLabel(20);
     icon->setIcon(lineIcon("notice"));

@@ -4,14 +4,14 @@
 
 namespace trunvex {
 
-class FrmPRIGroups;
+class Notices;
 
 // The line under the tool bar for what needs no box. Hidden while there is nothing to say.
 class NoticeLine : public QFrame {
     Q_OBJECT
 
 public:
-    NoticeLine(FrmPRIGroups& model, QWidget* parent);
+    NoticeLine(Notices& model, QWidget* parent);
 };
 
 }  // namespace trunvex

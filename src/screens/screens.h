@@ -1,16 +1,18 @@
 #pragma once
 
+#include <QHash>
 #include <memory>
+
+#include "screens/main_window_screen.h"
 
 namespace trunvex {
 
 class BoardScreen;
 class Console;
-class MainWindowScreen;
 class SplashScreen;
 
-// All windows of one console. Make it after the QApplication; it gives the application its look, and the
-// console the way to show its connection dialog. The console must outlive it.
+// All windows of one console, and which screen shows which page. Make it after the QApplication; it gives the
+// application its look, and the console the way to show its connection dialog. The console must outlive it.
 class Screens {
 public:
     explicit Screens(Console& console);
@@ -23,10 +25,16 @@ public:
     void startWithoutSplash();
 
     MainWindowScreen& mainWindow() { return *mainWindow_; }
-    BoardScreen& board() { return *board_; }
+    // Made when it is first asked for.
+    BoardScreen& board();
 
 private:
+    QHash<QString, MainWindowScreen::MakePage> pages();
+    QWidget* buildMain();
+    QWidget* buildRouting();
+
     Console& console_;
+    ScreenTools tools_;
     std::unique_ptr<SplashScreen> splash_;
     std::unique_ptr<MainWindowScreen> mainWindow_;
     std::unique_ptr<BoardScreen> board_;

@@ -7,7 +7,7 @@
 #include "screens/kit/field_binding.h"
 #include "screens/kit/labels.h"
 #include "screens/kit/theme.h"
-#include "shell/console.h"
+#include "shell/main_window.h"
 
 namespace trunvex {
 
@@ -30,7 +30,7 @@ void addRule(QHBoxLayout* line) {
 
 }  // namespace
 
-StatusBar::StatusBar(Console& console, QWidget* parent) : QStatusBar(parent), console_(console) {
+StatusBar::StatusBar(FrmPRIGroups& model, QWidget* parent) : QStatusBar(parent), model_(model) {
     setObjectName("statusBar");
     setSizeGripEnabled(false);
     auto* room = new QWidget;
@@ -46,7 +46,7 @@ StatusBar::StatusBar(Console& console, QWidget* parent) : QStatusBar(parent), co
 }
 
 void StatusBar::addState(QHBoxLayout* line) {
-    auto& field = console_.mainWindow.lblSessionState;
+    auto& field = model_.lblSessionState;
     auto* sign = new StateSign;
     auto* word = new QLabel;
     bind(field, word);
@@ -58,7 +58,7 @@ void StatusBar::addState(QHBoxLayout* line) {
 }
 
 void StatusBar::addStep(QHBoxLayout* line) {
-    auto& panel = console_.panel;
+    auto& panel = model_.panel;
     auto* icon = new IconLabel(statusIconPixels);
     bind(panel.imgStatus, icon, tr("Activity"));
     auto* step = new ElidedLabel;
@@ -87,7 +87,7 @@ void StatusBar::addStep(QHBoxLayout* line) {
 }
 
 void StatusBar::addGateway(QHBoxLayout* line) {
-    auto& window = console_.mainWindow;
+    auto& window = model_;
     const auto addFact = [line](const QString& caption, LabelField& field, const QString& name) {
         auto* value = new QLabel;
         bindValue(field, value, name);
@@ -100,7 +100,7 @@ void StatusBar::addGateway(QHBoxLayout* line) {
     addRule(line);
     addFact(tr("Software"), window.lblVersion, tr("Version of the console"));
     addRule(line);
-    auto* clock = addFact(tr("Gateway clock"), console_.panel.staStatusTime, tr("Clock of the gateway"));
+    auto* clock = addFact(tr("Gateway clock"), model_.panel.staStatusTime, tr("Clock of the gateway"));
     reserve(clock, "00-00-00 00:00:00");
 }
 

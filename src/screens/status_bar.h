@@ -6,7 +6,7 @@ class QHBoxLayout;
 
 namespace trunvex {
 
-class Console;
+class FrmPRIGroups;
 
 // The line at the foot of the main window: state of the session, what it is doing and how far, which gateway,
 // its clock.
@@ -14,14 +14,14 @@ class StatusBar : public QStatusBar {
     Q_OBJECT
 
 public:
-    StatusBar(Console& console, QWidget* parent);
+    StatusBar(FrmPRIGroups& model, QWidget* parent);
 
 private:
     void addState(QHBoxLayout* line);
     void addStep(QHBoxLayout* line);
     void addGateway(QHBoxLayout* line);
 
-    Console& console_;
+    FrmPRIGroups& model_;
 };
 
 }  // namespace trunvex

@@ -2,11 +2,12 @@
 
 #include <QAction>
 #include <QToolButton>
+#include <cstring>
 
 #include "screens/kit/field_binding.h"
 #include "screens/kit/icons.h"
 #include "screens/kit/theme.h"
-#include "shell/console.h"
+#include "shell/main_window.h"
 
 namespace trunvex {
 
@@ -24,37 +25,34 @@ QKeySequence shortcutOf(const QString& key, int position) {
 
 }  // namespace
 
-ToolBar::ToolBar(Console& console, QWidget* parent) : QToolBar(tr("Pages"), parent), console_(console) {
+ToolBar::ToolBar(FrmPRIGroups& model, QWidget* parent) : QToolBar(tr("Pages"), parent), model_(model) {
     setObjectName("toolBar");
     setMovable(false);
     setContextMenuPolicy(Qt::PreventContextMenu);
     setIconSize({iconPixels, iconPixels});
     setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     int position = 0;
-    for (const auto& page : toolPages) {
-        const auto shortcut = shortcutOf(page.key, position++);
-        const QString tip = tr(page.tip) + " (" + shortcut.toString(QKeySequence::NativeText) + ")";
-        if (QString(page.key) == "connect")
-            addConnect(tip, shortcut);
-        else
-            addTool(page.key, tip, shortcut);
+    for (auto* tool : model.tools()) {
+        const auto key = shown(tool->name()).mid(int(std::strlen("tool_")));
+        const auto shortcut = shortcutOf(key, position++);
+        const QString tip = shown(tool->tip()) + " (" + shortcut.toString(QKeySequence::NativeText) + ")";
+        auto* action = addTool(*tool, key, tip, shortcut);
+        if (key == "connect") followConnection(action, *tool);
     }
     addTray();
 }
 
-QAction* ToolBar::addTool(const char* key, const QString& tip, const QKeySequence& shortcut) {
+QAction* ToolBar::addTool(ActionField& tool, const QString& key, const QString& tip, const QKeySequence& shortcut) {
     auto* action = addAction(lineIcon(key), {});
-    action->setCheckable(QString(key) != "exit" && QString(key) != "connect");
+    action->setCheckable(key != "exit" && key != "connect");
     action->setToolTip(plainTip(tip));
     action->setShortcut(shortcut);
-    bind(console_.mainWindow.tool(key), action);
+    bind(tool, action);
     makeReachable(action);
     return action;
 }
 
-void ToolBar::addConnect(const QString& tip, const QKeySequence& shortcut) {
-    auto* action = addTool("connect", tip, shortcut);
-    auto& button = console_.connectButton;
+void ToolBar::followConnection(QAction* action, ActionField& button) {
     follow(action, button,
            [action, &button] { action->setIcon(lineIcon(button.caption() == "Connect" ? "connect" : "disconnect")); });
 }
@@ -63,7 +61,7 @@ void ToolBar::addTray() {
     auto* room = new QWidget(this);
     room->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     addWidget(room);
-    auto& field = console_.mainWindow.cmbTrayIcon;
+    auto& field = model_.cmbTrayIcon;
     auto* action = addAction(lineIcon("tray"), {});
     action->setToolTip(plainTip(shown(field.tip())));
     bind(field, action);

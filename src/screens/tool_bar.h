@@ -4,23 +4,25 @@
 
 namespace trunvex {
 
-class Console;
+class ActionField;
+class FrmPRIGroups;
 
 // The tool bar of the main window: the pages in their order, at the right end the way to the tray.
 class ToolBar : public QToolBar {
     Q_OBJECT
 
 public:
-    ToolBar(Console& console, QWidget* parent);
+    ToolBar(FrmPRIGroups& model, QWidget* parent);
 
 private:
-    QAction* addTool(const char* key, const QString& tip, const QKeySequence& shortcut);
-    void addConnect(const QString& tip, const QKeySequence& shortcut);
+    QAction* addTool(ActionField& tool, const QString& key, const QString& tip, const QKeySequence& shortcut);
+    // Its picture tells what a press does.
+    void followConnection(QAction* action, ActionField& button);
     void addTray();
     // Lets the button of an action be reached by keyboard and read out.
     void makeReachable(QAction* action);
 
-    Console& console_;
+    FrmPRIGroups& model_;
 };
 
 }  // namespace trunvex

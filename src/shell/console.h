@@ -6,63 +6,61 @@
 #include "config/port_tree.h"
 #include "config/routing_page.h"
 #include "config/settings_pages.h"
-#include "link/analyze_cmd.h"
-#include "link/session_records.h"
+#include "link/session.h"
 #include "model/port_detection.h"
-#include "model/shared_tables.h"
+#include "model/settings_records.h"
 #include "monitor/last_calls.h"
 #include "monitor/port_state.h"
 #include "monitor/sim_status.h"
-#include "platform/platform.h"
-#include "queues/firmware_pump.h"
 #include "shell/main_window.h"
 #include "shell/settings_file.h"
 
 namespace trunvex {
 
-// Everything of one console: the link, the queues, the shared tables and the view models of its windows. What one part
-// needs of another it gets when it is made, so the order below is the order of building.
-class Console {
+// The files of one console: its application folder, whose `data` folder is made when missing, and the settings.
+struct ConsoleFiles {
+    ConsoleFiles(const std::filesystem::path& folder, Notices& notices);
+
+    const std::filesystem::path folder;
+    SettingsFile setting;  // Setting.xml
+    SettingsFile history;  // History.xml: the last dialled numbers
+    SettingsFile data;     // Data.xml: what combo boxes remember
+};
+
+// What a session without a window needs: the link to a gateway, and the store and the download of its calls.
+struct WindowlessConsole {
+    WindowlessConsole(Platform& platform, const std::filesystem::path& folder);
+
+    Notices notices;
+    ConsoleFiles files;
+    Session session;
+    CallStore callStore;
+    CdrDownload cdrDownload;
+};
+
+// Everything of one console: a session, the shared tables and the view models of its windows. Each part gets what it
+// needs when it is made and ties itself, so the order below is the order of building. The pages stand in the tool bar
+// in the order of the list that the main window is given.
+class Console : public WindowlessConsole {
 public:
-    // `folder` is the application folder; its `data` folder is made when missing.
     Console(Platform& platform, const std::filesystem::path& folder);
     Console(const Console&) = delete;
     Console& operator=(const Console&) = delete;
 
-private:
-    void tell(const std::string& text);
-
-    std::string untold_;  // said before there was a window to say it in
-    bool windowBuilt_ = false;
-
-public:
-    Platform& platform;
-    SettingsFile setting;  // Setting.xml
-    SettingsFile history;  // History.xml: the last dialled numbers
-    SettingsFile data;     // Data.xml: what combo boxes remember
-    SessionState session;
     SharedTables tables;
-    ucProgress panel;
-    ActionField connectButton{"tool_connect", "Connect"};
-    CSpooling objSpool;
-    ReadQueue reads;
-    ReadQueue refreshes;
-    WriteQueue writes;
-    FirmwarePump firmware;
-    SessionBringUp bringUp;
-    RealTimeUpdate realTimeUpdate;
-    Dispatcher dispatcher;
-    SessionRecords sessionRecords;
+    SettingsRecords records;
     PortDetection portDetection;
     PortTree portTree;
     SettingsPages pages;
+    Page groupsPage;
     RoutingPage routingPage;
-    CallStore callStore;
-    CdrDownload cdrDownload;
     CallsPage calls;
     frmSimStatus board;
     PortState portState;
     LastCalls lastCalls;
+    Page statisticsPage;
+    Page handsetPage;
+    Page debugPage;
     FrmPRIGroups mainWindow;
 };
 

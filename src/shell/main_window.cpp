@@ -3,9 +3,7 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "config/settings_pages.h"
 #include "link/clock_text.h"
-#include "monitor/sim_status.h"
 #include "text/text_rules.h"
 
 namespace trunvex {
@@ -14,8 +12,6 @@ namespace {
 
 constexpr int commandTimerMs = 1000;
 constexpr int initialisedTimers = 4;
-constexpr int delayedClockTickMs = 1000;
-constexpr int delayedClockTicks = 2;
 
 enum CommandTimer { RequestClock = 0, SessionClock = 2, WritesAgain = 3 };
 
@@ -46,137 +42,129 @@ PhaseWord phaseWord(SessionPhase phase) {
 
 }  // namespace
 
-FrmPRIGroups::FrmPRIGroups(Platform& platform, SessionState& session, CSpooling& spool, ucProgress& panel,
-                           ReadQueue& reads, ActionField& connectButton)
-    : platform_(platform), session_(session), spool_(spool), panel_(panel), reads_(reads),
-      connectButton_(connectButton) {
-    for (const auto& toolPage : toolPages) {
-        if (toolPage.key == std::string_view("connect")) continue;
-        auto& button = tools_.emplace_back("tool_" + std::string(toolPage.key), toolPage.caption);
-        button.setTip(toolPage.tip);
-        button.pressed().connect([this, key = toolPage.key] { openPage(key); });
-    }
-    connectButton_.pressed().connect([this] { openPage("connect"); });
-    tool(page_).setMarked(true);
+FrmPRIGroups::FrmPRIGroups(Session& session, std::vector<Page*> pages)
+    : notices(session.notices), panel(session.panel), reads(session.reads), lblNotice(session.notices.lblNotice),
+      session_(session), platform_(session.platform), pages_(std::move(pages)), page_(pages_.front()) {
+    buildTools();
     for (int index = 0; index < commandTimers; ++index)
-        tmrEnableCmd_[static_cast<std::size_t>(index)] = platform.makeTimer([this, index] { commandTimerTick(index); });
-    TmrDelayClkUpdate_ = platform.makeTimer([this] { delayedClockTick(); });
+        tmrEnableCmd_[static_cast<std::size_t>(index)] =
+            platform_.makeTimer([this, index] { commandTimerTick(index); });
     InitTimers();
     lblVersion.setText(std::string(versionMajor) + "." + versionMinor);
-    cmdDismissNotice.pressed().connect([this] { lblNotice.setText(""); });
     cmbTrayIcon.setTip("Hide the window; the icon in the notification area brings it back");
     cmbTrayIcon.pressed().connect([this] { hideToTray(); });
-}
-
-void FrmPRIGroups::tie(SessionBringUp& bringUp, SettingsPages& pages, frmSimStatus& board,
-                       RealTimeUpdate& realTimeUpdate) {
-    bringUp_ = &bringUp;
-    pages_ = &pages;
-    board_ = &board;
-    realTimeUpdate.on("CLK", [this](const Fields&) { showClock(); });
-    bringUp.phaseChanged().connect([this] { showPhase(); });
-    bringUp.sessionStarted.connect([this] { tmrEnableCmd(SessionClock, true); });
-    bringUp.tornDown.connect([this] {
-        tmrEnableCmd(SessionClock, false);
-        TmrDelayClkUpdate_->stop();
-        lblTimePanel.setText("");
-        lblESN.setText("");
-        session_.gClockField = {};
-    });
-    bringUp.addressChosen.connect([this](const std::string& host, const std::string& port) {
-        caption.setText(std::string(windowTitle) + " {" + host + ":" + port + "}");
-    });
-    bringUp.loggedIn.connect([this] {
-        if (val(session_.gAccessRights) == 0 && !session_.gAccessRights.empty())
-            notice("The gateway did not accept the password: it gave no rights to this session.");
-        if (session_.workOnlyWithMonitor)
-            openPage("sim");
-        else
-            readPage();
-        if (page_ == "main") pages_->main.select();  // its tree was built during the log-in
-    });
-    bringUp.openShownPage.connect([this] { readPage(); });
-    bringUp.phaseChanged().connect([this] {
-        loggedIn_ = bringUp_->phase() == SessionPhase::Connected;
-        followMainPage();
-    });
-    pages.system.clockWritten().connect([this] { startDelayedClockUpdate(); });
-    for (auto* started : {&pages.port.writeStarted(), &pages.sim.writeStarted()})
-        started->connect([this] { holdWrites(); });
-    bringUp.openPasswords.connect([this] { notice("Passwords can't be set from this version of the console yet."); });
+    followSession();
+    page_->setShown(true);
     showPhase();
 }
 
+void FrmPRIGroups::addTool(const std::string& key, const std::string& toolCaption, const std::string& tip) {
+    auto& button = ownTools_.emplace_back("tool_" + key, toolCaption);
+    button.setTip(tip);
+    button.pressed().connect([this, key] { openPage(key); });
+    tools_.push_back(&button);
+}
+
+void FrmPRIGroups::buildTools() {
+    auto& connectButton = session_.connectButton;
+    connectButton.setTip("Connect to a gateway, or end the session");
+    connectButton.pressed().connect([this] { openPage("connect"); });
+    tools_.push_back(&connectButton);
+    for (auto* page : pages_) {
+        addTool(page->traits.key, page->traits.caption, page->traits.tip);
+        page->writeStarted.connect([this, page] {
+            page->holdWrites(true);
+            tmrEnableCmd(WritesAgain, true);
+        });
+    }
+    addTool("exit", "Exit", "End the program");
+    tool(page()).setMarked(true);
+}
+
+void FrmPRIGroups::followSession() {
+    auto& events = session_.events;
+    session_.realTimeUpdate.on("CLK", [this](const Fields&) { showClock(); });
+    session_.dispatcher.updateStatus.connect([this](std::string_view text) { lblUpdateStatus.setText(escaped(text)); });
+    events.phaseChanged.connect([this] { showPhase(); });
+    events.started.connect([this] { tmrEnableCmd(SessionClock, true); });
+    events.identified.connect([this] { lblESN.setText(escaped(session_.state.gESN)); });
+    events.loggedIn.connect([this](LogInOutcome outcome) { loggedIn(outcome); });
+    events.tornDown.connect([this] {
+        tmrEnableCmd(SessionClock, false);
+        lblTimePanel.setText("");
+        lblESN.setText("");
+        session_.state.gClockField = {};
+    });
+    session_.bringUp.addressChosen.connect([this](const std::string& host, const std::string& port) {
+        caption.setText(std::string(windowTitle) + " {" + host + ":" + port + "}");
+    });
+    session_.bringUp.openPasswords.connect(
+        [this] { session_.tell("Passwords can't be set from this version of the console yet."); });
+    session_.bringUp.dialModem.connect([this] {
+        session_.bringUp.dropSession();
+        session_.tell("This version of the console can't dial by modem yet.");
+    });
+}
+
+void FrmPRIGroups::loggedIn(LogInOutcome outcome) {
+    if (outcome == LogInOutcome::WithoutRights)
+        session_.tell("The gateway did not accept the password: it gave no rights to this session.");
+    if (session_.state.workOnlyWithMonitor)
+        openPage("sim");
+    else
+        read(*page_);
+}
+
 ActionField& FrmPRIGroups::tool(std::string_view key) {
-    if (key == "connect") return connectButton_;
-    for (auto& button : tools_)
-        if (button.name() == "tool_" + std::string(key)) return button;
+    for (auto* button : tools_)
+        if (button->name() == "tool_" + std::string(key)) return *button;
     throw std::out_of_range("no tool " + std::string(key));
 }
 
-void FrmPRIGroups::notice(const std::string& text) { lblNotice.setText(text); }
+Page* FrmPRIGroups::pageOf(std::string_view key) const {
+    for (auto* page : pages_)
+        if (page->traits.key == key) return page;
+    throw std::out_of_range("no page " + std::string(key));
+}
 
 void FrmPRIGroups::showPhase() {
-    const auto [tag, word] = phaseWord(bringUp_->phase());
+    const auto phase = session_.state.phase;
+    const auto [tag, word] = phaseWord(phase);
     lblSessionState.setTag(tag);
     lblSessionState.setText(word);
-    if (bringUp_->phase() == SessionPhase::Connecting || bringUp_->phase() == SessionPhase::Listening)
-        lblNotice.setText("");
+    if (phase == SessionPhase::Connecting || phase == SessionPhase::Listening) lblNotice.setText("");
 }
 
 void FrmPRIGroups::openPage(std::string_view key) {
     if (key == "connect") {
-        bringUp_->ConnectChange("", true);
+        session_.bringUp.ConnectChange("", true);
         return;
     }
     if (key == "exit") {
         unload_.emit();
         return;
     }
-    if (key == "sim") {
-        board_->show();  // a window of its own, beside whatever page is open
-        readBoard();
-        return;
+    auto& opened = *pageOf(key);
+    if (!opened.traits.ownWindow) {
+        tool(page()).setMarked(false);
+        page_->setShown(false);
+        page_ = &opened;
+        tool(key).setMarked(true);
+        page_->setShown(true);
+        pageChanged_.emit();
     }
-    auto& opened = tool(key);
-    tool(page_).setMarked(false);
-    page_ = key;
-    opened.setMarked(true);
-    followMainPage();
-    pageChanged_.emit();
+    opened.opened();
     // In a session that only watches the board, nothing else asks the gateway by itself.
-    if (!session_.workOnlyWithMonitor) readPage();
+    if (opened.traits.ownWindow || !session_.state.workOnlyWithMonitor) read(opened);
 }
 
-// The tree's selection asks the gateway while its page is open in a session that does more than watch.
-void FrmPRIGroups::followMainPage() {
-    pages_->main.setMayRead(loggedIn_ && page_ == "main" && !session_.workOnlyWithMonitor);
-}
-
-// A second press of a write button is most often the same one.
-void FrmPRIGroups::holdWrites() {
-    pages_->port.holdWrites(true);
-    pages_->sim.holdWrites(true);
-    tmrEnableCmd(WritesAgain, true);
-}
-
-// Reads what the open page lacks. A batch that runs is not disturbed: the page's own follows it.
-void FrmPRIGroups::readPage() {
-    if (!spool_.isConnected() || !spool_.free()) return;  // the end of the log-in reads it
-    reads_.whenFree("page", [this] {
-        if (page_ == "isdn" && !pages_->isdn.loaded())
-            reads_.start({command("R_ISD", "ISDN")});
-        else if (page_ == "system" && pages_->system.TxtSystemVer.text().empty())
-            reads_.start({command("R_CLK", "System time"), command("R_SYS", "System Version")});
-    });
-}
-
-void FrmPRIGroups::readBoard() {
-    if (!spool_.isConnected() || !spool_.free()) return;
-    reads_.whenFree("board", [this] {
-        if (board_->holdsData) return;
-        reads_.start({command("R_SYS", "System status"), command("R_ILS", "ISDN Statistic"),
-                      command("R_MON", "Gateway status")});
+// What the page lacks. A batch that runs is not disturbed: the page's own follows it. While the console logs in nothing
+// is read; the end of the log-in reads what the open page lacks.
+void FrmPRIGroups::read(Page& page) {
+    if (!session_.objSpool.isConnected() || !session_.objSpool.free()) return;
+    session_.reads.whenFree(page.traits.ownWindow ? page.traits.key : "page", [this, &page] {
+        if (!page.traits.ownWindow && page_ != &page) return;
+        if (auto missing = page.missing(); !missing.empty()) session_.reads.start(std::move(missing));
     });
 }
 
@@ -190,7 +178,7 @@ bool FrmPRIGroups::queryUnload() {
 void FrmPRIGroups::hideToTray() {
     auto& tray = platform_.tray();
     if (!tray.available()) {
-        notice("This desktop has no notification area, so the window stays.");
+        session_.tell("This desktop has no notification area, so the window stays.");
         return;
     }
     tray.onRestore = [this, &tray] {
@@ -218,36 +206,23 @@ void FrmPRIGroups::tmrEnableCmd(int index, bool enabled) {
 
 void FrmPRIGroups::commandTimerTick(int index) {
     if (!repeats(index)) tmrEnableCmd(index, false);
-    if (index == RequestClock && session_.firstDataFlag) spool_.SendCommand("R_CLK");
+    if (index == RequestClock && session_.state.firstDataFlag) session_.objSpool.SendCommand("R_CLK");
     if (index == SessionClock) ClockUpdate();
-    if (index == WritesAgain) {
-        pages_->port.holdWrites(false);
-        pages_->sim.holdWrites(false);
-    }
+    if (index == WritesAgain)
+        for (auto* page : pages_) page->holdWrites(false);
 }
 
 // The gateway's clock runs on between two of its reports.
 void FrmPRIGroups::ClockUpdate() {
-    if (!session_.gGotClock) return;
-    advanceClock(session_);
+    if (!session_.state.gGotClock) return;
+    advanceClock(session_.state);
     showClock();
 }
 
 void FrmPRIGroups::showClock() {
-    const auto text = escaped(clockText(session_));
+    const auto text = escaped(clockText(session_.state));
     lblTimePanel.setText(text);
-    panel_.setPanelText(text, "time");
-}
-
-void FrmPRIGroups::startDelayedClockUpdate() {
-    delayedClockTicks_ = 0;
-    TmrDelayClkUpdate_->start(delayedClockTickMs);
-}
-
-void FrmPRIGroups::delayedClockTick() {
-    if (++delayedClockTicks_ < delayedClockTicks) return;
-    TmrDelayClkUpdate_->stop();
-    spool_.SendCommand("R_CLK");
+    session_.panel.setPanelText(text, "time");
 }
 
 int FrmPRIGroups::getNumPort(int x, int y, std::string_view key) const {

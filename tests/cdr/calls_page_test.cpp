@@ -25,9 +25,9 @@ class Calls : public testing::Test {
 protected:
     Calls() { know("4711"); }
     void know(const std::string& esn, bool shown = true) {
-        bench.console.session.gESN = esn;
-        store.setGateway(esn);
-        page.gatewayKnown(shown);
+        page.setShown(shown);
+        bench.console.session.state.gESN = esn;
+        bench.console.session.events.identified.emit();
     }
     void add(const std::string& port, const std::string& dialled, const std::string& duration = "0") {
         CDRSlot record;
@@ -47,7 +47,7 @@ protected:
         return numbers;
     }
     void setting(const char* key, const std::string& value) {
-        bench.console.setting.Write("CDRConfig", key, value);
+        bench.console.files.setting.Write("CDRConfig", key, value);
         page.readSettings();
     }
     int inTable() {
@@ -95,7 +95,7 @@ TEST_F(Calls, FilterByColumnAndValue) {
     EXPECT_EQ(shown().size(), 4u);
     EXPECT_EQ(page.cmbCDRColumn.items().size(), 16u);
     EXPECT_THAT(page.cmbCDRColumn.items(), testing::Contains("Anser Time"));
-    bench.console.session.gESN.clear();
+    bench.console.session.state.gESN.clear();
     page.cmbCDRColumn.setText("Port");
     page.cmbCDRValue.setText("7");
     EXPECT_EQ(shown().size(), 4u) << "no gateway is known";
@@ -289,7 +289,7 @@ TEST_F(Calls, AreToldToBeIncompleteWhenTheirLoadingWasEnded) {
     page.cmdCDRCancel.press();
     EXPECT_THAT(bench.console.mainWindow.lblNotice.text(), HasSubstr("not complete"));
     EXPECT_FALSE(page.gCDRListLoaded);
-    page.open();
+    page.opened();
     bench.advance(100);
     EXPECT_EQ(shown().size(), 10u) << "what was searched for meanwhile is in force";
 }
@@ -394,7 +394,7 @@ TEST_F(Calls, SaveTheirSettings) {
         page.optCDRFormat.setIndex(2);
         page.chkCDRIncludeHeader.setChecked(false);
         press(8);
-        auto& saved = bench.console.setting;
+        auto& saved = bench.console.files.setting;
         EXPECT_EQ(saved.Read("CDRConfig", "Path"), c.savedPath);
         EXPECT_EQ(saved.Read("CDRConfig", "DownLimit"), c.savedLimit);
         EXPECT_EQ(saved.Read("CDRConfig", "Max"), c.savedMost);

@@ -198,7 +198,7 @@ TEST_F(Download, StopsSkipsAndStartsAnewWhenAsked) {
 
 TEST_F(Download, GoesByTheMinuteTimer) {
     logIn(20);
-    bench.console.setting.Write("CDRConfig", "DownLimit", "3");
+    bench.console.files.setting.Write("CDRConfig", "DownLimit", "3");
     download.rearm();
     EXPECT_EQ(download.lblCDRTimer.text(), "Next check will start in 3 min");
     bench.advance(60000);
@@ -208,7 +208,7 @@ TEST_F(Download, GoesByTheMinuteTimer) {
     bench.advance(30000);
     EXPECT_EQ(left(), 0u);
     EXPECT_EQ(download.lblCDRTimer.text(), "Next check will start in 3 min") << "armed again";
-    bench.console.setting.Write("CDRConfig", "DownLimit", "0");
+    bench.console.files.setting.Write("CDRConfig", "DownLimit", "0");
     download.rearm();
     EXPECT_EQ(download.lblCDRTimer.text(), "Auto downloading is disable");
 }

@@ -187,7 +187,7 @@ TEST_F(DiskFault, AnExportLeavesNoHalfFile) {
     // The buttons, and the lines of what they write.
     for (const auto& [button, lines] : {std::pair<std::size_t, int>(1, 2 * 4001), {2, 0}, {3, 18 * 4000 + 3}}) {
         SCOPED_TRACE(button);
-        bench.console.mainWindow.notice("");
+        bench.console.session.tell("");
         {
             const FullDisk full(littleRoom);
             page.cmdCDRExport.at(button).press();
@@ -212,9 +212,9 @@ TEST_F(DiskFault, ARolloverThatCantBeWrittenKeepsTheTable) {
     const auto goal = bench.folder.path() / "rolled";
     std::filesystem::create_directory(goal);
     std::ofstream(goal / "x");  // an empty folder is not used
-    bench.console.setting.Write("CDRConfig", "Path", goal.string());
+    bench.console.files.setting.Write("CDRConfig", "Path", goal.string());
     const auto expectKept = [&] {
-        bench.console.mainWindow.notice("");
+        bench.console.session.tell("");
         page.SaveCDRFile();
         EXPECT_THAT(notice(), HasSubstr("can't be written to " + goal.string()));
         EXPECT_EQ(filesIn(goal), std::set<std::string>{"x"});
@@ -222,7 +222,7 @@ TEST_F(DiskFault, ARolloverThatCantBeWrittenKeepsTheTable) {
     };
     for (const char* format : {"0", "1", "2"}) {
         SCOPED_TRACE(format);
-        bench.console.setting.Write("CDRConfig", "Format", format);
+        bench.console.files.setting.Write("CDRConfig", "Format", format);
         {
             const FullDisk full(littleRoom);
             expectKept();

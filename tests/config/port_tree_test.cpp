@@ -21,7 +21,7 @@ class Tree : public testing::Test {
 protected:
     // Ports 1 and 2 and 32 are GSM, port 3 is CDMA, the rest is in error.
     void detect() {
-        console.dispatcher.AnalyzeCmd("A_PPR11" + std::string(29, '0') + "1", true);
+        console.session.dispatcher.AnalyzeCmd("A_PPR11" + std::string(29, '0') + "1", true);
         console.tables.port(1, 3).Kind = "CDM";
         tree.build(PortTree::Both, false);
     }
@@ -240,7 +240,7 @@ TEST_F(Tree, LosesNothingToABadFile) {
     for (const auto& bytes : {std::string(), std::string("no groups at all"), std::string(37 * 40, '\xFF'),
                               std::string((1u << 20) + 1, ' ')}) {
         std::ofstream(bad, std::ios::binary) << bytes;
-        console.mainWindow.notice("");
+        console.session.tell("");
         tree.cmdImportGroups.press();
         EXPECT_EQ(text("GRP01"), "Group 1");
         EXPECT_THAT(console.mainWindow.lblNotice.text(), HasSubstr("bad.grp"));

@@ -25,7 +25,7 @@ protected:
             module(at).kind = kind;
         }
         module("12").settings.rxLevel = "2";
-        console.dispatcher.debugDisplay.connect([this](std::string_view line) { heard.emplace_back(line); });
+        console.session.dispatcher.debugDisplay.connect([this](std::string_view line) { heard.emplace_back(line); });
         console.mainWindow.openPage("groups");  // a page that reads nothing by itself
         bench.logIn(gateway);
         gateway.forgetLinesReceived();

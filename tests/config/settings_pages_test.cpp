@@ -60,7 +60,7 @@ TEST_F(Isdn, PadsTheTimerAndTakesANumberAway) {
     EXPECT_EQ(isdn.txtInCallMode.text(), "5");
     EXPECT_FALSE(isdn.form.edited());
     EXPECT_EQ(gateway.state().isdn.localNumber + console.tables.isdn.LocalNumber, "");
-    console.dispatcher.AnalyzeCmd("C_ISD,,,49,,,,,,,,,,,", true);  // of a command file, say
+    console.session.dispatcher.AnalyzeCmd("C_ISD,,,49,,,,,,,,,,,", true);  // of a command file, say
     EXPECT_EQ(console.tables.isdn.IsdnVersion + console.tables.isdn.CountryCode, "1149");
     isdn.TxtLocalNumber.setText("123");
     EXPECT_THAT(isdn.buildLine(true), HasSubstr(",123,"));
@@ -104,7 +104,7 @@ TEST_F(System, SetsTheClockWithTwoDigitsAndReadsItAgain) {
     EXPECT_THAT(arrived(), ElementsAre("C_CLK05,03,26,5,07,09"));
     EXPECT_EQ(system.lblDate.text(), "05/03/26");
     EXPECT_FALSE(system.form.edited());
-    EXPECT_EQ(console.setting.readOr("CDRConfig", "DateFormat", ""), "1");
+    EXPECT_EQ(console.files.setting.readOr("CDRConfig", "DateFormat", ""), "1");
     bench.advance(3000);
     EXPECT_THAT(arrived(), ElementsAre("R_CLK")) << "once, two ticks after the write";
     system.cmbDay.setIndex(0);
@@ -221,7 +221,7 @@ TEST_F(Selection, ReadsWhatItLacksAndNothingTwice) {
         tree.tvGroups[0].select(key);
         settle();
         EXPECT_THAT(arrived(), IsEmpty()) << "another page is open";
-        console.mainWindow.notice("");
+        console.session.tell("");
         (key[0] == 'S' ? sim.cmdWriteSIM : port.cmdWritePort).press();
         EXPECT_THAT(notice(), HasSubstr("read here yet"));
     }

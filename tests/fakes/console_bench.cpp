@@ -24,7 +24,7 @@ TemporaryFolder::~TemporaryFolder() {
 
 ConsoleBench::ConsoleBench(std::filesystem::path home) : console(platform, home.empty() ? folder.path() : home) {
     console.mainWindow.openPage("groups");  // a page that asks the gateway for nothing by itself
-    console.bringUp.showConnectionDialog = [this](frmConnectionSelect& shown) {
+    console.session.bringUp.showConnectionDialog = [this](frmConnectionSelect& shown) {
         if (dialog)
             dialog(shown);
         else

@@ -50,7 +50,7 @@ public:
     void advance(int milliseconds) { platform.loop.advance(std::chrono::milliseconds(milliseconds)); }
     // A line of the gateway's arrives.
     void receive(const std::string& line) { platform.socket->deliver(line + '\r'); }
-    const std::string& panelText() const { return console.panel.getPanelText(); }
+    const std::string& panelText() const { return console.session.panel.getPanelText(); }
     std::vector<std::string> sent() const { return platform.socket->sentLines(); }
 
     TemporaryFolder folder{CALL_TEMPLATE};

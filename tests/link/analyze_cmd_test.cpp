@@ -11,19 +11,19 @@ using testing::IsEmpty;
 
 class AnalyzeCmd : public testing::Test {
 protected:
-    void receive(const std::string& line) { bench.console.dispatcher.AnalyzeCmd(line, true); }
+    void receive(const std::string& line) { bench.console.session.dispatcher.AnalyzeCmd(line, true); }
     // A batch of the page's kind in flight on a link that is up.
     void write(std::vector<QueueItem> items, std::string word = "write") {
         bench.connect();
         WriteBatch batch;
         batch.items = std::move(items);
         batch.word = std::move(word);
-        console.writes.begin(std::move(batch));
+        console.session.writes.begin(std::move(batch));
     }
 
     ConsoleBench bench;
     Console& console = bench.console;
-    SessionState& session = bench.console.session;
+    SessionState& session = bench.console.session.state;
 };
 
 TEST_F(AnalyzeCmd, TakesTheSessionRecords) {
@@ -54,7 +54,7 @@ TEST_F(AnalyzeCmd, EndsABadRecordWithoutAWord) {
         receive(line);
     bench.console.mainWindow.tmrEnableCmd(2, true);
     bench.advance(3000);
-    bench.console.realTimeUpdate("BCH", splitString("-9223372036854775808,1,1", ','));
+    bench.console.session.realTimeUpdate("BCH", splitString("-9223372036854775808,1,1", ','));
     EXPECT_THAT(bench.platform.boxes.shown, IsEmpty());
     receive("A_ESN7");
     EXPECT_EQ(session.gESN, "7");
@@ -68,12 +68,12 @@ TEST_F(AnalyzeCmd, CutsTheBodyAt255Characters) {
 TEST_F(AnalyzeCmd, DoesNothingBeyondDisplayWhileAnalysingIsOff) {
     std::vector<std::string> relayed;
     std::vector<std::string> displayed;
-    console.dispatcher.relay.connect([&](std::string_view line) { relayed.emplace_back(line); });
-    console.dispatcher.debugDisplay.connect([&](std::string_view line) { displayed.emplace_back(line); });
-    console.dispatcher.analyzeEnabled = [] { return false; };
+    console.session.dispatcher.relay.connect([&](std::string_view line) { relayed.emplace_back(line); });
+    console.session.dispatcher.debugDisplay.connect([&](std::string_view line) { displayed.emplace_back(line); });
+    console.session.dispatcher.analyzeEnabled = [] { return false; };
     receive("A_ESN1");
     receive("A_CPW7");
-    console.dispatcher.AnalyzeCmd("C_CPWsecret", false);
+    console.session.dispatcher.AnalyzeCmd("C_CPWsecret", false);
     EXPECT_EQ(session.gESN, "");
     EXPECT_THAT(relayed, ElementsAre("A_ESN1", "A_CPW7"));
     EXPECT_THAT(displayed, ElementsAre("A_ESN1")) << "a line about a password is never displayed";
@@ -81,13 +81,13 @@ TEST_F(AnalyzeCmd, DoesNothingBeyondDisplayWhileAnalysingIsOff) {
 
 TEST_F(AnalyzeCmd, TellsTheRecordsOfAPortByIndexAndCode) {
     std::vector<std::string> events;
-    console.realTimeUpdate.on("ALR", [&](const Fields& fields) {
+    console.session.realTimeUpdate.on("ALR", [&](const Fields& fields) {
         std::string event;
         for (std::size_t i = 0; i < fields.size(); ++i) event += std::string(fields.at(i)) + "|";
         events.push_back(event);
     });
     int sims = 0;
-    console.sessionRecords.simAlarm.connect([&](const Fields&) { ++sims; });
+    console.session.records.simAlarm.connect([&](const Fields&) { ++sims; });
     receive("I_ALR843,25,40,,");
     receive("I_ALR000,010");
     receive("I_ALR000,90,,Loading flash,");
@@ -133,8 +133,8 @@ TEST_F(AnalyzeCmd, CreditsAnAnswerOnlyToTheCommandItAnswers) {
         item.terms.hashWord = word.hashWord;
         write({item});
         receive(word.line);
-        EXPECT_EQ(console.writes.walk().reply(), word.reply) << word.key << " " << word.line;
-        console.bringUp.dropSession();
+        EXPECT_EQ(console.session.writes.walk().reply(), word.reply) << word.key << " " << word.line;
+        console.session.bringUp.dropSession();
     }
 }
 
@@ -143,7 +143,7 @@ TEST_F(AnalyzeCmd, WakesNothingWhenAWordComesLate) {
     receive("ERROR");
     receive("A_CLK1,2,3,4,5,6");
     EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
-    EXPECT_EQ(console.writes.walk().reply(), Walk::Reply::None);
+    EXPECT_EQ(console.session.writes.walk().reply(), Walk::Reply::None);
 }
 
 TEST_F(AnalyzeCmd, MatchesByTheTextThatTheCommandExpects) {
@@ -151,18 +151,18 @@ TEST_F(AnalyzeCmd, MatchesByTheTextThatTheCommandExpects) {
     item.terms.contains = "A_MOD11";
     write({item}, "backup");
     std::string written;
-    console.writes.answerTaken().connect([&](const QueueItem&, std::string_view line) { written = line; });
+    console.session.writes.answerTaken().connect([&](const QueueItem&, std::string_view line) { written = line; });
     receive("A_MOD12,x");
-    EXPECT_EQ(console.writes.walk().reply(), Walk::Reply::None);
+    EXPECT_EQ(console.session.writes.walk().reply(), Walk::Reply::None);
     receive("A_MOD11,x");
-    EXPECT_EQ(console.writes.walk().reply(), Walk::Reply::Accepted);
+    EXPECT_EQ(console.session.writes.walk().reply(), Walk::Reply::Accepted);
     EXPECT_EQ(written, "A_MOD11,x");
 }
 
 TEST_F(AnalyzeCmd, HearsTheModemOnlyOnAModemLink) {
     std::vector<std::string> heard;
-    console.dispatcher.modemConnected.connect([&] { heard.emplace_back("up"); });
-    console.dispatcher.modemFailed.connect([&](std::string_view line) { heard.emplace_back(line); });
+    console.session.dispatcher.modemConnected.connect([&] { heard.emplace_back("up"); });
+    console.session.dispatcher.modemFailed.connect([&](std::string_view line) { heard.emplace_back(line); });
     receive("A_ESN DISCONNECTED");
     session.gConnType = "MDM";
     receive("CONNECT 9600");
@@ -173,20 +173,20 @@ TEST_F(AnalyzeCmd, HearsTheModemOnlyOnAModemLink) {
 // What the console wrote itself comes back as a record: it may hold any word that the wire knows.
 TEST_F(AnalyzeCmd, TakesALineFedBackAsARecordAndNothingElse) {
     std::vector<std::string> shown;
-    console.dispatcher.relay.connect([&](std::string_view line) { shown.emplace_back(line); });
-    console.dispatcher.debugDisplay.connect([&](std::string_view line) { shown.emplace_back(line); });
+    console.session.dispatcher.relay.connect([&](std::string_view line) { shown.emplace_back(line); });
+    console.session.dispatcher.debugDisplay.connect([&](std::string_view line) { shown.emplace_back(line); });
     write({command("C_EMLSRV1:PSW Master Updating OK# R_ISD ISD", "e-mail"), command("C_MOD11,1", "Port 1")});
-    console.reads.start({command("R_ISD", "ISDN")});
+    console.session.reads.start({command("R_ISD", "ISDN")});
     const auto before = bench.sent();
     bench.receive("OK");
     shown.clear();
     bench.advance(1);
-    EXPECT_EQ(console.reads.walk().reply(), Walk::Reply::None);
+    EXPECT_EQ(console.session.reads.walk().reply(), Walk::Reply::None);
     EXPECT_EQ(bench.sent().back(), "C_MOD11,1");
     EXPECT_EQ(bench.sent().size(), before.size() + 1);
     EXPECT_THAT(shown, IsEmpty());
     receive("A_ISD1,2");
-    EXPECT_EQ(console.reads.walk().reply(), Walk::Reply::Accepted);
+    EXPECT_EQ(console.session.reads.walk().reply(), Walk::Reply::Accepted);
 }
 
 TEST_F(AnalyzeCmd, KeepsABadIdentityInsideItsFolder) {
@@ -195,19 +195,19 @@ TEST_F(AnalyzeCmd, KeepsABadIdentityInsideItsFolder) {
 }
 
 TEST_F(AnalyzeCmd, FollowsTheAllocationAndTheRouting) {
-    console.realTimeUpdate("SEL", splitString("6,x", ','));
+    console.session.realTimeUpdate("SEL", splitString("6,x", ','));
     EXPECT_TRUE(console.routingPage.chkTSLByPrefix.checked());
     EXPECT_EQ(console.routingPage.optTSLMode.text(), "Random");
-    console.realTimeUpdate("SEL", splitString("3", ','));
+    console.session.realTimeUpdate("SEL", splitString("3", ','));
     EXPECT_EQ(console.routingPage.optTSLMode.text(), "Random");
-    console.realTimeUpdate("PRT", splitString("84,1,32,7", ','));
+    console.session.realTimeUpdate("PRT", splitString("84,1,32,7", ','));
     EXPECT_EQ(console.routingPage.lblTSLBch[31].text(), "RESERVED2");
     EXPECT_EQ(console.routingPage.txtTSLPRF[31].text(), "7");
-    console.realTimeUpdate("BCH", splitString("30,3,555", ','));
+    console.session.realTimeUpdate("BCH", splitString("30,3,555", ','));
     EXPECT_TRUE(console.routingPage.chkTSLChannel[29].checked());
-    for (const auto* bad : {"0,1,1", "33,1,1", "x", ""}) console.realTimeUpdate("BCH", splitString(bad, ','));
+    for (const auto* bad : {"0,1,1", "33,1,1", "x", ""}) console.session.realTimeUpdate("BCH", splitString(bad, ','));
     for (const auto* bad : {"15,1,1,9", "94,1,1,1", "00,1,1,1", "1,1,1,1"})
-        console.realTimeUpdate("PRT", splitString(bad, ','));
+        console.session.realTimeUpdate("PRT", splitString(bad, ','));
     EXPECT_EQ(console.routingPage.txtTSLNumber[29].text(), "555");
 }
 

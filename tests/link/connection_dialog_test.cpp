@@ -17,13 +17,13 @@ class ConnectionDialog : public testing::Test {
 protected:
     ConnectionDialog() { bench.platform.devices = {{"/dev/ttyS0", "UART"}, {"/dev/ttyUSB0", "Adapter"}}; }
     std::unique_ptr<frmConnectionSelect> open() {
-        return std::make_unique<frmConnectionSelect>(bench.platform.boxes, bench.console.setting, bench.console.data,
-                                                     ports);
+        return std::make_unique<frmConnectionSelect>(bench.platform.boxes, bench.console.files.setting,
+                                                     bench.console.files.data, ports);
     }
-    std::string saved(const char* key) { return bench.console.setting.Read("IPConfig", key); }
+    std::string saved(const char* key) { return bench.console.files.setting.Read("IPConfig", key); }
 
     fakes::ConsoleBench bench;
-    SerialPortMap ports{bench.platform, bench.console.setting};
+    SerialPortMap ports{bench.platform, bench.console.files.setting};
 };
 
 TEST_F(ConnectionDialog, StartsFromDefaults) {

@@ -18,7 +18,7 @@ constexpr const char* green = "imgLedGreen";
 
 class Board : public testing::Test {
 protected:
-    void receive(const std::string& line) { console.dispatcher.AnalyzeCmd(line, true); }
+    void receive(const std::string& line) { console.session.dispatcher.AnalyzeCmd(line, true); }
     // Port 3 of MCU 5, SIM 1.
     void report(const std::string& code, const std::string& first = "", const std::string& second = "") {
         receive("I_ALR531," + code + "," + first + "," + second + ",");
@@ -199,13 +199,13 @@ TEST_F(Board, MarksPortsAndChannelsOnOrOff) {
     EXPECT_EQ(board.cell(32).lblBCH.colour(), 255u);
     EXPECT_EQ(board.row(29).lblSTBBch.colour(), bchIdle);
     EXPECT_EQ(board.row(30).lblSTBBch.colour(), bchDisabled);
-    console.realTimeUpdate("PRT", splitString("53,1,31,0", ','));
+    console.session.realTimeUpdate("PRT", splitString("53,1,31,0", ','));
     EXPECT_EQ(cell().lblBCH.text(), "Port #19 (RESERVED1)");
     EXPECT_EQ(cell().lblBCH.colour(), 16711680u);
-    console.realTimeUpdate("PRT", splitString("53,0,32,0", ','));
+    console.session.realTimeUpdate("PRT", splitString("53,0,32,0", ','));
     EXPECT_EQ(cell().lblBCH.text(), "Port #19 (RESERVED2)");
     EXPECT_EQ(cell().lblBCH.colour(), 255u);
-    console.realTimeUpdate("PRT", splitString("53,1", ','));
+    console.session.realTimeUpdate("PRT", splitString("53,1", ','));
     EXPECT_TRUE(cell().chkSTPEnable.checked());
     EXPECT_EQ(cell().lblBCH.text(), "Port #19 (RESERVED2)") << "the record has not told a channel";
     EXPECT_EQ(cell().portBch, 32);
@@ -229,14 +229,14 @@ TEST_F(Board, RestoresACellFromASnapshot) {
     report("4", "00012:33");
     receive("A_STS53,23,40,1,26,,26,,26,,1,45,42501,8");
     EXPECT_EQ(cell().lblNetBCCH.text(), "BCCH: 61") << "the snapshot ends at its first missing field";
-    console.session.gStatusSeen = false;
+    console.session.state.gStatusSeen = false;
     for (const auto* bad : {"A_STS", "A_STS5", "A_STS5x,1", "A_STS53,23,40", "A_STS99,1,1,1,1,1,1,1,1,1,1,1,1,1,1"})
         receive(bad);
 }
 
 TEST_F(Board, KeepsTheRecordOfEachSim) {
     std::string ready;
-    console.realTimeUpdate.on(
+    console.session.realTimeUpdate.on(
         "SIM", [&](const Fields& fields) { ready = std::string(fields.at(2)) + std::string(fields.at(3)); });
     for (const auto& [code, text] : {std::pair{"21", "42501"},
                                      {"22", "REGISTERATION"},
@@ -263,7 +263,7 @@ TEST_F(Board, KeepsACdmaCellFromShowingASim) {
                                              "lblSimClick_19"));
     EXPECT_TRUE(board.cell(1).LblSIM_num.visible());
     bench.connect();
-    console.bringUp.ConnectChange("disconnect", true);
+    console.session.bringUp.ConnectChange("disconnect", true);
     EXPECT_TRUE(cell().LblSIM_num.visible()) << "the next gateway may have a SIM there";
 }
 
@@ -286,17 +286,17 @@ TEST_F(Board, RefreshAsksForEveryActivePort) {
     bench.logIn(gateway);
     gateway.forgetLinesReceived();
     std::vector<std::string> told;
-    auto& bar = console.refreshes.bar;
+    auto& bar = console.session.refreshes.bar;
     bar.changed().connect([&] {
         if (told.empty() || told.back() != bar.text()) told.push_back(bar.text());
     });
     board.cmdSTSRefresh.press();
     bench.advance(30000);
-    const auto& ports = console.session.gActivePorts;
+    const auto& ports = console.session.state.gActivePorts;
     const auto active = static_cast<std::size_t>(std::count(ports.begin(), ports.end(), '1'));
     ASSERT_GT(active, 0u);
     EXPECT_EQ(gateway.linesReceived().size(), active);
-    EXPECT_FALSE(console.refreshes.bar.visible());
+    EXPECT_FALSE(console.session.refreshes.bar.visible());
     EXPECT_EQ(bench.platform.boxes.shown.size(), 1u);
     EXPECT_EQ(told.front(), "Please wait...");
     EXPECT_EQ(told.back(), "Refreshing data  complete seccessful!");
@@ -328,15 +328,15 @@ TEST_F(Board, KeepsItsColours) {
     BoardColours kept;
     frmColors window(board.colours(), [&](const BoardColours& colours) { board.takeColours(colours); });
     window.lblColor[BoardColours::PORT_CONNECTED].setColour(0x123456);
-    EXPECT_EQ(console.setting.Read("Colors", "PORT_CONNECTED"), "") << "nothing before Save";
+    EXPECT_EQ(console.files.setting.Read("Colors", "PORT_CONNECTED"), "") << "nothing before Save";
     window.cmdSave.press();
-    EXPECT_EQ(console.setting.Read("Colors", "PORT_CONNECTED"), std::to_string(0x123456));
+    EXPECT_EQ(console.files.setting.Read("Colors", "PORT_CONNECTED"), std::to_string(0x123456));
     EXPECT_EQ(cell().shpSim.colour(), 0x123456u);
-    kept.load(console.setting);
+    kept.load(console.files.setting);
     EXPECT_EQ(kept[BoardColours::PORT_CONNECTED], 0x123456u);
     for (const auto* bad : {"x", "-1", "16777216", "99999999999999999999999"}) {
-        console.setting.Write("Colors", "PORT_CALL", bad);
-        kept.load(console.setting);
+        console.files.setting.Write("Colors", "PORT_CALL", bad);
+        kept.load(console.files.setting);
         EXPECT_EQ(kept[BoardColours::PORT_CALL], 8840850u) << bad;
     }
     // Two states in one colour are two states still, and part again.
@@ -364,7 +364,7 @@ TEST_F(Board, RemembersTheLastFiveNumbersOfAPort) {
     EXPECT_EQ(bench.platform.loop.runningTimers(), 1) << "written once, a little later";
     bench.advance(LastCalls::writeDelayMs);
     EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
-    EXPECT_THAT(console.history.Read("PORT471119", "CALL4"), HasSubstr("299 ("));
+    EXPECT_THAT(console.files.history.Read("PORT471119", "CALL4"), HasSubstr("299 ("));
     calls.clear(19);
     EXPECT_EQ(calls.INIT_lastCalls(19)[0], LastCalls::emptyLine);
     report("2", "7");

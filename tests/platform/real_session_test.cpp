@@ -66,14 +66,14 @@ public:
 class RealSession : public testing::Test {
 protected:
     RealSession() {
-        console.bringUp.showConnectionDialog = [this](frmConnectionSelect& shown) {
+        console.session.bringUp.showConnectionDialog = [this](frmConnectionSelect& shown) {
             dialog(shown);
             if (!shown.accept()) shown.cancel();
         };
     }
-    void press() { console.connectButton.press(); }
+    void press() { console.session.connectButton.press(); }
     bool reaches(SessionPhase phase) {
-        return waitFor([&] { return console.bringUp.phase() == phase; });
+        return waitFor([&] { return console.session.bringUp.phase() == phase; });
     }
     void chooseNet(const QString& port, bool server = false) {
         dialog = [port, server](frmConnectionSelect& shown) {
@@ -100,7 +100,7 @@ TEST_F(RealSession, LogsInOverTcpReadsAPageAndSeesTheGatewayLeave) {
     chooseNet(gateway.port());
     press();
     ASSERT_TRUE(reaches(SessionPhase::Connected));
-    EXPECT_EQ(console.session.gESN, "4711");
+    EXPECT_EQ(console.session.state.gESN, "4711");
     console.mainWindow.openPage("system");
     EXPECT_TRUE(waitFor([&] { return !console.pages.system.TxtSystemVer.text().empty(); }));
     gateway.stop();
@@ -112,16 +112,16 @@ TEST_F(RealSession, IsCalledByAGatewayAgainAndAgain) {
     const auto port = freePort();
     chooseNet(port, true);
     press();
-    ASSERT_EQ(console.bringUp.phase(), SessionPhase::Listening);
+    ASSERT_EQ(console.session.bringUp.phase(), SessionPhase::Listening);
     for (int call = 0; call < 2; ++call) {
         GatewayProgram gateway({"--dial", "127.0.0.1:" + port, "--master", "--life", "off"});
         ASSERT_TRUE(reaches(SessionPhase::Connected)) << call;
-        EXPECT_NE(console.session.gMasterSessionId, "");
+        EXPECT_NE(console.session.state.gMasterSessionId, "");
         gateway.stop();
         ASSERT_TRUE(reaches(SessionPhase::Listening)) << call;
     }
     press();
-    EXPECT_EQ(console.bringUp.phase(), SessionPhase::Idle);
+    EXPECT_EQ(console.session.bringUp.phase(), SessionPhase::Idle);
     EXPECT_THAT(platform.boxes.shown, IsEmpty());
 }
 
@@ -130,7 +130,7 @@ TEST_F(RealSession, TellsAPortThatIsTaken) {
     other.listen(QHostAddress::Any);
     chooseNet(QString::number(other.serverPort()), true);
     press();
-    EXPECT_EQ(console.bringUp.phase(), SessionPhase::Idle);
+    EXPECT_EQ(console.session.bringUp.phase(), SessionPhase::Idle);
     EXPECT_THAT(console.mainWindow.lblNotice.text(), HasSubstr("Can't listen on port"));
 }
 
@@ -149,7 +149,7 @@ TEST_F(RealSession, LogsInOverASerialLineAndSeesItGo) {
     dialog = [](frmConnectionSelect& shown) { shown.cmbConSelect.setText("COM"); };
     press();
     ASSERT_TRUE(reaches(SessionPhase::Connected)) << console.mainWindow.lblNotice.text();
-    EXPECT_TRUE(console.session.gGotActivePorts);
+    EXPECT_TRUE(console.session.state.gGotActivePorts);
     gateway.stop();
     EXPECT_TRUE(reaches(SessionPhase::Idle));
 }

@@ -21,7 +21,7 @@ protected:
     }
     bool start(std::vector<std::string> lines, WriteBatch batch = {}) {
         for (const auto& line : lines) batch.items.push_back(command(line, "[" + line + "]"));
-        return console.writes.start(std::move(batch));
+        return console.session.writes.start(std::move(batch));
     }
     std::vector<std::string> boxTexts() { return bench.platform.boxes.texts(); }
 
@@ -63,7 +63,7 @@ TEST_F(WriteQueueTest, WaitsOutItsTimeThenAsks) {
     EXPECT_THAT(bench.sent(), ElementsAre("C_A", "C_B", "C_B"));
     EXPECT_EQ(boxTexts().back(), "Error: can't write data to : \r\n[C_A]\r\n[C_B]");
     EXPECT_EQ(bench.panelText(), "failed write to gateway");
-    EXPECT_FALSE(console.writes.running());
+    EXPECT_FALSE(console.session.writes.running());
 }
 
 TEST_F(WriteQueueTest, ReportsWhatWasIgnoredAtTheEnd) {
@@ -89,7 +89,7 @@ TEST_F(WriteQueueTest, RestsWhileItsBoxIsOpenAndCreditsNothingThatComesMeanwhile
     };
     bench.advance(1000);
     EXPECT_THAT(bench.sent(), ElementsAre("C_A", "C_A"));
-    EXPECT_EQ(console.writes.walk().reply(), Walk::Reply::None);
+    EXPECT_EQ(console.session.writes.walk().reply(), Walk::Reply::None);
     bench.receive("OK");
     bench.advance(1);
     EXPECT_THAT(bench.sent(), ElementsAre("C_A", "C_A", "C_B"));
@@ -116,11 +116,12 @@ TEST_F(WriteQueueTest, FeedsBackWhatWasAcceptedAndNothingElse) {
     start({"C_CLK01,02,26,1,10,30", "C_CLK01,02,26,1,11,30"});
     bench.receive("OK");
     bench.advance(1);
-    EXPECT_EQ(console.session.gClockField[4], "10");
-    EXPECT_EQ(console.writes.walk().reply(), Walk::Reply::None) << "the line fed back must not answer the next command";
+    EXPECT_EQ(console.session.state.gClockField[4], "10");
+    EXPECT_EQ(console.session.writes.walk().reply(), Walk::Reply::None)
+        << "the line fed back must not answer the next command";
     answers = {Button::Cancel};
     bench.advance(1000);
-    EXPECT_EQ(console.session.gClockField[4], "10") << "a refused value is not stored";
+    EXPECT_EQ(console.session.state.gClockField[4], "10") << "a refused value is not stored";
 }
 
 TEST_F(WriteQueueTest, IsSilentAboutASilentBatchAndEndsIt) {
@@ -133,8 +134,8 @@ TEST_F(WriteQueueTest, IsSilentAboutASilentBatchAndEndsIt) {
     bench.advance(1);
     bench.advance(3000);
     EXPECT_THAT(bench.sent(), ElementsAre("C_A", "C_B", "C_C", "C_C"));
-    EXPECT_FALSE(console.writes.running());
-    EXPECT_FALSE(console.writes.gSilentWrite);
+    EXPECT_FALSE(console.session.writes.running());
+    EXPECT_FALSE(console.session.writes.gSilentWrite);
     batch = {};
     batch.silent = true;
     start({"C_D"}, batch);
@@ -157,7 +158,7 @@ TEST_F(WriteQueueTest, SaysRestoringWhileABackupIsReplayed) {
     bench.receive("OK");
     bench.advance(1);
     EXPECT_EQ(boxTexts().back(), "Restore data complete successful.. ");
-    EXPECT_FALSE(console.writes.gRestoreMode);
+    EXPECT_FALSE(console.session.writes.gRestoreMode);
 }
 
 TEST_F(WriteQueueTest, PushesLinesInTheWaitStateThenLogsIn) {
@@ -165,7 +166,7 @@ TEST_F(WriteQueueTest, PushesLinesInTheWaitStateThenLogsIn) {
     batch.word = "wait";
     batch.timeToWriteMs = 2000;
     batch.items = {command("", "empty"), command("AT1", "one"), command("", "empty"), command("CONNECT", "last")};
-    console.writes.start(batch);
+    console.session.writes.start(batch);
     bench.advance(2000);
     EXPECT_THAT(bench.sent(), ElementsAre("AT1"));
     bench.advance(4000);
@@ -178,7 +179,7 @@ TEST_F(WriteQueueTest, GivesAnItemTheTimeOfItsTerms) {
     WriteBatch batch;
     batch.items = {command("ATE0", "reset"), command("ATD123", "dial")};
     batch.items[1].terms.timeMs = 65000;
-    console.writes.start(batch);
+    console.session.writes.start(batch);
     bench.receive("OK");
     bench.advance(1);
     bench.advance(64999);
@@ -191,18 +192,18 @@ TEST_F(WriteQueueTest, GivesAnItemTheTimeOfItsTerms) {
 }
 
 TEST_F(WriteQueueTest, LetsTheBoardsBarGoOnHoweverABatchEnds) {
-    auto& bar = console.refreshes.bar;
+    auto& bar = console.session.refreshes.bar;
     for (const bool silent : {true, false}) {
-        console.refreshes.start({command("R_STS11", "Port 1"), command("R_STS12", "Port 2")}, 60000);
+        console.session.refreshes.start({command("R_STS11", "Port 1"), command("R_STS12", "Port 2")}, 60000);
         WriteBatch batch;
         batch.silent = silent;
         start({"C_A"}, batch);
         const int before = bar.percent();
         bench.advance(5000);
-        EXPECT_FALSE(console.writes.running());
+        EXPECT_FALSE(console.session.writes.running());
         bench.advance(5000);
         EXPECT_GT(bar.percent(), before);
-        console.refreshes.cancel();
+        console.session.refreshes.cancel();
     }
 }
 
@@ -216,41 +217,41 @@ TEST_F(WriteQueueTest, RefusesASecondBatchWhileOneRuns) {
     EXPECT_TRUE(start({"C_B"}));
     WriteBatch empty;
     empty.groupWrite = true;
-    EXPECT_FALSE(console.writes.start(empty));
+    EXPECT_FALSE(console.session.writes.start(empty));
     EXPECT_THAT(boxTexts(), ElementsAre("There is no ports in this group!!"));
 }
 
 // Of four targets the one next to the last is left out.
 TEST_F(WriteQueueTest, PumpsFirmwareFromTheEndOfItsList) {
     const std::string completed = "I_ALR000,90,,'RESTART' Command is completed";
-    ASSERT_TRUE(console.firmware.updateAll({"C_SLU11", "C_SLU12", "C_SLU21", "C_SLU22"}));
+    ASSERT_TRUE(console.session.firmware.updateAll({"C_SLU11", "C_SLU12", "C_SLU21", "C_SLU22"}));
     for (int i = 0; i < 3; ++i) bench.receive(completed);
     EXPECT_THAT(bench.sent(), ElementsAre("C_SLU22", "C_SLU12", "C_SLU11"));
-    EXPECT_FALSE(console.firmware.running());
+    EXPECT_FALSE(console.session.firmware.running());
     bench.advance(1000);
-    ASSERT_TRUE(console.firmware.updateAll({"C_SLU11", "C_SLU12"}));
+    ASSERT_TRUE(console.session.firmware.updateAll({"C_SLU11", "C_SLU12"}));
     answers = {Button::Abort};
     bench.advance(10000);
     bench.platform.socket->sent.clear();
     bench.receive(completed);
     EXPECT_THAT(bench.sent(), IsEmpty()) << "a late word must not go on with what the operator stopped";
     // The only target: it may be tried again, and no second answer is taken for the first.
-    ASSERT_TRUE(console.firmware.updateAll({"C_MSU"}));
+    ASSERT_TRUE(console.session.firmware.updateAll({"C_MSU"}));
     answers = {Button::Retry, Button::Ignore};
     bench.advance(20000);
     EXPECT_THAT(bench.sent(), ElementsAre("C_MSU", "C_MSU"));
     EXPECT_EQ(bench.platform.boxes.shown.back().buttons, ButtonSet::AbortRetryIgnore);
-    EXPECT_FALSE(console.writes.running());
+    EXPECT_FALSE(console.session.writes.running());
 }
 
 TEST_F(WriteQueueTest, LeavesTheLineToALogInAndCancelsWithoutAWord) {
     start({"C_A", "C_B"});
-    console.writes.cancel();
-    EXPECT_FALSE(console.writes.running());
+    console.session.writes.cancel();
+    EXPECT_FALSE(console.session.writes.running());
     EXPECT_EQ(bench.panelText(), "Connected        ");
-    console.bringUp.RecievingChange();
+    console.session.bringUp.RecievingChange();
     EXPECT_FALSE(start({"C_C"}));
-    EXPECT_FALSE(console.reads.start({command("R_ISD", "ISDN")}));
+    EXPECT_FALSE(console.session.reads.start({command("R_ISD", "ISDN")}));
     EXPECT_THAT(bench.sent(), ElementsAre("C_A", "C_CPWkestr"));
     EXPECT_THAT(console.mainWindow.lblNotice.text(), HasSubstr("still logging in"));
     EXPECT_THAT(boxTexts(), IsEmpty());
@@ -264,7 +265,7 @@ TEST_F(WriteQueueTest, HoldsTheCallDownloadAndLetsGoOnlyItsOwnHold) {
     start({"C_A"});
     bench.receive("OK");
     bench.advance(5);
-    EXPECT_FALSE(console.writes.running());
+    EXPECT_FALSE(console.session.writes.running());
     bench.advance(5000);
     EXPECT_EQ(bar.percent(), 0);
     console.cdrDownload.pause(false);

@@ -90,7 +90,7 @@ TEST_F(BoardStorm, EveryCellEndsAtItsLastLineAndIsPaintedOnceAFrameAtMost) {
     settle();
 
     constexpr int frames = lengthMs / BoardFrame::intervalMs + 3;
-    BoardScreen fresh(console);
+    BoardScreen fresh(console.board, console.routingPage.lblAllocation, {bench.platform, console.files.setting});
     fresh.resize(window.size());
     fresh.show();
     for (int index = 1; index <= frmSimStatus::portCount; ++index) {

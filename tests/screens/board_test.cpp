@@ -98,7 +98,9 @@ TEST_F(BoardWindow, KeepsItsSizeFromOneRunToTheNext) {
     open();
     window.resize(1400, 800);
     window.close();
-    EXPECT_EQ(BoardScreen(console).size(), QSize(1400, 800));
+    EXPECT_EQ(
+        BoardScreen(console.board, console.routingPage.lblAllocation, {bench.platform, console.files.setting}).size(),
+        QSize(1400, 800));
 }
 
 // The picture of a cell is in the state's colour, and what is written on it can be read.
@@ -305,7 +307,7 @@ TEST_F(BoardWindow, TheBarIsThereWhileTheBoardReads) {
     auto* bar = part<QProgressBar>("ucCoolProgressBar");
     EXPECT_FALSE(bar->isVisible());
     bench.connect();
-    ASSERT_TRUE(console.refreshes.start({command("R_STS11", "port 1"), command("R_STS12", "port 2")}));
+    ASSERT_TRUE(console.session.refreshes.start({command("R_STS11", "port 1"), command("R_STS12", "port 2")}));
     bench.advance(320);
     EXPECT_TRUE(bar->isVisible());
     EXPECT_GT(bar->value(), 0);
@@ -333,7 +335,7 @@ TEST_F(BoardWindow, ColoursAreChosenAndSaved) {
     EXPECT_EQ(console.board.colours()[BoardColours::PORT_PROBLEM], 0x563412u);
     settle();
     EXPECT_EQ(bandOf(cell(7)), QColor(0x12, 0x34, 0x56)) << "what is shown takes the new colour too";
-    EXPECT_EQ(console.setting.Read("Colors", "PORT_PROBLEM"), std::to_string(0x563412));
+    EXPECT_EQ(console.files.setting.Read("Colors", "PORT_PROBLEM"), std::to_string(0x563412));
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     part<QPushButton>("cmdColors")->click();
     part<QPushButton>("cmdDefault")->click();

@@ -38,9 +38,9 @@ private:
 // The status board's window, without a screen and on the manual clock.
 class BoardWindow : public testing::Test {
 protected:
-    BoardWindow() { console.bringUp.showConnectionDialog = scripted; }
+    BoardWindow() { console.session.bringUp.showConnectionDialog = scripted; }
 
-    void receive(const std::string& line) { console.dispatcher.AnalyzeCmd(line, true); }
+    void receive(const std::string& line) { console.session.dispatcher.AnalyzeCmd(line, true); }
     // What the gateway says of SIM 1 of a port, by board index.
     static std::string reportLine(int index, const std::string& code, const std::string& first = "",
                                   const std::string& second = "") {
@@ -62,7 +62,7 @@ protected:
         return widget->property(name).toString().toStdString();
     }
     void open() {
-        console.board.show();
+        console.board.opened();
         settle();
     }
     // Lets the frames run out and what they asked for be painted.
@@ -83,7 +83,7 @@ protected:
     fakes::ConsoleBench bench;
     Console& console = bench.console;
     // The dialog of the bench answers by itself; the window's own would wait for an operator.
-    std::function<void(frmConnectionSelect&)> scripted = console.bringUp.showConnectionDialog;
+    std::function<void(frmConnectionSelect&)> scripted = console.session.bringUp.showConnectionDialog;
     Screens screens{console};
     BoardScreen& window = screens.board();
 };

@@ -30,7 +30,7 @@ protected:
         window().show();
         window().activateWindow();
         QApplication::processEvents();  // keys go to the active window
-        bench.console.session.gESN = "4711";
+        bench.console.session.state.gESN = "4711";
         bench.console.callStore.setGateway("4711");
         bench.console.mainWindow.openPage("call");
     }

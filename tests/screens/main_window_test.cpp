@@ -39,7 +39,7 @@ protected:
     fakes::ConsoleBench bench;
     Console& console = bench.console;
     simulator::Gateway gateway{fakes::seeded(3)};
-    std::function<void(frmConnectionSelect&)> scripted = console.bringUp.showConnectionDialog;
+    std::function<void(frmConnectionSelect&)> scripted = console.session.bringUp.showConnectionDialog;
     Screens screens{console};
 };
 
@@ -67,27 +67,27 @@ TEST_F(Windows, ConnectThroughTheDialogAndBack) {
     EXPECT_EQ(bench.platform.socket->target, "10.0.0.7:4001");
     bench.platform.socket->peerAccepts();
     bench.advance(3000);
-    EXPECT_EQ(console.bringUp.phase(), SessionPhase::Connected);
+    EXPECT_EQ(console.session.bringUp.phase(), SessionPhase::Connected);
     EXPECT_EQ(tool("connect")->text(), "Disconnect");
     EXPECT_THAT(screens.mainWindow().windowTitle().toStdString(), HasSubstr("{10.0.0.7:4001}"));
     EXPECT_EQ(find<QLabel>(&screens.mainWindow(), "lblESN")->text(), "4711");
     tool("connect")->trigger();
-    EXPECT_EQ(console.bringUp.phase(), SessionPhase::Idle);
+    EXPECT_EQ(console.session.bringUp.phase(), SessionPhase::Idle);
 }
 
 TEST_F(Windows, CloseTheDialogMeansCancel) {
     QTimer::singleShot(0, [] { QApplication::activeModalWidget()->close(); });
     tool("connect")->trigger();
-    EXPECT_EQ(console.bringUp.phase(), SessionPhase::Idle);
+    EXPECT_EQ(console.session.bringUp.phase(), SessionPhase::Idle);
     EXPECT_EQ(bench.platform.socket->state(), TcpSocket::State::Closed);
 }
 
 TEST_F(Windows, EveryPageOpensByItsToolAndItsShortcut) {
-    console.bringUp.showConnectionDialog = scripted;
+    console.session.bringUp.showConnectionDialog = scripted;
     bench.logIn(gateway);
-    for (const auto& page : toolPages) {
-        const std::string key = page.key;
-        auto* action = tool(page.key);
+    for (auto* one : console.mainWindow.tools()) {
+        const auto key = one->name().substr(5);
+        auto* action = tool(key.c_str());
         EXPECT_FALSE(action->shortcut().isEmpty()) << key;
         EXPECT_THAT(action->toolTip().toStdString(),
                     HasSubstr(action->shortcut().toString(QKeySequence::NativeText).toStdString()));
@@ -114,12 +114,12 @@ TEST_F(Windows, ExitOnlyWhenTheOperatorAgrees) {
     EXPECT_TRUE(closed);
     EXPECT_EQ(bench.platform.boxes.shown.size(), 2u);
     EXPECT_EQ(bench.platform.boxes.shown[0].text, "Do you really want to exit the software?");
-    MainWindowScreen again(console);
-    EXPECT_EQ(again.size(), QSize(1111, 777));
+    Screens again(console);
+    EXPECT_EQ(again.mainWindow().size(), QSize(1111, 777));
 }
 
 TEST_F(Windows, TheNoticeIsPlainTextAndCanBeDismissed) {
-    console.mainWindow.notice("<b>bold</b>");
+    console.session.tell("<b>bold</b>");
     auto* notice = find<QLabel>(&screens.mainWindow(), "lblNotice");
     EXPECT_EQ(notice->textFormat(), Qt::PlainText);
     EXPECT_TRUE(notice->isVisible());

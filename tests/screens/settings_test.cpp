@@ -23,9 +23,9 @@ namespace {
 class SettingsPagesOnScreen : public testing::Test {
 protected:
     SettingsPagesOnScreen() {
-        auto scripted = bench.console.bringUp.showConnectionDialog;
+        auto scripted = bench.console.session.bringUp.showConnectionDialog;
         screens = std::make_unique<Screens>(bench.console);
-        bench.console.bringUp.showConnectionDialog = scripted;
+        bench.console.session.bringUp.showConnectionDialog = scripted;
         window().resize(1280, 720);
         window().show();
         bench.console.mainWindow.openPage("main");

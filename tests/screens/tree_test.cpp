@@ -21,9 +21,9 @@ namespace {
 class TreePages : public testing::Test {
 protected:
     TreePages() {
-        console.bringUp.showConnectionDialog = scripted;
+        console.session.bringUp.showConnectionDialog = scripted;
         screens.startWithoutSplash();
-        console.dispatcher.AnalyzeCmd("A_PPR1111" + std::string(28, '0'), true);
+        console.session.dispatcher.AnalyzeCmd("A_PPR1111" + std::string(28, '0'), true);
         window().findChild<QAction*>("tool_groups")->trigger();
     }
     QWidget& window() { return screens.mainWindow(); }
@@ -58,12 +58,12 @@ protected:
     fakes::ConsoleBench bench;
     Console& console = bench.console;
     // The dialog of the bench answers by itself; the window's own would wait for an operator.
-    std::function<void(frmConnectionSelect&)> scripted = console.bringUp.showConnectionDialog;
+    std::function<void(frmConnectionSelect&)> scripted = console.session.bringUp.showConnectionDialog;
     Screens screens{console};
 };
 
 TEST_F(TreePages, ShowWhatTheListHolds) {
-    EXPECT_EQ(view("tvGroups_0")->topLevelItemCount(), 32);
+    EXPECT_EQ(view("tvGroups_1")->topLevelItemCount(), 32);
     ASSERT_NE(item("Port 1"), nullptr);
     EXPECT_EQ(item("Port 1")->text(1), "GSM");
     EXPECT_EQ(item("Port 5")->text(1), "no module");
@@ -128,7 +128,7 @@ TEST_F(TreePages, DropWhatWasTakenThoughTheTreeIsBuiltAnew) {
     press("cmdRefreshTree");
     const auto group = [this] { return view("tvGroups_1")->visualItemRect(item("Group 1")).center(); };
     const auto modules = [this](const char* digits) {
-        return [this, digits] { console.dispatcher.AnalyzeCmd(digits + std::string(28, '0'), true); };
+        return [this, digits] { console.session.dispatcher.AnalyzeCmd(digits + std::string(28, '0'), true); };
     };
     view("tvGroups_1")->setCurrentItem(item("Port 1"));
     EXPECT_TRUE(drop(item("Port 2"), group(), modules("A_PPR1100")));

@@ -22,11 +22,11 @@ TEST(LogIn, AsksOneAtATimeAndEndsConnected) {
     ConsoleBench bench;
     bench.logIn(gateway);
     EXPECT_EQ(gateway.linesReceived(), logInLines);
-    EXPECT_EQ(bench.console.bringUp.phase(), SessionPhase::Connected);
+    EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Connected);
     EXPECT_EQ(bench.panelText(), "Connected        ");
     EXPECT_EQ(bench.console.mainWindow.lblESN.text(), "4711");
-    EXPECT_EQ(bench.console.session.gCDRFile, bench.folder.path().string() + "/data/CDR4711.mdb");
-    EXPECT_EQ(bench.console.connectButton.caption(), "Disconnect");
+    EXPECT_EQ(bench.console.session.state.gCDRFile, bench.folder.path().string() + "/data/CDR4711.mdb");
+    EXPECT_EQ(bench.console.session.connectButton.caption(), "Disconnect");
     EXPECT_EQ(bench.console.mainWindow.caption.text(), std::string(windowTitle) + " {192.168.1.100:4001}");
     EXPECT_THAT(bench.platform.boxes.shown, IsEmpty());
     bench.advance(10000);
@@ -34,7 +34,7 @@ TEST(LogIn, AsksOneAtATimeAndEndsConnected) {
     bench.console.mainWindow.openPage("connect");
     EXPECT_EQ(bench.panelText(), "Disconnected");
     EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
-    EXPECT_EQ(bench.console.connectButton.caption(), "Connect");
+    EXPECT_EQ(bench.console.session.connectButton.caption(), "Connect");
 }
 
 TEST(LogIn, SurvivesEveryWayTheWireCanCutAndDoubleLines) {
@@ -46,9 +46,9 @@ TEST(LogIn, SurvivesEveryWayTheWireCanCutAndDoubleLines) {
         ConsoleBench bench;
         bench.logIn(gateway);
         bench.advance(5000);
-        EXPECT_EQ(bench.console.bringUp.phase(), SessionPhase::Connected) << wish;
+        EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Connected) << wish;
         EXPECT_EQ(gateway.linesReceived(), logInLines) << wish;
-        EXPECT_TRUE(bench.console.session.gGotActivePorts) << wish;
+        EXPECT_TRUE(bench.console.session.state.gGotActivePorts) << wish;
         EXPECT_THAT(bench.platform.boxes.shown, IsEmpty()) << wish;
     }
 }
@@ -63,8 +63,8 @@ TEST(LogIn, LetsTheOperatorDecideOnAnItemThatIsNotAnswered) {
     bench.advance(5000);
     EXPECT_THAT(gateway.linesReceived(), ElementsAre("C_CPWkestr", "R_ESN", "R_ESN", "R_CLK", "R_PPR"));
     EXPECT_EQ(bench.platform.boxes.shown[0].title, "Request ESN ID");
-    EXPECT_EQ(bench.console.bringUp.phase(), SessionPhase::Connected);
-    EXPECT_EQ(bench.console.session.gESN, "");
+    EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Connected);
+    EXPECT_EQ(bench.console.session.state.gESN, "");
 }
 
 TEST(LogIn, CreditsALateAnswerToNobodyElse) {
@@ -78,7 +78,7 @@ TEST(LogIn, CreditsALateAnswerToNobodyElse) {
     bench.advance(5000);
     EXPECT_THAT(gateway.linesReceived(), ElementsAre("C_CPWkestr", "R_ESN", "R_CLK", "R_PPR"));
     EXPECT_EQ(bench.platform.boxes.shown.size(), 2u) << "the ignored item, and the report of it";
-    EXPECT_EQ(bench.console.session.gESN, "4711") << "a late record is stored all the same";
+    EXPECT_EQ(bench.console.session.state.gESN, "4711") << "a late record is stored all the same";
 }
 
 TEST(LogIn, GoesOnWithAWrongPasswordAndSaysSo) {
@@ -87,7 +87,7 @@ TEST(LogIn, GoesOnWithAWrongPasswordAndSaysSo) {
     bench.dialog = [](frmConnectionSelect& dialog) { dialog.txtPass.setText("wrong"); };
     bench.logIn(gateway);
     EXPECT_EQ(gateway.linesReceived().size(), 4u);
-    EXPECT_EQ(bench.console.bringUp.phase(), SessionPhase::Connected);
+    EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Connected);
     EXPECT_THAT(bench.console.mainWindow.lblNotice.text(), HasSubstr("password"));
 }
 
@@ -103,7 +103,7 @@ TEST(LogIn, EndsCleanlyWhereverTheLinkFalls) {
         bench.advance(moment);
         gateway.linkDown();
         bench.platform.socket->peerCloses();
-        EXPECT_EQ(bench.console.bringUp.phase(), SessionPhase::Idle) << moment;
+        EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Idle) << moment;
         EXPECT_EQ(bench.platform.loop.runningTimers(), 0) << moment;
         bench.advance(200000);
         EXPECT_THAT(bench.platform.boxes.shown, IsEmpty()) << moment;
@@ -128,7 +128,7 @@ TEST(Connecting, AsksAfterAHundredSecondsAndRetriesWithoutTheDialog) {
     EXPECT_EQ(bench.platform.socket->state(), TcpSocket::State::Connecting);
     bench.advance(100000);
     EXPECT_EQ(bench.panelText(), "Connection failed");
-    EXPECT_EQ(bench.console.bringUp.phase(), SessionPhase::Idle);
+    EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Idle);
     EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
     EXPECT_EQ(dialogs, 1);
 }
@@ -152,9 +152,9 @@ TEST(Connecting, CancelOpensNothing) {
     ConsoleBench bench;
     bench.dialog = [](frmConnectionSelect& dialog) { dialog.cancel(); };
     bench.console.mainWindow.openPage("connect");
-    EXPECT_FALSE(bench.console.session.sessionFlag);
+    EXPECT_FALSE(bench.console.session.state.sessionFlag);
     EXPECT_EQ(bench.platform.socket->state(), TcpSocket::State::Closed);
-    EXPECT_EQ(bench.console.bringUp.phase(), SessionPhase::Idle);
+    EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Idle);
 }
 
 TEST(Serial, BindsOpensAndLosesTheLine) {
@@ -177,9 +177,9 @@ TEST(Serial, BindsOpensAndLosesTheLine) {
     EXPECT_EQ(serial.sent, "C_CPWkestr\rR_ESN\r");
     serial.onDsrChange();
     EXPECT_FALSE(serial.portOpen());
-    EXPECT_EQ(bench.console.bringUp.phase(), SessionPhase::Idle);
+    EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Idle);
     serial.onDsrChange();
-    EXPECT_EQ(bench.console.bringUp.phase(), SessionPhase::Idle);
+    EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Idle);
     EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
 }
 
@@ -201,11 +201,11 @@ TEST(LogIn, IsNotAnnouncedWhenItIsCutOff) {
     ConsoleBench bench;
     bench.dialog = [](frmConnectionSelect& dialog) { dialog.chkReceivingMode.setChecked(true); };
     int announced = 0;
-    bench.console.bringUp.loggedIn.connect([&] { ++announced; });
+    bench.console.session.events.loggedIn.connect([&](LogInOutcome) { ++announced; });
     bench.attach(gateway);
     bench.connect();
     bench.advance(1500);
-    ASSERT_EQ(bench.console.bringUp.phase(), SessionPhase::LogIn);
+    ASSERT_EQ(bench.console.session.bringUp.phase(), SessionPhase::LogIn);
     bench.console.mainWindow.openPage("connect");
     EXPECT_EQ(announced, 0);
     EXPECT_EQ(bench.console.mainWindow.page(), "groups");
@@ -220,7 +220,7 @@ TEST(LogIn, IsNotDisturbedByABoxOfTheSessionBefore) {
     WriteBatch batch;
     batch.items = {command("C_A", "a"), command("C_B", "b")};
     simulator::switchOn(gateway.faults(), "silent");
-    bench.console.writes.start(batch);
+    bench.console.session.writes.start(batch);
     bench.platform.boxes.answers = {Button::Ignore, Button::Ok};
     bench.advance(1000);
     bench.receive("OK");
@@ -232,8 +232,8 @@ TEST(LogIn, IsNotDisturbedByABoxOfTheSessionBefore) {
     };
     bench.advance(1);
     bench.advance(3000);
-    EXPECT_EQ(bench.console.bringUp.phase(), SessionPhase::Connected);
-    EXPECT_EQ(bench.console.session.gESN, "4711");
+    EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Connected);
+    EXPECT_EQ(bench.console.session.state.gESN, "4711");
 }
 
 TEST(LogIn, TellsWhatALostLinkLeftUnwritten) {
@@ -242,7 +242,7 @@ TEST(LogIn, TellsWhatALostLinkLeftUnwritten) {
     bench.logIn(gateway);
     WriteBatch batch;
     batch.items = {command("C_A", "Port 1"), command("C_B", "Port 2"), command("C_C", "Port 3")};
-    bench.console.writes.start(batch);
+    bench.console.session.writes.start(batch);
     bench.platform.socket->peerCloses();
     EXPECT_THAT(bench.console.mainWindow.lblNotice.text(), HasSubstr("Not written: Port 1 and 2 more"));
 }
@@ -254,7 +254,7 @@ TEST(Connecting, ABoxThatOutlivesItsAttemptStartsAnew) {
     bench.platform.boxes.answers = {Button::Retry};
     bench.platform.boxes.behind = [&](const MessageBox&) {
         bench.platform.socket->peerAccepts();
-        bench.console.bringUp.RecievingChange();
+        bench.console.session.bringUp.RecievingChange();
     };
     bench.console.mainWindow.openPage("connect");
     bench.advance(100000);
@@ -292,14 +292,14 @@ TEST_F(Master, IsAnsweredThenTheOrdinaryLogInRuns) {
     bench.logIn(master);
     EXPECT_TRUE(master.accepted());
     EXPECT_EQ(gateway.linesReceived(), logInLines);
-    EXPECT_EQ(bench.console.bringUp.phase(), SessionPhase::Connected);
+    EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Connected);
     master.ping();
     master.announce();
     master.tellUpdate("40 %");
     bench.runStation();
     bench.advance(100);
     EXPECT_EQ(master.pongs(), 2);
-    EXPECT_EQ(bench.console.session.gESN, "4711");
+    EXPECT_EQ(bench.console.session.state.gESN, "4711");
     EXPECT_THAT(bench.console.mainWindow.lblUpdateStatus.text(), HasSubstr("Master Updating"));
     bench.console.mainWindow.openPage("connect");
     EXPECT_EQ(bench.sent().back(), "SRV12:CLOSE");
@@ -313,7 +313,7 @@ TEST_F(Master, RefusesTheConsole) {
     bench.platform.boxes.behind = [this](const MessageBox&) { bench.advance(60000); };
     bench.logIn(master);
     EXPECT_THAT(bench.platform.boxes.texts(), ElementsAre("Rejected by PC Master ."));
-    EXPECT_EQ(bench.console.bringUp.phase(), SessionPhase::Idle);
+    EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Idle);
     EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
 }
 
@@ -323,7 +323,7 @@ TEST_F(Master, CallsAListeningConsoleAgainAndAgain) {
     bench.attach(master);
     bench.console.mainWindow.openPage("connect");
     EXPECT_EQ(bench.panelText(), "Server status: Listening");
-    EXPECT_EQ(bench.console.connectButton.caption(), "Stop server");
+    EXPECT_EQ(bench.console.session.connectButton.caption(), "Stop server");
     for (int call = 0; call < 3; ++call) {
         gateway.forgetLinesReceived();
         bench.platform.socket->peerCalls();
@@ -334,7 +334,7 @@ TEST_F(Master, CallsAListeningConsoleAgainAndAgain) {
         master.linkDown();
         bench.platform.socket->peerCloses();
         EXPECT_EQ(bench.platform.socket->state(), TcpSocket::State::Listening);
-        EXPECT_EQ(bench.console.bringUp.phase(), SessionPhase::Listening);
+        EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Listening);
         bench.advance(20000);
         EXPECT_THAT(bench.platform.boxes.shown, IsEmpty());
     }
@@ -349,9 +349,9 @@ TEST_F(Master, CallsAListeningConsoleAgainAndAgain) {
     bench.platform.socket->listenFails = true;
     bench.platform.socket->peerCalls();
     bench.platform.socket->peerCloses();
-    EXPECT_EQ(bench.console.bringUp.phase(), SessionPhase::Idle) << "the port is gone";
+    EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Idle) << "the port is gone";
     bench.console.mainWindow.openPage("connect");
-    EXPECT_EQ(bench.console.bringUp.phase(), SessionPhase::Idle);
+    EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Idle);
     EXPECT_THAT(bench.console.mainWindow.lblNotice.text(), HasSubstr("in use"));
 }
 
@@ -382,7 +382,7 @@ TEST(ReceiveWatchdog, RepeatsTheRequestsUntilTheSessionIsKnown) {
     bench.connect();
     auto& console = bench.console;
     console.mainWindow.openPage("groups");  // a page that reads nothing by itself
-    console.panel.StartProgress("receive");
+    console.session.panel.StartProgress("receive");
     bench.advance(500);
     EXPECT_THAT(bench.sent(), ElementsAre("R_ESN"));
     bench.receive("A_ESN1");
@@ -392,26 +392,26 @@ TEST(ReceiveWatchdog, RepeatsTheRequestsUntilTheSessionIsKnown) {
     EXPECT_EQ(bench.sent().back(), "R_PPR");
     bench.receive("A_PPR1");
     bench.advance(100 + 99 * 10);
-    EXPECT_EQ(console.bringUp.phase(), SessionPhase::Connected);
+    EXPECT_EQ(console.session.bringUp.phase(), SessionPhase::Connected);
 
-    console.panel.StartProgress("receive");
+    console.session.panel.StartProgress("receive");
     bench.receive("A_CPW0");
     bench.platform.boxes.behind = [&](const MessageBox&) { bench.advance(60000); };
     bench.advance(100);
     EXPECT_THAT(bench.platform.boxes.texts(), ElementsAre("Error Password !"));
-    EXPECT_EQ(console.bringUp.phase(), SessionPhase::Idle);
+    EXPECT_EQ(console.session.bringUp.phase(), SessionPhase::Idle);
 }
 
 TEST(Passwords, AreNeverShown) {
     ConsoleBench bench;
     std::vector<std::string> shown;
-    bench.console.objSpool.sent().connect([&](std::string_view line, bool) { shown.emplace_back(line); });
-    bench.console.dispatcher.debugDisplay.connect([&](std::string_view line) { shown.emplace_back(line); });
+    bench.console.session.objSpool.sent().connect([&](std::string_view line, bool) { shown.emplace_back(line); });
+    bench.console.session.dispatcher.debugDisplay.connect([&](std::string_view line) { shown.emplace_back(line); });
     simulator::Gateway gateway(seeded(3));
     bench.logIn(gateway);
-    bench.console.objSpool.SendCommand("C_APWsecret");
-    bench.console.objSpool.SendCommand("C_UPW02044,secret");
-    bench.console.objSpool.SendCommand("SRV9:PSWsecret,unit");
+    bench.console.session.objSpool.SendCommand("C_APWsecret");
+    bench.console.session.objSpool.SendCommand("C_UPW02044,secret");
+    bench.console.session.objSpool.SendCommand("SRV9:PSWsecret,unit");
     bench.receive("C_CPWkestr echoed");
     EXPECT_THAT(shown, Contains("R_ESN"));
     EXPECT_THAT(shown, Each(Not(testing::AnyOf(HasSubstr("kestr"), HasSubstr("secret"), HasSubstr("A_CPW")))));

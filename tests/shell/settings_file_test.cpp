@@ -96,7 +96,7 @@ TEST_F(SettingsFileTest, LeavesAReadOnlyFileAlone) {
 
 TEST(FirstStart, CompletesTheCallRecordSettingsAndMakesTheDataFolder) {
     fakes::ConsoleBench bench;
-    auto& settings = bench.console.setting;
+    auto& settings = bench.console.files.setting;
     const auto read = [&](const char* key) { return settings.Read("CDRConfig", key); };
     EXPECT_EQ(read("DateFormat") + read("DownLimit") + read("Mode") + read("Format"), "0000");
     EXPECT_EQ(read("Max"), "1000");

@@ -11,9 +11,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include "model/shared_tables.h"
+#include "monitor/port_cell.h"
 #include "screens/kit/board_frame.h"
 #include "screens/kit/field_binding.h"
-#include "shell/console.h"
 
 namespace trunvex {
 
@@ -76,8 +77,8 @@ struct BoardCell::Sizes {
     }
 };
 
-BoardCell::BoardCell(Console& console, int index, BoardFrame& frame, QWidget* parent)
-    : QWidget(parent), console_(console), cell_(console.board.cell(index)) {
+BoardCell::BoardCell(PortCell& cell, BoardFrame& frame, QWidget* parent) : QWidget(parent), cell_(cell) {
+    const int index = cell.index;
     static const bool spoken = (QAccessible::installFactory(speak), true);
     Q_UNUSED(spoken)
     setObjectName(QString("portCell_%1").arg(index));
@@ -111,8 +112,7 @@ void BoardCell::hardwareChanged() { repaintLater(); }
 QString BoardCell::meaning() const { return tr(BoardColours::entries[cell_.state].meaning); }
 
 bool BoardCell::absent() const {
-    const auto [mcu, module] = portAtPosition(cell_.index);
-    const auto& kind = console_.tables.port(mcu, module).Kind;
+    const auto& kind = cell_.kind;
     const bool silent = cell_.state == BoardColours::PORT_NOT_ACTIVE && cell_.lblMsg.text().empty() &&
                         cell_.LblSIM_num.text().empty() && cell_.imgStatusSim.picture().empty() &&
                         cell_.imgStatusNet.picture().empty();
@@ -121,7 +121,7 @@ bool BoardCell::absent() const {
 
 QStringList BoardCell::stateLines() const {
     const auto [mcu, module] = portAtPosition(cell_.index);
-    const auto kind = shown(console_.tables.port(mcu, module).Kind);
+    const auto kind = shown(cell_.kind);
     QStringList lines;
     const auto add = [&lines](const QString& line) {
         if (!line.simplified().isEmpty()) lines << line.simplified();
@@ -166,8 +166,7 @@ void BoardCell::layOut() {
     faint_ = absent();
     layOutHeading(sizes);
     if (faint_) {
-        const auto [mcu, module] = portAtPosition(cell_.index);
-        const bool told = !console_.tables.port(mcu, module).Kind.empty();
+        const bool told = !cell_.kind.empty();
         texts_[Message].set(told ? tr("No module") : tr("Not reported"), sizes.font(12),
                             QRectF(sizes.inset(), 0, width() - 2 * sizes.inset(), height()), colours().muted,
                             Qt::AlignHCenter);

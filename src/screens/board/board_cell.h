@@ -10,7 +10,6 @@
 namespace trunvex {
 
 class BoardFrame;
-class Console;
 
 // One module of the status board, painted as a whole: portCell_1 to portCell_32. Offers the text of each field, the
 // name of each picture and the state of each check as a property of the field's name.
@@ -42,7 +41,7 @@ class BoardCell : public QWidget {
 
 public:
     // The frame belongs to the window that the cell stands in.
-    BoardCell(Console& console, int index, BoardFrame& frame, QWidget* parent);
+    BoardCell(PortCell& cell, BoardFrame& frame, QWidget* parent);
 
     // The whole state, the most important first.
     QStringList stateLines() const;
@@ -110,7 +109,6 @@ private:
     void layOutNetwork(const Sizes& sizes);
     void layOutCounter(const Sizes& sizes);
 
-    Console& console_;
     PortCell& cell_;
     // What follows is not as the model is any more. Until the frame ends it is painted as it was.
     bool stale_ = true;

@@ -8,10 +8,10 @@
 #include <QToolTip>
 #include <QVBoxLayout>
 
+#include "monitor/sim_status.h"
 #include "screens/kit/board_frame.h"
 #include "screens/kit/field_binding.h"
 #include "screens/kit/labels.h"
-#include "shell/console.h"
 
 namespace trunvex {
 
@@ -126,7 +126,7 @@ void BoardChannelRow::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
 }
 
-BoardChannels::BoardChannels(Console& console, BoardFrame& frame, QWidget* parent) : QWidget(parent) {
+BoardChannels::BoardChannels(frmSimStatus& board, BoardFrame& frame, QWidget* parent) : QWidget(parent) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -134,7 +134,7 @@ BoardChannels::BoardChannels(Console& console, BoardFrame& frame, QWidget* paren
     heading->setAccessibleName(tr("B-channels: number and last cause"));
     layout->addWidget(heading);
     for (int channel = 1; channel <= frmSimStatus::channelCount; ++channel)
-        layout->addWidget(new BoardChannelRow(console.board.row(channel), frame, this), 1);
+        layout->addWidget(new BoardChannelRow(board.row(channel), frame, this), 1);
 }
 
 }  // namespace trunvex

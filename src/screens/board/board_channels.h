@@ -8,7 +8,7 @@
 namespace trunvex {
 
 class BoardFrame;
-class Console;
+class frmSimStatus;
 
 // One B-channel of the strip, painted as a whole: bchRow_1 to bchRow_30. Its fields are properties of their names.
 class BoardChannelRow : public QWidget {
@@ -56,7 +56,7 @@ class BoardChannels : public QWidget {
     Q_OBJECT
 
 public:
-    BoardChannels(Console& console, BoardFrame& frame, QWidget* parent = nullptr);
+    BoardChannels(frmSimStatus& board, BoardFrame& frame, QWidget* parent = nullptr);
 };
 
 }  // namespace trunvex

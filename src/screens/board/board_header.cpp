@@ -6,10 +6,10 @@
 #include <QPushButton>
 #include <algorithm>
 
+#include "monitor/sim_status.h"
 #include "screens/kit/board_frame.h"
 #include "screens/kit/field_binding.h"
 #include "screens/kit/labels.h"
-#include "shell/console.h"
 
 namespace trunvex {
 
@@ -81,8 +81,8 @@ void LevelBar::paintEvent(QPaintEvent*) {
     }
 }
 
-BoardHeader::BoardHeader(Console& console, BoardFrame& frame, QWidget* parent)
-    : QWidget(parent), console_(console), frame_(frame), line_(new QHBoxLayout(this)) {
+BoardHeader::BoardHeader(frmSimStatus& board, LabelField& allocation, BoardFrame& frame, QWidget* parent)
+    : QWidget(parent), board_(board), allocation_(allocation), frame_(frame), line_(new QHBoxLayout(this)) {
     line_->setContentsMargins(0, 0, 0, 0);
     line_->setSpacing(3 * grid / 2);
     addLamps();
@@ -103,11 +103,11 @@ void BoardHeader::addTile(const QString& caption, QWidget* content, int stretch)
 void BoardHeader::addLamps() {
     const QString captions[] = {overField("Com Port :"), overField("Network  :"), overField("ISDN Line :")};
     for (std::size_t i = 0; i < std::size(captions); ++i)
-        addTile(captions[i], new LampSign(console_.board.imgSystemStatus[i], captions[i], frame_));
+        addTile(captions[i], new LampSign(board_.imgSystemStatus[i], captions[i], frame_));
 }
 
 void BoardHeader::addLevel() {
-    auto& loading = console_.board.lblLoading;
+    auto& loading = board_.lblLoading;
     auto* content = new QWidget;
     auto* pair = new QHBoxLayout(content);
     pair->setContentsMargins(0, 0, 0, 0);
@@ -123,18 +123,18 @@ void BoardHeader::addLevel() {
 }
 
 void BoardHeader::addFacts() {
-    auto& board = console_.board;
+    auto& board = board_;
     addTile(overField("Total calls minute:"), valueLabel(board.lblTotalCounter, tr("Total calls minute"), "00000 :00"));
     addTile(overField("Version of slave program :"),
             valueLabel(board.lblSlaveVer, tr("Version of slave program"), "000.00"));
     auto* allocation = new ElidedLabel;
-    showInFrames(console_.routingPage.lblAllocation, allocation, tr("Allocation"));
+    showInFrames(allocation_, allocation, tr("Allocation"));
     addTile(tr("Allocation"), allocation, 1);
     addTile(overField("Gateway ESN:"), valueLabel(board.lblESN, tr("Serial number of the gateway"), "00000000"));
 }
 
 void BoardHeader::addClock() {
-    auto& board = console_.board;
+    auto& board = board_;
     auto* content = new QWidget;
     auto* line = new QHBoxLayout(content);
     line->setContentsMargins(0, 0, 0, 0);
@@ -158,7 +158,7 @@ void BoardHeader::addClock() {
 }
 
 void BoardHeader::addButtons() {
-    for (auto* action : {&console_.board.cmdSTSRefresh, &console_.board.cmdColors}) {
+    for (auto* action : {&board_.cmdSTSRefresh, &board_.cmdColors}) {
         auto* button = new QPushButton;
         bind(*action, button);
         line_->addWidget(button, 0, Qt::AlignVCenter);

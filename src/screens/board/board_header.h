@@ -10,7 +10,7 @@ class QLabel;
 namespace trunvex {
 
 class BoardFrame;
-class Console;
+class frmSimStatus;
 
 // A system lamp: its shape and its word tell as much as its colour.
 class LampSign : public QWidget {
@@ -54,7 +54,7 @@ class BoardHeader : public QWidget {
     Q_OBJECT
 
 public:
-    BoardHeader(Console& console, BoardFrame& frame, QWidget* parent = nullptr);
+    BoardHeader(frmSimStatus& board, LabelField& allocation, BoardFrame& frame, QWidget* parent = nullptr);
     // Gives a widget around the cells the font of its window, whose size goes with the window's.
     static void takeWindowFont(QWidget* widget);
 
@@ -69,7 +69,8 @@ private:
     QLabel* valueLabel(LabelField& field, const QString& name, const QString& widest);
     void showInFrames(LabelField& field, QLabel* label, const QString& name);
 
-    Console& console_;
+    frmSimStatus& board_;
+    LabelField& allocation_;
     BoardFrame& frame_;
     QHBoxLayout* line_;
 };

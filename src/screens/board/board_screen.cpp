@@ -7,6 +7,8 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "model/shared_tables.h"
+#include "monitor/sim_status.h"
 #include "screens/board/board_cell.h"
 #include "screens/board/board_channels.h"
 #include "screens/board/board_header.h"
@@ -15,7 +17,6 @@
 #include "screens/kit/labels.h"
 #include "screens/kit/read_bar.h"
 #include "screens/kit/theme.h"
-#include "shell/console.h"
 
 namespace trunvex {
 
@@ -32,37 +33,33 @@ constexpr const char* geometryKey = "BoardGeometry";
 
 }  // namespace
 
-BoardScreen::BoardScreen(Console& console) : console_(console), frame_(console.platform) {
+BoardScreen::BoardScreen(frmSimStatus& board, LabelField& allocation, const ScreenTools& tools)
+    : board_(board), tools_(tools), frame_(tools.platform) {
     setObjectName("frmSimStatus");
     setMinimumSize(smallestSize);
-    auto& board = console.board;
     follow(this, board.lblESN, [this, &board] {
         setWindowTitle(board.lblESN.text().empty() ? tr("Monitor") : tr("Monitor %1").arg(shown(board.lblESN.text())));
     });
     auto* parts = new QHBoxLayout;
     parts->setSpacing(grid);
     parts->addWidget(buildCells(), cellsShare);
-    parts->addWidget(new BoardChannels(console, frame_), 1);
+    parts->addWidget(new BoardChannels(board, frame_), 1);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(grid, grid, grid, grid);
     layout->setSpacing(grid);
-    layout->addWidget(new BoardHeader(console, frame_));
+    layout->addWidget(new BoardHeader(board, allocation, frame_));
     layout->addLayout(parts, 1);
     const auto inFrames = [this](QObject* owner, Field& bar, std::function<void()> refresh) {
         frame_.follow(owner, {&bar}, std::move(refresh));
     };
-    new ReadBar(console.refreshes.bar,
-                {"cmdCancelRefresh", tr("Cancel refreshing"), [&console] { console.refreshes.abandon(); }}, inFrames,
+    new ReadBar(board.refreshes().bar,
+                {"cmdCancelRefresh", tr("Cancel refreshing"), [&board] { board.refreshes().cancel(); }}, inFrames,
                 this);
 
     const auto hardwareChanged = [this] {
         for (auto* cell : cells_) cell->hardwareChanged();
     };
-    listen(this, console.portDetection.portsDetected, hardwareChanged);
-    listen(this, console.pages.records.kindsChanged, hardwareChanged);
-    listen(this, console.bringUp.resetTables, hardwareChanged);
-    listen(this, console.bringUp.tornDown, hardwareChanged);
-    listen(this, board.shown(), [this] { bringUp(); });
+    listen(this, board.hardwareChanged, hardwareChanged);
     listen(this, board.cmdColors.pressed(), [this] { showColours(); });
     restorePlace();
 }
@@ -86,7 +83,7 @@ QWidget* BoardScreen::buildCells() {
     }
     for (int index = 1; index <= frmSimStatus::portCount; ++index) {
         const auto [mcu, module] = portAtPosition(index);
-        auto* cell = new BoardCell(console_, index, frame_, area);
+        auto* cell = new BoardCell(board_.cell(index), frame_, area);
         cell->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
         layout->addWidget(cell, module, mcu - 1);
         connect(cell, &BoardCell::walked, this,
@@ -120,7 +117,7 @@ void BoardScreen::bringUp() {
 }
 
 void BoardScreen::showColours() {
-    if (!colours_) colours_ = new ColoursScreen(console_.board, this);
+    if (!colours_) colours_ = new ColoursScreen(board_, this);
     colours_->show();
     colours_->raise();
     colours_->activateWindow();
@@ -160,10 +157,10 @@ void BoardScreen::resizeEvent(QResizeEvent* event) {
 
 void BoardScreen::restorePlace() {
     resize(firstSize);
-    const auto saved = console_.setting.Read(section, geometryKey);
+    const auto saved = tools_.setting.Read(section, geometryKey);
     if (!saved.empty()) restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(saved)));
 }
 
-void BoardScreen::savePlace() { console_.setting.Write(section, geometryKey, saveGeometry().toBase64().toStdString()); }
+void BoardScreen::savePlace() { tools_.setting.Write(section, geometryKey, saveGeometry().toBase64().toStdString()); }
 
 }  // namespace trunvex

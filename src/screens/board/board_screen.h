@@ -5,20 +5,23 @@
 #include <vector>
 
 #include "screens/kit/board_frame.h"
+#include "screens/kit/screen_tools.h"
 
 namespace trunvex {
 
 class BoardCell;
 class ColoursScreen;
-class Console;
+class frmSimStatus;
 
 // The window frmSimStatus. Closing hides it: it lives as long as the console's screens do.
 class BoardScreen : public QWidget {
     Q_OBJECT
 
 public:
-    explicit BoardScreen(Console& console);
+    BoardScreen(frmSimStatus& board, LabelField& allocation, const ScreenTools& tools);
     ~BoardScreen() override;
+    // Shows it, in front of the others.
+    void bringUp();
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -28,14 +31,14 @@ protected:
 
 private:
     QWidget* buildCells();
-    void bringUp();
     void showColours();
     void moveFocus(int index, int columns, int rows);
     void keepTabStop(int index);
     void restorePlace();
     void savePlace();
 
-    Console& console_;
+    frmSimStatus& board_;
+    ScreenTools tools_;
     BoardFrame frame_;
     std::vector<BoardCell*> cells_;
     int tabStop_ = 1;

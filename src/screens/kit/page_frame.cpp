@@ -2,6 +2,7 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QStackedWidget>
 #include <QVBoxLayout>
 
 #include "screens/kit/icons.h"
@@ -16,6 +17,14 @@ constexpr int pictureSize = 48;
 constexpr int cardWidth = 560;
 
 }  // namespace
+
+void turnTo(QStackedWidget* stack, QWidget* page) {
+    const auto* focus = stack->window()->focusWidget();
+    const bool within = focus && stack->isAncestorOf(focus);
+    stack->setCurrentWidget(page);
+    stack->setFocusProxy(page);
+    if (within) page->setFocus(Qt::OtherFocusReason);
+}
 
 PageFrame::PageFrame(const QString& name, const QString& title, QWidget* parent)
     : QWidget(parent), content_(new QVBoxLayout) {

@@ -2,9 +2,14 @@
 
 #include <QWidget>
 
+class QStackedWidget;
 class QVBoxLayout;
 
 namespace trunvex {
+
+// Shows a page of the stack. The focus goes with it: left on a hidden one, it would jump to the first button of the
+// tool bar.
+void turnTo(QStackedWidget* stack, QWidget* page);
 
 // What every page has: a title line, then its content.
 class PageFrame : public QWidget {

@@ -17,13 +17,13 @@
 #include <QTableView>
 #include <QVBoxLayout>
 
+#include "cdr/calls_page.h"
 #include "screens/kit/bar_chart.h"
 #include "screens/kit/field_binding.h"
 #include "screens/kit/labels.h"
 #include "screens/kit/settings_form.h"
 #include "screens/kit/theme.h"
 #include "screens/pages/call_list_model.h"
-#include "shell/console.h"
 #include "text/text_rules.h"
 
 namespace trunvex {
@@ -111,8 +111,8 @@ Bar barOf(const CallSums::Group& group, int measure) {
 
 }  // namespace
 
-CallsScreen::CallsScreen(Console& console, QWidget* parent)
-    : PageFrame("page_call", tr("Call records"), parent), console_(console) {
+CallsScreen::CallsScreen(CallsPage& page, const ScreenTools& tools, QWidget* parent)
+    : PageFrame("page_call", tr("Call records"), parent), page_(page), tools_(tools) {
     auto* columns = new QHBoxLayout;
     columns->setSpacing(2 * grid);
     auto* left = new QVBoxLayout;
@@ -122,21 +122,21 @@ CallsScreen::CallsScreen(Console& console, QWidget* parent)
     columns->addLayout(left, 1);
     columns->addWidget(buildSide());
     content()->addLayout(columns, 1);
-    pause_ = console.platform.makeTimer([this] {
+    pause_ = tools.platform.makeTimer([this] {
         pause_->stop();
         if (changedSince_) showSums();
     });
-    listen(this, console.calls.shownChanged(), [this] {
+    listen(this, page.shownChanged(), [this] {
         changedSince_ = true;
         if (!pause_->isActive()) showSums();
     });
-    listen(this, console.calls.lsvCallReport.workChanged(), [this] { showOrder(); });
-    listen(this, console.bringUp.phaseChanged(), [this] { showTotals(); });
+    listen(this, page.lsvCallReport.workChanged(), [this] { showOrder(); });
+    listen(this, page.phaseChanged(), [this] { showTotals(); });
     showSums();
 }
 
 QLayout* CallsScreen::buildFilters() {
-    auto& page = console_.calls;
+    auto& page = page_;
     auto* row = new QHBoxLayout;
     row->setSpacing(grid);
     auto* columnCaption = captionLabel(tr("&Filter by"));
@@ -172,7 +172,7 @@ QLayout* CallsScreen::buildFilters() {
 }
 
 QWidget* CallsScreen::buildList() {
-    auto& page = console_.calls;
+    auto& page = page_;
     table_ = new QTableView;
     table_->setObjectName("lsvCallReport");
     table_->setAccessibleName(tr("Calls"));
@@ -193,7 +193,7 @@ QWidget* CallsScreen::buildList() {
     table_->setSortingEnabled(true);
     for (int column = 0; column < static_cast<int>(callColumnCount); ++column)
         table_->setColumnWidth(column, columnWidths[column]);
-    const auto kept = console_.setting.Read(section, headerKey);
+    const auto kept = tools_.setting.Read(section, headerKey);
     if (!kept.empty()) header->restoreState(QByteArray::fromBase64(QByteArray::fromStdString(kept)));
     header->setSortIndicator(-1, Qt::AscendingOrder);
     header->setContextMenuPolicy(Qt::CustomContextMenu);
@@ -209,7 +209,7 @@ QWidget* CallsScreen::buildList() {
 }
 
 QLayout* CallsScreen::buildFoot() {
-    auto& page = console_.calls;
+    auto& page = page_;
     auto* row = new QHBoxLayout;
     row->setSpacing(grid);
     totals_ = new ElidedLabel;
@@ -241,7 +241,7 @@ QWidget* CallsScreen::buildSide() {
 }
 
 QWidget* CallsScreen::buildSettings() {
-    auto& page = console_.calls;
+    auto& page = page_;
     auto* sheet = new QWidget;
     auto* rows = new QVBoxLayout(sheet);
     rows->setContentsMargins(0, 0, 0, 0);
@@ -272,7 +272,7 @@ QWidget* CallsScreen::buildCharts() {
     auto* choice = new QHBoxLayout;
     auto* caption = captionLabel(tr("Sho&w"));
     auto* measure = new QComboBox;
-    bind(console_.calls.cmbCDRMeasure, measure, caption);
+    bind(page_.cmbCDRMeasure, measure, caption);
     choice->addWidget(caption);
     choice->addWidget(measure);
     choice->addStretch(1);
@@ -283,7 +283,7 @@ QWidget* CallsScreen::buildCharts() {
         charts_.push_back(chart);
         rows->addWidget(chart, 1);
     }
-    follow(sheet, console_.calls.cmbCDRMeasure, [this] { showCharts(); });
+    follow(sheet, page_.cmbCDRMeasure, [this] { showCharts(); });
     return sheet;
 }
 
@@ -295,7 +295,7 @@ void CallsScreen::showSums() {
 }
 
 void CallsScreen::showCharts() {
-    const auto& page = console_.calls;
+    const auto& page = page_;
     for (std::size_t at = 0; at < charts_.size(); ++at) {
         std::vector<Bar> bars;
         for (const auto& group : page.lsvCallReport.sums().by(chartGroups[at].by))
@@ -307,7 +307,7 @@ void CallsScreen::showCharts() {
 
 // The heading tells the order in force again, when a sorting was given up.
 void CallsScreen::showOrder() {
-    const auto& list = console_.calls.lsvCallReport;
+    const auto& list = page_.lsvCallReport;
     if (list.working()) return;
     const QSignalBlocker quiet(table_->horizontalHeader());
     const auto& order = list.order();
@@ -317,8 +317,8 @@ void CallsScreen::showOrder() {
 }
 
 QGroupBox* CallsScreen::buildDownload() {
-    auto& page = console_.calls;
-    auto& download = console_.cdrDownload;
+    auto& page = page_;
+    auto& download = page_.download();
     auto* group = new QGroupBox(tr("Download"));
     auto* rows = new QVBoxLayout(group);
     auto* text = new ElidedLabel;
@@ -349,14 +349,14 @@ QGroupBox* CallsScreen::buildDownload() {
 }
 
 void CallsScreen::showTotals() {
-    const auto& page = console_.calls;
+    const auto& page = page_;
     const auto& totals = page.lsvCallReport.sums().all();
     totals_->setText(inWords(totals));
     empty_->setVisible(totals.calls == 0);
     if (totals.calls != 0) return;
     if (page.lsvCallReport.held() > 0)
         empty_->setText(tr("No call holds what is searched for."));
-    else if (console_.session.gESN.empty())
+    else if (!page_.gatewayIsKnown())
         empty_->setText(tr("The calls of a gateway are shown once it is connected."));
     else
         empty_->setText(tr("No calls yet. Press Start to fetch them from the gateway."));
@@ -367,8 +367,7 @@ void CallsScreen::copySelected() {
     int count = 0;
     for (const auto& range : table_->selectionModel()->selection()) count += range.height();
     if (count > mostCopied) {
-        console_.mainWindow.notice(
-            tr("At most %1 calls are copied; CSV writes all of them.").arg(mostCopied).toStdString());
+        page_.tell(tr("At most %1 calls are copied; CSV writes all of them.").arg(mostCopied).toStdString());
         return;
     }
     auto sorted = table_->selectionModel()->selectedRows();
@@ -406,7 +405,7 @@ void CallsScreen::chooseColumns(const QPoint& at) {
 }
 
 void CallsScreen::keepColumns() {
-    console_.setting.Write(section, headerKey, table_->horizontalHeader()->saveState().toBase64().toStdString());
+    tools_.setting.Write(section, headerKey, table_->horizontalHeader()->saveState().toBase64().toStdString());
 }
 
 }  // namespace trunvex

@@ -5,6 +5,7 @@
 
 #include "platform/timer.h"
 #include "screens/kit/page_frame.h"
+#include "screens/kit/screen_tools.h"
 
 class QGroupBox;
 class QLabel;
@@ -13,7 +14,7 @@ class QTableView;
 namespace trunvex {
 
 class BarChart;
-class Console;
+class CallsPage;
 
 // The page "call": the list of calls with its filters and totals, charts of what is shown, the download and its
 // settings.
@@ -21,7 +22,7 @@ class CallsScreen : public PageFrame {
     Q_OBJECT
 
 public:
-    explicit CallsScreen(Console& console, QWidget* parent = nullptr);
+    CallsScreen(CallsPage& page, const ScreenTools& tools, QWidget* parent = nullptr);
 
 private:
     QLayout* buildFilters();
@@ -39,7 +40,8 @@ private:
     void chooseColumns(const QPoint& at);
     void keepColumns();
 
-    Console& console_;
+    CallsPage& page_;
+    ScreenTools tools_;
     QTableView* table_ = nullptr;
     QLabel* totals_ = nullptr;
     QLabel* empty_ = nullptr;

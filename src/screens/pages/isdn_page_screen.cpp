@@ -3,9 +3,9 @@
 #include <QGridLayout>
 #include <QVBoxLayout>
 
+#include "config/system_page.h"
 #include "screens/kit/settings_form.h"
 #include "screens/kit/theme.h"
-#include "shell/console.h"
 
 namespace trunvex {
 
@@ -17,15 +17,14 @@ constexpr int planWidth = 264;
 
 }  // namespace
 
-IsdnPageScreen::IsdnPageScreen(Console& console, QWidget* parent)
-    : PageFrame("page_isdn", tr("ISDN"), parent), console_(console) {
-    auto& page = console.pages.isdn;
+IsdnPageScreen::IsdnPageScreen(IsdnPage& page, SystemPage& system, QWidget* parent)
+    : PageFrame("page_isdn", tr("ISDN"), parent), page_(page) {
     auto* boxes = new QGridLayout;
     boxes->setHorizontalSpacing(2 * grid);
     boxes->addWidget(buildLine(), 0, 0);
     boxes->addWidget(buildCalls(), 0, 1);
     boxes->addWidget(buildNumber(), 1, 0);
-    boxes->addWidget(buildVersions(), 1, 1);
+    boxes->addWidget(buildVersions(system), 1, 1);
     boxes->setColumnStretch(0, 1);
     boxes->setColumnStretch(1, 1);
     content()->addLayout(boxes);
@@ -34,7 +33,7 @@ IsdnPageScreen::IsdnPageScreen(Console& console, QWidget* parent)
 }
 
 SettingsForm* IsdnPageScreen::buildLine() {
-    auto& page = console_.pages.isdn;
+    auto& page = page_;
     auto* form = new SettingsForm(tr("E1 line"), captionWidth);
     form->add(page.CmbNetworkAccess, {tr("Network &access"), tr("which side the gateway plays"), {}, 96});
     form->add(page.CmbSynchronization, {tr("S&ynchronization"), tr("of the line's clock"), {}, 96});
@@ -44,7 +43,7 @@ SettingsForm* IsdnPageScreen::buildLine() {
 }
 
 SettingsForm* IsdnPageScreen::buildCalls() {
-    auto& page = console_.pages.isdn;
+    auto& page = page_;
     auto* form = new SettingsForm(tr("Calls"), captionWidth);
     form->add(page.CmbCountryCode, {tr("&Country"), {}, {}, choiceWidth});
     form->add(page.CmbISDNVersion, {tr("ISDN &version"), {}, {}, choiceWidth});
@@ -55,7 +54,7 @@ SettingsForm* IsdnPageScreen::buildCalls() {
 }
 
 SettingsForm* IsdnPageScreen::buildNumber() {
-    auto& page = console_.pages.isdn;
+    auto& page = page_;
     auto* form = new SettingsForm(tr("System number"), captionWidth);
     form->add(page.TxtLocalNumber, {tr("&Number"), {}, tr("up to 9 digits"), 120});
     form->add(page.TxtLocalSubAddress, {tr("Su&baddress"), {}, tr("1 digit"), 64});
@@ -64,11 +63,10 @@ SettingsForm* IsdnPageScreen::buildNumber() {
     return form;
 }
 
-SettingsForm* IsdnPageScreen::buildVersions() {
-    auto& pages = console_.pages;
+SettingsForm* IsdnPageScreen::buildVersions(SystemPage& system) {
     auto* form = new SettingsForm(tr("Versions"), captionWidth);
-    form->addText(tr("ISM version"), pages.isdn.TxtISM_VER);
-    form->addText(tr("Firmware"), pages.system.TxtSystemVer);
+    form->addText(tr("ISM version"), page_.TxtISM_VER);
+    form->addText(tr("Firmware"), system.TxtSystemVer);
     return form;
 }
 

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "config/isdn_page.h"
+#include "config/system_page.h"
 #include "screens/kit/page_frame.h"
 
 namespace trunvex {
 
-class Console;
 class SettingsForm;
 
 // The page "isdn".
@@ -12,15 +13,15 @@ class IsdnPageScreen : public PageFrame {
     Q_OBJECT
 
 public:
-    explicit IsdnPageScreen(Console& console, QWidget* parent = nullptr);
+    IsdnPageScreen(IsdnPage& page, SystemPage& system, QWidget* parent = nullptr);
 
 private:
     SettingsForm* buildLine();
     SettingsForm* buildCalls();
     SettingsForm* buildNumber();
-    SettingsForm* buildVersions();
+    SettingsForm* buildVersions(SystemPage& system);
 
-    Console& console_;
+    IsdnPage& page_;
 };
 
 }  // namespace trunvex

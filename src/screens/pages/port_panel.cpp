@@ -2,10 +2,10 @@
 
 #include <QGridLayout>
 
+#include "config/main_page.h"
 #include "screens/kit/labels.h"
 #include "screens/kit/settings_form.h"
 #include "screens/kit/theme.h"
-#include "shell/console.h"
 
 namespace trunvex {
 
@@ -16,7 +16,7 @@ constexpr int choiceWidth = 176;
 
 }  // namespace
 
-PortPanel::PortPanel(Console& console, QWidget* parent) : NodePanel(console, console.pages.port, parent) {
+PortPanel::PortPanel(MainPage& main, QWidget* parent) : NodePanel(main, main.portPage, parent) {
     auto* boxes = new QGridLayout;
     boxes->setHorizontalSpacing(2 * grid);
     boxes->addWidget(buildDialling(), 0, 0);
@@ -29,7 +29,7 @@ PortPanel::PortPanel(Console& console, QWidget* parent) : NodePanel(console, con
 }
 
 SettingsForm* PortPanel::buildDialling() {
-    auto& page = console_.pages.port;
+    auto& page = main_.portPage;
     auto* form = new SettingsForm(tr("Dialling"), captionWidth);
     form->add(page.TxtMinDigits, {tr("M&inimum digits"), {}, "2-7", 64, &page.chkIncGrpMod[IncMinDigits]});
     form->add(page.TxtMaxDigits, {tr("M&aximum digits"), {}, "5-32", 64, &page.chkIncGrpMod[IncMaxDigits]});
@@ -45,7 +45,7 @@ SettingsForm* PortPanel::buildDialling() {
 }
 
 SettingsForm* PortPanel::buildSwitching() {
-    auto& page = console_.pages.port;
+    auto& page = main_.portPage;
     auto* form = new SettingsForm(tr("SIM switching"), captionWidth);
     form->add(page.cmbSimSwitching, {tr("S&witch by"), {}, {}, choiceWidth, &page.chkIncGrpMod[IncSimSwitching]});
     form->add(page.txtSimSwap, {tr("&Swap every"), tr("min"), "1-255", 64});
@@ -56,7 +56,7 @@ SettingsForm* PortPanel::buildSwitching() {
 }
 
 SettingsForm* PortPanel::buildLevels() {
-    auto& page = console_.pages.port;
+    auto& page = main_.portPage;
     auto* form = new SettingsForm(tr("Levels"), captionWidth);
     form->setObjectName(shown(page.framRX_TX.name()));
     const QStringList second{"0", "1", "2", "3", "4"};

@@ -11,7 +11,7 @@ class PortPanel : public NodePanel {
     Q_OBJECT
 
 public:
-    explicit PortPanel(Console& console, QWidget* parent = nullptr);
+    explicit PortPanel(MainPage& main, QWidget* parent = nullptr);
 
 private:
     SettingsForm* buildDialling();

@@ -7,6 +7,7 @@
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
+#include "config/main_page.h"
 #include "model/node_key.h"
 #include "screens/kit/field_binding.h"
 #include "screens/kit/labels.h"
@@ -15,7 +16,6 @@
 #include "screens/pages/select_group_screen.h"
 #include "screens/pages/sim_panel.h"
 #include "screens/pages/tree_view.h"
-#include "shell/console.h"
 
 namespace trunvex {
 
@@ -48,18 +48,18 @@ QHBoxLayout* treeTools(PortTree& tree, std::size_t firstLink) {
     return row;
 }
 
-QString groupOf(Console& console, const std::string& portKey) {
-    const auto* node = console.portTree.tvGroups[0].find(portKey);
-    const auto* list = node ? console.portTree.tvGroups[0].find(node->parent) : nullptr;
-    const auto* group = list ? console.portTree.tvGroups[0].find(list->parent) : nullptr;
+QString groupOf(const TreeField& view, const std::string& portKey) {
+    const auto* node = view.find(portKey);
+    const auto* list = node ? view.find(node->parent) : nullptr;
+    const auto* group = list ? view.find(list->parent) : nullptr;
     return group ? shown(group->text) : QObject::tr("none");
 }
 
 }  // namespace
 
-PortTreeScreen::PortTreeScreen(Console& console, QWidget* parent)
-    : PageFrame("page_ports", tr("Ports"), parent), console_(console), frame_(console.platform) {
-    auto& tree = console.portTree;
+PortTreeScreen::PortTreeScreen(MainPage& page, frmSimStatus& board, Platform& platform, QWidget* parent)
+    : PageFrame("page_ports", tr("Ports"), parent), page_(page), board_(board), frame_(platform) {
+    auto& tree = page.tree;
     auto* columns = new QHBoxLayout;
     columns->setSpacing(2 * grid);
     columns->addWidget(buildTree());
@@ -74,7 +74,7 @@ PortTreeScreen::PortTreeScreen(Console& console, QWidget* parent)
 void PortTreeScreen::followCells() {
     const int part = frame_.add([this] { showFacts(); });
     for (int index = 1; index <= frmSimStatus::portCount; ++index)
-        console_.board.cell(index).forEachField([&](Field& field) {
+        board_.cell(index).forEachField([&](Field& field) {
             listen(this, field.changed(), [this, index, part] {
                 if (index == selectedPort_) frame_.mark(part);
             });
@@ -92,7 +92,7 @@ void PortTreeScreen::hideEvent(QHideEvent* event) {
 }
 
 QWidget* PortTreeScreen::buildTree() {
-    auto& tree = console_.portTree;
+    auto& tree = page_.tree;
     auto* side = new QWidget;
     side->setFixedWidth(treeWidth);
     auto* rows = new QVBoxLayout(side);
@@ -125,15 +125,15 @@ QLayout* PortTreeScreen::buildSelected() {
     rows->setSpacing(grid);
     factsCard_ = buildFacts();
     rows->addWidget(factsCard_);
-    auto& page = console_.pages.main;
+    auto& page = page_;
     auto* panels = new QStackedWidget;
     panels->setObjectName("settingsPanels");
     auto* none = roleLabel({}, "muted");
     none->setAlignment(Qt::AlignCenter);
     bind(page.lblSelectHint, none);
     panels->addWidget(none);
-    panels->addWidget(new PortPanel(console_));
-    panels->addWidget(new SimPanel(console_));
+    panels->addWidget(new PortPanel(page_));
+    panels->addWidget(new SimPanel(page_));
     const auto choose = [panels, &page] { panels->setCurrentIndex(static_cast<int>(page.panel())); };
     choose();
     listen(this, page.panelChanged(), choose);
@@ -162,7 +162,7 @@ QFrame* PortTreeScreen::buildFacts() {
 }
 
 void PortTreeScreen::showFacts() {
-    const auto& view = console_.portTree.tvGroups[0];
+    const auto& view = page_.tree.tvGroups[0];
     const auto* node = view.find(view.selected());
     const bool ofPort = node && (node_key::isPort(node->key) || node_key::isSim(node->key));
     selectedPort_ = ofPort ? portNumber(node_key::mcu(node->key), node_key::module(node->key)) : 0;
@@ -175,12 +175,12 @@ void PortTreeScreen::showFacts() {
 std::array<QString, PortTreeScreen::factCount> PortTreeScreen::factsOf(const std::string& key) const {
     const int mcu = node_key::mcu(key);
     const int module = node_key::module(key);
-    const auto& cell = console_.board.cell(portNumber(mcu, module));
+    const auto& cell = board_.cell(portNumber(mcu, module));
     const auto type = key.substr(0, 3);
     std::array<QString, factCount> facts;
     facts[Address] = tr("MCU %1, module %2").arg(mcu).arg(module);
     facts[Module] = type == "MOD" ? tr("GSM") : type == "CDM" ? tr("CDMA") : tr("not found");
-    facts[Group] = groupOf(console_, key);
+    facts[Group] = groupOf(page_.tree.tvGroups[0], key);
     facts[Event] = shown(cell.lblMsg.text());
     facts[Number] = shown(cell.lblMsgNumber.text());
     facts[Sim] = cell.LblSIM_num.visible() ? shown(cell.LblSIM_num.text()) : QString();
@@ -190,28 +190,27 @@ std::array<QString, PortTreeScreen::factCount> PortTreeScreen::factsOf(const std
     return facts;
 }
 
-GroupsScreen::GroupsScreen(Console& console, QWidget* parent)
-    : PageFrame("page_groups", tr("Groups"), parent), console_(console) {
-    auto& tree = console.portTree;
+GroupsScreen::GroupsScreen(PortTree& tree, QWidget* parent)
+    : PageFrame("page_groups", tr("Groups"), parent), tree_(tree) {
     auto* columns = new QHBoxLayout;
     columns->setSpacing(2 * grid);
     auto* left = new QVBoxLayout;
     left->addLayout(treeTools(tree, 2));
-    tree_ = new TreeView(tree.tvGroups[1], tr("Groups and their ports"));
-    tree_->rename = [&tree](const std::string& key, const std::string& text) { return tree.rename(key, text); };
-    tree_->movePort = [&tree](const std::string& port, const std::string& target) {
+    view_ = new TreeView(tree.tvGroups[1], tr("Groups and their ports"));
+    view_->rename = [&tree](const std::string& key, const std::string& text) { return tree.rename(key, text); };
+    view_->movePort = [&tree](const std::string& port, const std::string& target) {
         return tree.movePort(port, target);
     };
-    left->addWidget(tree_, 1);
+    left->addWidget(view_, 1);
     columns->addLayout(left, 1);
     columns->addWidget(buildButtons());
     content()->addLayout(columns, 1);
-    listen(this, tree.editName, [this](const std::string& key) { tree_->editKey(key); });
+    listen(this, tree.editName, [this](const std::string& key) { view_->editKey(key); });
     tree.showSelectGroup = [this](frmSelectGroup& model) { SelectGroupScreen(model, window()).exec(); };
 }
 
 QGroupBox* GroupsScreen::buildButtons() {
-    auto& tree = console_.portTree;
+    auto& tree = tree_;
     auto* group = new QGroupBox(tr("Groups"));
     group->setFixedWidth(sideWidth);
     auto* column = new QVBoxLayout(group);

@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "config/main_page.h"
+#include "monitor/sim_status.h"
 #include "screens/kit/board_frame.h"
 #include "screens/kit/page_frame.h"
 
@@ -11,7 +13,6 @@ class QLabel;
 
 namespace trunvex {
 
-class Console;
 class TreeView;
 
 // The page "main": all ports and SIMs as a tree; of the selected one, what goes on there and its settings.
@@ -19,7 +20,7 @@ class PortTreeScreen : public PageFrame {
     Q_OBJECT
 
 public:
-    explicit PortTreeScreen(Console& console, QWidget* parent = nullptr);
+    PortTreeScreen(MainPage& page, frmSimStatus& board, Platform& platform, QWidget* parent = nullptr);
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -35,7 +36,8 @@ private:
     void showFacts();
     std::array<QString, factCount> factsOf(const std::string& key) const;
 
-    Console& console_;
+    MainPage& page_;
+    frmSimStatus& board_;
     BoardFrame frame_;
     int selectedPort_ = 0;         // board index, 0 for a node that belongs to no port
     QFrame* factsCard_ = nullptr;  // hidden for a node that is no port's
@@ -47,13 +49,13 @@ class GroupsScreen : public PageFrame {
     Q_OBJECT
 
 public:
-    explicit GroupsScreen(Console& console, QWidget* parent = nullptr);
+    explicit GroupsScreen(PortTree& tree, QWidget* parent = nullptr);
 
 private:
     QGroupBox* buildButtons();
 
-    Console& console_;
-    TreeView* tree_ = nullptr;
+    PortTree& tree_;
+    TreeView* view_ = nullptr;
 };
 
 }  // namespace trunvex

@@ -3,11 +3,11 @@
 #include <QGridLayout>
 #include <QVBoxLayout>
 
+#include "config/main_page.h"
 #include "screens/kit/labels.h"
 #include "screens/kit/settings_form.h"
 #include "screens/kit/theme.h"
 #include "screens/pages/time_table_view.h"
-#include "shell/console.h"
 
 namespace trunvex {
 
@@ -19,8 +19,8 @@ constexpr int numberWidth = 144;
 
 }  // namespace
 
-SimPanel::SimPanel(Console& console, QWidget* parent) : NodePanel(console, console.pages.sim, parent) {
-    auto& page = console.pages.sim;
+SimPanel::SimPanel(MainPage& main, QWidget* parent) : NodePanel(main, main.simPage, parent) {
+    auto& page = main.simPage;
     auto* columns = new QHBoxLayout;
     columns->setSpacing(2 * grid);
     auto* left = new QVBoxLayout;
@@ -38,7 +38,7 @@ SimPanel::SimPanel(Console& console, QWidget* parent) : NodePanel(console, conso
 }
 
 SettingsForm* SimPanel::buildIdentity() {
-    auto& page = console_.pages.sim;
+    auto& page = main_.simPage;
     auto* form = new SettingsForm(tr("SIM"), captionWidth);
     form->add(page.txtPhoneNum, {tr("&Number"), {}, {}, numberWidth, &page.chkIncGrpSim[IncPhoneNumber]});
     form->add(page.txtPIN, {tr("P&IN"), {}, tr("1-8 digits"), 96, &page.chkIncGrpSim[IncPin]});
@@ -48,7 +48,7 @@ SettingsForm* SimPanel::buildIdentity() {
 }
 
 SettingsForm* SimPanel::buildBudget() {
-    auto& page = console_.pages.sim;
+    auto& page = main_.simPage;
     auto* form = new SettingsForm(tr("Budget"), captionWidth);
     form->add(page.txtMonthlyContract,
               {tr("&Monthly"), tr("min, 59999 = no limit"), "0-59999", 72, &page.chkIncGrpSim[IncContract]});
@@ -60,7 +60,7 @@ SettingsForm* SimPanel::buildBudget() {
 }
 
 SettingsForm* SimPanel::buildCellLock() {
-    auto& page = console_.pages.sim;
+    auto& page = main_.simPage;
     auto* form = new SettingsForm(tr("Cell lock"), captionWidth);
     form->add(page.optBcchLock);
     form->add(page.txtCelLock, {tr("BCC&H"), {}, "0-1024", 72, &page.chkIncGrpSim[IncCellLock]});

@@ -11,7 +11,7 @@ class SimPanel : public NodePanel {
     Q_OBJECT
 
 public:
-    explicit SimPanel(Console& console, QWidget* parent = nullptr);
+    explicit SimPanel(MainPage& main, QWidget* parent = nullptr);
 
 private:
     SettingsForm* buildIdentity();

@@ -6,11 +6,11 @@
 #include <QVBoxLayout>
 #include <array>
 
+#include "fields/fields.h"
 #include "screens/kit/field_binding.h"
 #include "screens/kit/icons.h"
 #include "screens/kit/labels.h"
 #include "screens/kit/theme.h"
-#include "shell/console.h"
 
 namespace trunvex {
 
@@ -34,7 +34,8 @@ constexpr std::array<Step, 3> steps = {{
 
 }  // namespace
 
-StartPage::StartPage(Console& console, QWidget* parent) : PageFrame("page_start", tr("No gateway connected"), parent) {
+StartPage::StartPage(ActionField& connectButton, QWidget* parent)
+    : PageFrame("page_start", tr("No gateway connected"), parent) {
     auto* card = new QFrame;
     card->setProperty("role", "card");
     auto* form = new QGridLayout(card);
@@ -53,7 +54,7 @@ StartPage::StartPage(Console& console, QWidget* parent) : PageFrame("page_start"
         row += 3;
     }
     auto* connectNow = new QPushButton;
-    bind(console.connectButton, connectNow);
+    bind(connectButton, connectNow);
     connectNow->setObjectName("cmdStartConnect");
     form->addWidget(connectNow, row, 1, Qt::AlignLeft);
     setFocusProxy(connectNow);

@@ -5,11 +5,11 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "config/system_page.h"
 #include "screens/kit/field_binding.h"
 #include "screens/kit/labels.h"
 #include "screens/kit/settings_form.h"
 #include "screens/kit/theme.h"
-#include "shell/console.h"
 
 namespace trunvex {
 
@@ -22,26 +22,25 @@ constexpr int timeWidth = 72;
 
 }  // namespace
 
-SystemPageScreen::SystemPageScreen(Console& console, QWidget* parent)
-    : PageFrame("page_system", tr("System"), parent), console_(console) {
+SystemPageScreen::SystemPageScreen(SystemPage& page, LabelField& now, LabelField& update, QWidget* parent)
+    : PageFrame("page_system", tr("System"), parent), page_(page) {
     auto* columns = new QGridLayout;
     columns->setHorizontalSpacing(2 * grid);
     columns->setVerticalSpacing(grid);
-    columns->addWidget(buildClock(), 0, 0);
-    columns->addWidget(buildVersion(), 1, 0);
+    columns->addWidget(buildClock(now), 0, 0);
+    columns->addWidget(buildVersion(update), 1, 0);
     columns->addWidget(buildConnection(), 0, 1, 2, 1);
     columns->setColumnStretch(0, 2);
     columns->setColumnStretch(1, 3);
     content()->addLayout(columns);
     content()->addStretch(1);
-    auto& page = console.pages.system;
     content()->addLayout(buttonRow({&page.cmdUndoClock, &page.cmdClkRefresh, &page.cmdSetTime_}, page.form));
 }
 
-QWidget* SystemPageScreen::buildClock() {
-    auto& page = console_.pages.system;
+QWidget* SystemPageScreen::buildClock(LabelField& now) {
+    auto& page = page_;
     auto* form = new SettingsForm(tr("Gateway clock"), captionWidth);
-    form->addValue(tr("Now"), console_.mainWindow.lblTimePanel);
+    form->addValue(tr("Now"), now);
     form->addValue(tr("Date reported"), page.lblDate);
     form->add(page.dtpDate, {tr("&Date (dd/mm/yy):"), {}, "dd/mm/yyyy", dateWidth});
     form->add(page.dtpClock, {tr("&Time (hh : mm) :"), {}, "hh:mm", timeWidth, nullptr, &page.cmdComputerTime});
@@ -50,15 +49,15 @@ QWidget* SystemPageScreen::buildClock() {
     return form;
 }
 
-QWidget* SystemPageScreen::buildVersion() {
+QWidget* SystemPageScreen::buildVersion(LabelField& update) {
     auto* form = new SettingsForm(tr("Firmware"), captionWidth);
-    form->addText(tr("Version"), console_.pages.system.TxtSystemVer);
-    form->addValue(tr("Update"), console_.mainWindow.lblUpdateStatus);
+    form->addText(tr("Version"), page_.TxtSystemVer);
+    form->addValue(tr("Update"), update);
     return form;
 }
 
 QGroupBox* SystemPageScreen::buildConnection() {
-    auto& page = console_.pages.system;
+    auto& page = page_;
     auto* group = new QGroupBox(tr("How the gateway connects"));
     auto* form = new QGridLayout(group);
     form->setHorizontalSpacing(2 * grid);

@@ -7,21 +7,22 @@ class QWidget;
 
 namespace trunvex {
 
-class Console;
+class LabelField;
+class SystemPage;
 
 // The page "system".
 class SystemPageScreen : public PageFrame {
     Q_OBJECT
 
 public:
-    explicit SystemPageScreen(Console& console, QWidget* parent = nullptr);
+    SystemPageScreen(SystemPage& page, LabelField& now, LabelField& update, QWidget* parent = nullptr);
 
 private:
-    QWidget* buildClock();
-    QWidget* buildVersion();
+    QWidget* buildClock(LabelField& now);
+    QWidget* buildVersion(LabelField& update);
     QGroupBox* buildConnection();
 
-    Console& console_;
+    SystemPage& page_;
 };
 
 }  // namespace trunvex

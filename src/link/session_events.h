@@ -1,0 +1,27 @@
+#pragma once
+
+#include <sigc++/sigc++.h>
+
+namespace trunvex {
+
+// How a log-in came to its end. The session stands in each case: a gateway that does not tell its time can still be
+// worked with.
+enum class LogInOutcome {
+    WithRights,
+    WithoutRights,  // the gateway did not accept the password
+    Mute,           // it answered none of the questions
+};
+
+// What happens to the session, for everyone who follows it. SessionBringUp and the records of the session raise these,
+// nobody else does.
+struct SessionEvents {
+    sigc::signal<void()> phaseChanged;
+    sigc::signal<void()> begun;           // a log-in begins: nothing is known of the gateway
+    sigc::signal<void()> started;         // the session's clock may tick
+    sigc::signal<void()> identified;      // gESN has come
+    sigc::signal<void()> rightsReceived;  // gAccessRights changed
+    sigc::signal<void(LogInOutcome)> loggedIn;
+    sigc::signal<void()> tornDown;  // blank what the session showed
+};
+
+}  // namespace trunvex
