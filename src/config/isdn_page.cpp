@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "config/isdn_codes.h"
+#include "model/isdn_codes.h"
 #include "text/text_rules.h"
 
 namespace trunvex {

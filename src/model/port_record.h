@@ -1,8 +1,9 @@
 #pragma once
 
+#include <array>
 #include <string>
 
-#include "text/split.h"
+#include "model/columns.h"
 
 namespace trunvex {
 
@@ -31,6 +32,30 @@ struct PortRec {
     bool loaded() const { return !Present.empty(); }
     bool secondScale() const { return SeMode == "1"; }
 };
+
+// The fields of A_MOD by their numbers.
+namespace port_at {
+enum : std::size_t {
+    Kind = 1,
+    ModuleInfo,
+    ModuleInfo2,
+    NoRegTimer,
+    TxLevel,
+    RxLevel,
+    MinDigits,
+    MaxDigits,
+    IntDigPause,
+    SendComplete,
+    RelaxTime,
+    SwitchFlags,
+    Reserved20,
+    SimSwap,
+    ReservedText,
+    LineEnd  // C_MOD closes with one more field, which is empty
+};
+}  // namespace port_at
+
+extern const Columns<PortRec> portColumns;
 
 // Takes the fields of A_MOD. An acknowledged C_MOD has the same positions, holds only changes, and never touches what
 // the gateway alone decides (fields 1 to 3). A record that is cut short leaves the rest as it was.

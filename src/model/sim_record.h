@@ -3,7 +3,7 @@
 #include <array>
 #include <string>
 
-#include "text/split.h"
+#include "model/columns.h"
 
 namespace trunvex {
 
@@ -35,6 +35,30 @@ struct SimRec {
 
     bool loaded() const { return !Present.empty(); }
 };
+
+// The fields of A_SIM by their numbers.
+namespace sim_at {
+enum : std::size_t {
+    PhoneNumber = 1,
+    Pin,
+    Predial,
+    CallerId,
+    MonthlyContract,
+    CallMinutes,
+    CellLock,
+    BcchRssi,
+    BcchTimer,
+    BcchNetId,
+    FirstRow,
+    BundleFlags = FirstRow + 2 * timeRowCount,  // the last that C_SIM has
+    Present
+};
+// By row, 0 to 3.
+constexpr std::size_t timeOf(std::size_t row) { return FirstRow + 2 * row; }
+constexpr std::size_t daysOf(std::size_t row) { return timeOf(row) + 1; }
+}  // namespace sim_at
+
+extern const Columns<SimRec> simColumns;
 
 // Takes the fields of A_SIM. An acknowledged C_SIM has the same positions and holds only changes. A record that is cut
 // short leaves the rest as it was.
