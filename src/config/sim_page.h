@@ -52,14 +52,19 @@ private:
     std::vector<QueueItem> readBatch() const override;
     BuiltLine buildShown() override;
     BuiltLine buildMember(const std::string& key) override;
-    std::vector<std::string> valuesAfter(std::string_view line) const override;
+    RecordForm::Values valuesAfter(std::string_view line) const override;
 
+    void bindFields();
+    void bindCellLock();
+    void bindBundle();
     BuiltLine firstFault(bool lineByLine);
-    std::vector<std::string> heldValues(const SimRec& sim) const;
     SimRec* simOf(std::string_view key) const;
     std::string readKey() const;
-    std::string bundleFlags(const SimRec* sim) const;
+    std::string bundleMode(const SimRec& sim) const;
+    std::string bundleFlags(const SimRec& to) const;
     void showFacts(const SimRec* sim);
+
+    PageTable<SimRec> table_;
 };
 
 // The members of chkIncGrpSim.
