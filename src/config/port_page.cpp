@@ -1,8 +1,5 @@
 #include "config/port_page.h"
 
-#include <algorithm>
-#include <array>
-
 #include "model/node_key.h"
 #include "text/text_rules.h"
 
@@ -10,17 +7,7 @@ namespace trunvex {
 
 namespace {
 
-constexpr int switchingBits = 56;
-constexpr int rejectBit = 64;
-constexpr std::array switchingCodes{0, 32, 8, 40, 24, 56};  // by index of cmbSimSwitching
-constexpr int swapping = 1;                                 // the choice that goes by txtSimSwap
-
-std::string switchingIndex(const PortRec& port) {
-    if (port.SwitchFlags.empty()) return {};
-    const auto code = static_cast<int>(val(port.SwitchFlags)) & switchingBits;
-    const auto found = std::find(switchingCodes.begin(), switchingCodes.end(), code);
-    return found == switchingCodes.end() ? std::string() : std::to_string(found - switchingCodes.begin());
-}
+constexpr int swapping = 1;  // the choice that goes by txtSimSwap
 
 std::string rejectIndex(const PortRec& port) {
     return port.SwitchFlags.empty() ? std::string() : (val(port.SwitchFlags) & rejectBit) != 0 ? "1" : "0";
@@ -107,12 +94,12 @@ void PortPage::bindLevels() {
 void PortPage::bindSwitching() {
     const auto flags = [this](const PortRec&) {
         if (cmbSimSwitching.index() == ChoiceField::none) return std::string();
-        return std::to_string(switchingCodes.at(static_cast<std::size_t>(cmbSimSwitching.index())) +
+        return std::to_string(simSwitchingCodes.at(static_cast<std::size_t>(cmbSimSwitching.index())) +
                               (cmbCallReject.index() == 1 ? rejectBit : 0));
     };
     table_.add({IncSimSwitching,
                 "SIM switching",
-                {{cmbSimSwitching, switchingIndex}, {cmbCallReject, rejectIndex}, {txtSimSwap, &PortRec::SimSwap}},
+                {{cmbSimSwitching, simSwitchingIndex}, {cmbCallReject, rejectIndex}, {txtSimSwap, &PortRec::SimSwap}},
                 {{port_at::SwitchFlags, flags}, {port_at::SimSwap, trimmed(txtSimSwap)}}});
 }
 

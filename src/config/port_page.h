@@ -24,13 +24,11 @@ public:
     TextField TxtMinDigits{"TxtMinDigits"};
     TextField TxtMaxDigits{"TxtMaxDigits"};
     TextField TxtIntDigPause{"TxtIntDigPause"};
-    ChoiceField CmbSendComplete{"CmbSendComplete", {"OMIT", "HASH"}};
+    ChoiceField CmbSendComplete{"CmbSendComplete", {endsOfDialling.begin(), endsOfDialling.end()}};
     HistoryField cmbRelaxTime{"cmbRelaxTime"};
     TextField txtNoRegTimer{"txtNoRegTimer"};
-    ChoiceField cmbSimSwitching{"cmbSimSwitching",
-                                {"Time Table", "SIM Swapping", "Purse with option 1", "Purse with option 2",
-                                 "Purse with option 3", "Purse with option 4"}};
-    ChoiceField cmbCallReject{"cmbCallReject", {"Accept", "Reject"}};
+    ChoiceField cmbSimSwitching{"cmbSimSwitching", {simSwitchings.begin(), simSwitchings.end()}};
+    ChoiceField cmbCallReject{"cmbCallReject", {answersToCalls.begin(), answersToCalls.end()}};
     TextField txtSimSwap{"txtSimSwap"};
     LabelField framRX_TX{"framRX_TX", "Levels"};  // hidden where a module has none
     SliderField SldTXvol{"SldTXvol", highestLevel};

@@ -24,7 +24,7 @@ public:
     LabelField TxtDayRestore{"TxtDayRestore"};
     TextField txtPhoneNum{"txtPhoneNum"};
     TextField txtPIN{"txtPIN"};
-    ChoiceField CmbCallID{"CmbCallID", {"By network", "CLIR Hide", "CLIR Show"}};
+    ChoiceField CmbCallID{"CmbCallID", {callerIds.begin(), callerIds.end()}};
     TextField txtMonthlyContract{"txtMonthlyContract"};
     TextField txtCallMinutes{"txtCallMinutes"};
     CheckField optBcchLock{"optBcchLock", "Lock to one cell"};

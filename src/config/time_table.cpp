@@ -10,9 +10,6 @@ namespace {
 
 constexpr const char* midnight = "00:00";
 constexpr const char* lastMinute = "23:59";
-constexpr std::size_t wireTimeLength = 4;
-
-int dayBit(std::size_t day) { return (everyDay + 1) >> (day + 1); }
 
 // HH:MM with digits around the colon; which hour and which minute is another question.
 bool hasForm(std::string_view text) { return text.size() == 5 && text[2] == ':'; }
@@ -23,8 +20,6 @@ bool isTime(std::string_view text) {
     return hasForm(text) && hasDigits(text) && hourOf(text) < 24 && minuteOf(text) < 60;
 }
 
-std::string fromOf(const TimeRow& row) { return shownTime(mid(row.time, 1, wireTimeLength)); }
-std::string toOf(const TimeRow& row) { return shownTime(mid(row.time, wireTimeLength + 1)); }
 bool isUsed(const TimeRow& row) { return !row.time.empty() && (fromOf(row) != midnight || toOf(row) != midnight); }
 // The days of an unused row mean nothing.
 int daysOf(const TimeRow& row) { return isUsed(row) ? static_cast<int>(val(row.days)) : 0; }
@@ -35,30 +30,6 @@ const char* mark(bool set) { return set ? "1" : "0"; }
 std::string wireTime(std::string_view text) { return std::string(text.substr(3)) + std::string(text.substr(0, 2)); }
 
 }  // namespace
-
-const std::array<const char*, daysOfWeek> dayNames{"Su", "Mo", "Tu", "We", "Th", "Fr", "Sa"};
-
-std::string shownTime(std::string_view wire) {
-    if (wire.size() != wireTimeLength) return {};
-    return escaped(std::string(wire.substr(2)) + ":" + std::string(wire.substr(0, 2)));
-}
-
-std::string dayWords(int mask) {
-    if (mask == everyDay) return "every day";
-    std::string words;
-    for (std::size_t day = 0; day < daysOfWeek;) {
-        if ((mask & dayBit(day)) == 0) {
-            ++day;
-            continue;
-        }
-        auto last = day;
-        while (last + 1 < daysOfWeek && (mask & dayBit(last + 1)) != 0) ++last;
-        words += (words.empty() ? "" : ", ") + std::string(dayNames[day]);
-        if (last > day) words += (last == day + 1 ? ", " : "-") + std::string(dayNames[last]);
-        day = last + 1;
-    }
-    return words;
-}
 
 TimeTable::TimeTable(RecordForm& form) : form_(form) {
     for (std::size_t row = 0; row < timeRowCount; ++row) {

@@ -13,10 +13,6 @@
 
 namespace trunvex {
 
-inline constexpr std::size_t daysOfWeek = 7;
-inline constexpr int everyDay = 127;                        // the mask of all seven days
-extern const std::array<const char*, daysOfWeek> dayNames;  // "Su" to "Sa", from the mask's highest bit to its lowest
-
 // The times at which a SIM may carry calls: four rows, each with a from, a to and its days.
 class TimeTable {
 public:
@@ -68,10 +64,5 @@ private:
     RecordForm& form_;
     bool forGroup_ = false;
 };
-
-// Four digits of the wire, MMHH, as HH:MM; empty for a text of another length.
-std::string shownTime(std::string_view wire);
-// "Mo-Fr", "Su, We", "every day"; empty for the mask 0.
-std::string dayWords(int mask);
 
 }  // namespace trunvex

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <iterator>
 #include <span>
 #include <string>
 #include <string_view>
@@ -113,6 +114,13 @@ std::string held(const RecordOf<member>& record) {
 template <auto member>
 std::string shown(const RecordOf<member>& record) {
     return escaped(record.*member);
+}
+
+// An index in the words of its list; one beyond it as it is.
+template <auto member, const auto& list>
+std::string listed(const RecordOf<member>& record) {
+    const std::string& index = record.*member;
+    return wholeWithin(index, 0, std::ssize(list) - 1) ? list[static_cast<std::size_t>(val(index))] : escaped(index);
 }
 
 template <auto member>

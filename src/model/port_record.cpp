@@ -1,5 +1,7 @@
 #include "model/port_record.h"
 
+#include <algorithm>
+
 namespace trunvex {
 
 namespace {
@@ -40,6 +42,23 @@ std::string spellLevel(const PortRec& port) {
     return std::to_string(code(static_cast<int>(val(port.*level))));
 }
 
+// As the lever is labelled; levels of the second scale are positions from its other end.
+template <auto level, int step>
+std::string levelWords(const PortRec& port) {
+    const auto& text = port.*level;
+    if (!isWhole(text)) return escaped(text);
+    if (port.secondScale()) return std::to_string(highestSecondLevel - val(text));
+    const auto label = (val(text) - highestLevel / 2) * step;
+    return (label > 0 ? "+" : "") + std::to_string(label);
+}
+
+std::string switchWords(const PortRec& port) {
+    const auto index = simSwitchingIndex(port);
+    if (index.empty()) return escaped(port.SwitchFlags);
+    const bool rejects = (val(port.SwitchFlags) & rejectBit) != 0;
+    return simSwitchings[static_cast<std::size_t>(val(index))] + std::string(", ") + answersToCalls[rejects ? 1 : 0];
+}
+
 void takeRelaxTime(PortRec& port, std::string_view field) { port.RelaxTime = relaxSeconds(field); }
 
 std::string spellRelaxTime(const PortRec& port) {
@@ -61,10 +80,14 @@ using enum Writer;
 constexpr Codec<PortRec> kind{nullptr, spellKind, shown<&PortRec::Kind>};
 constexpr Codec<PortRec> noRegTimer{takeNoRegTimer, codec::held<&PortRec::NoRegTimer>, shown<&PortRec::NoRegTimer>};
 constexpr Codec<PortRec> txLevel{takeLevel<&PortRec::TxLevel, txPosition>, spellLevel<&PortRec::TxLevel, txCode>,
-                                 shown<&PortRec::TxLevel>};
+                                 levelWords<&PortRec::TxLevel, 1>};
 constexpr Codec<PortRec> rxLevel{takeLevel<&PortRec::RxLevel, rxPosition>, spellLevel<&PortRec::RxLevel, rxCode>,
-                                 shown<&PortRec::RxLevel>};
+                                 levelWords<&PortRec::RxLevel, 2>};
 constexpr Codec<PortRec> relaxTime{takeRelaxTime, spellRelaxTime, shown<&PortRec::RelaxTime>};
+constexpr Codec<PortRec> sendComplete{codec::takeText<&PortRec::SendComplete>, codec::held<&PortRec::SendComplete>,
+                                      codec::listed<&PortRec::SendComplete, endsOfDialling>};
+constexpr Codec<PortRec> switchFlags{codec::takeText<&PortRec::SwitchFlags>, codec::held<&PortRec::SwitchFlags>,
+                                     switchWords};
 constexpr Codec<PortRec> reservedText{takeReservedText, spellReservedText,
                                       [](const PortRec& port) { return escaped(spellReservedText(port)); }};
 
@@ -78,9 +101,9 @@ constexpr std::array<Column<PortRec>, 15> columns{{
     {port_at::MinDigits, "Min Digits", text<&PortRec::MinDigits>},
     {port_at::MaxDigits, "Max Digits", number<&PortRec::MaxDigits>},
     {port_at::IntDigPause, "Int Dig Pause", number<&PortRec::IntDigPause>},
-    {port_at::SendComplete, "Send Complete", text<&PortRec::SendComplete>},
+    {port_at::SendComplete, "Send Complete", sendComplete},
     {port_at::RelaxTime, "Relax Time", relaxTime},
-    {port_at::SwitchFlags, "SIM Switching", text<&PortRec::SwitchFlags>},
+    {port_at::SwitchFlags, "SIM Switching", switchFlags},
     {port_at::Reserved20, "Reserved 20", text<&PortRec::Reserved20>},
     {port_at::SimSwap, "SIM Swapping", text<&PortRec::SimSwap>},
     {port_at::ReservedText, "Reserved 17 And 18", reservedText},
@@ -106,6 +129,13 @@ int rxCode(int position) {
 }
 
 int rxPosition(int code) { return code < 0 || code >= rxBand * rxBands ? noLevel : highestLevel - code / rxBand; }
+
+std::string simSwitchingIndex(const PortRec& port) {
+    if (port.SwitchFlags.empty()) return {};
+    const auto code = static_cast<int>(val(port.SwitchFlags)) & simSwitchingBits;
+    const auto found = std::find(simSwitchingCodes.begin(), simSwitchingCodes.end(), code);
+    return found == simSwitchingCodes.end() ? std::string() : std::to_string(found - simSwitchingCodes.begin());
+}
 
 std::string relaxSeconds(std::string_view units) {
     const auto hundredths = val(units) * (unitMs / 10);

@@ -4,16 +4,12 @@
 #include <string>
 
 #include "model/columns.h"
+#include "model/time_row.h"
 
 namespace trunvex {
 
-// A row of a SIM's time table, as it travels.
-struct TimeRow {
-    std::string time;  // MMHHMMHH: from and to, the minutes before the hours
-    std::string days;  // a mask: 64 is Sunday, 1 is Saturday
-};
-
-inline constexpr std::size_t timeRowCount = 4;
+// What the operator chooses from for CallerId.
+inline constexpr std::array<const char*, 3> callerIds{"By network", "CLIR Hide", "CLIR Show"};
 
 // A SIM of a module, as the gateway reports it in A_SIM. Texts are as they travelled.
 struct SimRec {

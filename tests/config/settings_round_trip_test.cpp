@@ -211,5 +211,33 @@ TEST_F(RoundTrip, OfTheClock) {
     expectAll({"CLK", cases, set, system.form, system.cmdClkRefresh, system.cmdSetTime_});
 }
 
+TEST(Differences, AreToldInWords) {
+    const auto told = []<class Rec>(Columns<Rec> columns, void (*store)(Rec&, const Fields&, bool), const char* from,
+                                    const char* changes) {
+        Rec before;
+        store(before, splitString(from, ','), false);
+        auto after = before;
+        store(after, splitString(changes, ','), true);
+        std::string text;
+        for (const auto& one : differences(before, after, columns))
+            text += std::string(one.name) + " " + one.from + " -> " + one.to + ";";
+        return text;
+    };
+    EXPECT_EQ(told.operator()<PortRec>(portColumns, storePort, "11,,,,120,250,51,3,15,60,0,50,0,0,30,00000000",
+                                       "11,1,x,,,4,99,,20,,1,75,120,,,,"),
+              "TX Level -3 -> +2;RX Level 0 -> -6;Max Digits 15 -> 20;Send Complete OMIT -> HASH;"
+              "Relax Time 1 -> 1.5;SIM Switching Time Table, Accept -> Purse with option 4, Reject;");
+    EXPECT_EQ(told.operator()<PortRec>(portColumns, storePort, "12,2,,,120,0,2,3,16,60,0,50,0,0,30,00000000",
+                                       "12,,,,,3,,,,,,,,,,,"),
+              "TX Level 4 -> 1;");
+    EXPECT_EQ(told.operator()<SimRec>(simColumns, storeSim, "111,1,,,0,,,,,,,00005923,127,,,,,,,0,1",
+                                      "111,,,,2,,,,,,,00080020,62,,,,,,,,"),
+              "Caller ID By network -> CLIR Show;Time Table Row 1 00:00-23:59 -> 08:00-20:00;"
+              "Days Of Row 1 every day -> Mo-Fr;");
+    EXPECT_EQ(told.operator()<IsdnRec>(isdnColumns, storeIsdn, "v,8,4,2,49,11,0,0,12,A,0,0,1,0,0,050,3",
+                                       "4,,,33,,,,,A,,,,,,5"),
+              "Network Access NT -> TE;Country Germany -> France;Local Number 12 -> ;Timer Alerting 050 -> 5;");
+}
+
 }  // namespace
 }  // namespace trunvex::fakes
