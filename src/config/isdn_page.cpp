@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "config/isdn_codes.h"
+#include "model/isdn_codes.h"
 #include "text/text_rules.h"
 
 namespace trunvex {
@@ -15,26 +15,35 @@ constexpr int imitation = 1;  // the way of taking calls that goes by the timer 
 // A number as the tables spell it.
 std::string code(std::string_view text) { return text.empty() ? std::string() : std::to_string(val(text)); }
 
-std::string indexFrom(std::string_view number, int first) {
-    return number.empty() ? std::string() : std::to_string(val(number) - first);
+auto number(std::string IsdnRec::*member) {
+    return [member](const IsdnRec& isdn) { return code(isdn.*member); };
+}
+
+std::string crcIndex(const IsdnRec& isdn) {
+    return isdn.CrcMode.empty() ? std::string() : std::to_string(val(isdn.CrcMode) - 1);
+}
+
+// A list of words that stand for codes. A code that the table does not have leaves the list as it is.
+PageTable<IsdnRec>::Row choice(std::size_t at, ChoiceField& field, std::string IsdnRec::*member,
+                               const isdn_codes::Table& table) {
+    const auto held = [&field, &table, member](const IsdnRec& isdn) {
+        const auto text = isdn_codes::textOf(table, code(isdn.*member));
+        for (std::size_t i = 0; i < field.items().size(); ++i)
+            if (!text.empty() && field.items()[i] == text) return std::to_string(i);
+        return field.value();
+    };
+    const auto wire = [&field, &table](const IsdnRec&) { return isdn_codes::codeOf(table, field.text()); };
+    field.setItems(isdn_codes::texts(table));
+    return {PageTable<IsdnRec>::noBox, "", {{field, held}}, {{at, wire}}};
 }
 
 }  // namespace
 
 IsdnPage::IsdnPage(Session& session, const PageTools& tools, SettingsRecords& records)
     : Page(session, {"isdn", "ISDN", "ISDN settings", Isdn}), tools_(tools) {
-    CmbNetworkAccess.setItems(isdn_codes::texts(isdn_codes::networkAccess));
-    CmbSynchronization.setItems(isdn_codes::texts(isdn_codes::synchronization));
-    CmbIncomingCalls.setItems(isdn_codes::texts(isdn_codes::incomingCalls));
-    CmbCountryCode.setItems(isdn_codes::texts(isdn_codes::countryCode));
-    CmbISDNVersion.setEntries(
-        {"AT&T4ES", "AT&T5ES", "EuroISDN", "1TR6", "QSIG", "NorTelDMS100", "National ISDN", "Hong Kong", "Korea"});
-    cmbNumIdentif.setItems(isdn_codes::texts(isdn_codes::numberIdentification));
-    for (InputField* field : std::initializer_list<InputField*>{
-             &CmbNetworkAccess, &CmbSynchronization, &CmbIncomingCalls, &CmbCountryCode, &CmbISDNVersion,
-             &TxtLocalNumber, &TxtLocalSubAddress, &cmbTypeOfNumber, &cmbNumIdentif, &cmbISD[0], &cmbISD[1],
-             &CmbIncomingCallsMode, &txtInCallMode})
-        form.add(*field);
+    bindLine();
+    bindCalls();
+    table_.addFieldsTo(form);
     form.changed().connect([this] { followRules(); });
     records.isdnStored.connect([this] { show(); });
     for (const char* mnemonic : {"ISD", "SYS"})
@@ -52,6 +61,50 @@ std::vector<QueueItem> IsdnPage::missing() {
     return {command("R_ISD", "ISDN")};
 }
 
+void IsdnPage::bindLine() {
+    using namespace isdn_codes;
+    table_.add(choice(isdn_at::NetworkAccess, CmbNetworkAccess, &IsdnRec::NetworkAccess, networkAccess));
+    table_.add(choice(isdn_at::Synchronization, CmbSynchronization, &IsdnRec::Synchronization, synchronization));
+    table_.add(choice(isdn_at::CountryCode, CmbCountryCode, &IsdnRec::CountryCode, countryCode));
+    CmbISDNVersion.setEntries(
+        {"AT&T4ES", "AT&T5ES", "EuroISDN", "1TR6", "QSIG", "NorTelDMS100", "National ISDN", "Hong Kong", "Korea"});
+    const auto version = [this](const IsdnRec& isdn) {
+        const auto text = textOf(isdnVersion, code(isdn.IsdnVersion));
+        return text.empty() ? CmbISDNVersion.text() : text;
+    };
+    const auto crc = [this](const IsdnRec&) {
+        return cmbISD[0].index() == ChoiceField::none ? "" : std::to_string(cmbISD[0].index() + 1);
+    };
+    const auto zero = [](const IsdnRec&) { return "0"; };
+    table_.add({table_.noBox,
+                "",
+                {{CmbISDNVersion, version}, {cmbISD[0], crcIndex}, {cmbISD[1], number(&IsdnRec::CableMode)}},
+                {{isdn_at::IsdnVersion, [this](const IsdnRec&) { return codeOf(isdnVersion, CmbISDNVersion.text()); }},
+                 {isdn_at::CrcMode, crc},
+                 {isdn_at::CableMode, content(cmbISD[1])},
+                 {isdn_at::Reserved13, zero},
+                 {isdn_at::Reserved14, zero}}});
+}
+
+void IsdnPage::bindCalls() {
+    table_.add(choice(isdn_at::IncomingCalls, CmbIncomingCalls, &IsdnRec::IncomingCalls, isdn_codes::incomingCalls));
+    table_.add(choice(isdn_at::NumberIdentification, cmbNumIdentif, &IsdnRec::NumberIdentification,
+                      isdn_codes::numberIdentification));
+    const auto timer = [this](const IsdnRec&) { return pad(txtInCallMode.text(), alertDigits, '0', PadSide::Left); };
+    table_.add({table_.noBox,
+                "",
+                {{TxtLocalNumber, told(&IsdnRec::LocalNumber)},
+                 {TxtLocalSubAddress, told(&IsdnRec::LocalSubAddress)},
+                 {cmbTypeOfNumber, number(&IsdnRec::TypeOfNumber)},
+                 {CmbIncomingCallsMode, number(&IsdnRec::InCallMode)},
+                 {txtInCallMode, number(&IsdnRec::AlertTimer)}},
+                {{isdn_at::LocalNumber, content(TxtLocalNumber)},
+                 {isdn_at::LocalSubAddress, content(TxtLocalSubAddress)},
+                 {isdn_at::TypeOfNumber, content(cmbTypeOfNumber)},
+                 {isdn_at::InCallMode, content(CmbIncomingCallsMode)},
+                 {isdn_at::AlertTimer, timer}}});
+}
+
 void IsdnPage::forget() {
     form.forgetAll();
     TxtISM_VER.setText("");
@@ -60,32 +113,8 @@ void IsdnPage::forget() {
 
 void IsdnPage::show() {
     TxtISM_VER.setText(escaped(trim(tools_.tables.isdn.IsmVersion)));
-    form.take(heldValues(tools_.tables.isdn));
+    form.take(table_.held(tools_.tables.isdn));
     followRules();
-}
-
-// In the order in which the form has its fields. A code that no table has leaves its list as it is.
-std::vector<std::string> IsdnPage::heldValues(const IsdnRec& isdn) const {
-    const auto choice = [](const ChoiceField& field, const isdn_codes::Table& table, std::string_view wire) {
-        const auto text = isdn_codes::textOf(table, code(wire));
-        for (std::size_t i = 0; i < field.items().size(); ++i)
-            if (!text.empty() && field.items()[i] == text) return std::to_string(i);
-        return field.value();
-    };
-    const auto version = isdn_codes::textOf(isdn_codes::isdnVersion, code(isdn.IsdnVersion));
-    return {choice(CmbNetworkAccess, isdn_codes::networkAccess, isdn.NetworkAccess),
-            choice(CmbSynchronization, isdn_codes::synchronization, isdn.Synchronization),
-            choice(CmbIncomingCalls, isdn_codes::incomingCalls, isdn.IncomingCalls),
-            choice(CmbCountryCode, isdn_codes::countryCode, isdn.CountryCode),
-            version.empty() ? CmbISDNVersion.text() : version,
-            escaped(isdn.LocalNumber),
-            escaped(isdn.LocalSubAddress),
-            code(isdn.TypeOfNumber),
-            choice(cmbNumIdentif, isdn_codes::numberIdentification, isdn.NumberIdentification),
-            indexFrom(isdn.CrcMode, 1),
-            indexFrom(isdn.CableMode, 0),
-            code(isdn.InCallMode),
-            code(isdn.AlertTimer)};
 }
 
 // The timer counts for imitated processing only; greyed, it is what the gateway holds.
@@ -126,25 +155,9 @@ std::string IsdnPage::buildLine(bool store) {
     form.clearProblems();
     const auto fault = firstFault();
     if (!fault.word.empty()) return fault.orTell(tools_.dialogs);
-    using namespace isdn_codes;
-    const std::array<std::string, 15> values{
-        codeOf(networkAccess, CmbNetworkAccess.text()),
-        codeOf(synchronization, CmbSynchronization.text()),
-        codeOf(incomingCalls, CmbIncomingCalls.text()),
-        codeOf(countryCode, CmbCountryCode.text()),
-        codeOf(isdnVersion, CmbISDNVersion.text()),
-        "0",
-        "0",
-        TxtLocalNumber.text(),
-        TxtLocalSubAddress.text(),
-        cmbTypeOfNumber.value(),
-        codeOf(numberIdentification, cmbNumIdentif.text()),
-        cmbISD[0].index() == ChoiceField::none ? "" : std::to_string(cmbISD[0].index() + 1),
-        cmbISD[1].value(),
-        CmbIncomingCallsMode.value(),
-        pad(txtInCallMode.text(), alertDigits, '0', PadSide::Left)};
-    std::string body;
-    for (const auto& value : values) body += (&value == &values.front() ? "" : ",") + value;
+    const auto fields = table_.line(tools_.tables.isdn, isdn_at::AlertTimer, [](std::size_t) { return true; });
+    std::string body = fields[isdn_at::NetworkAccess];
+    for (std::size_t at = isdn_at::NetworkAccess + 1; at < fields.size(); ++at) body += "," + fields[at];
     if (store) {
         storeIsdn(tools_.tables.isdn, splitString(body, ','), true);
         show();
@@ -163,7 +176,7 @@ void IsdnPage::CmdWriteISDN() {
     if (line.empty()) return;
     auto sent = tools_.tables.isdn;
     storeIsdn(sent, fieldsOf(line), true);
-    form.respell(heldValues(sent));  // "005" is told back as 5
+    form.respell(table_.held(sent));  // "005" is told back as 5
     tools_.write(line, "ISDN", "send data : ");
 }
 

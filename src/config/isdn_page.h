@@ -1,5 +1,6 @@
 #pragma once
 
+#include "config/page_table.h"
 #include "config/page_tools.h"
 #include "model/settings_records.h"
 #include "pages/page.h"
@@ -47,9 +48,11 @@ public:
 private:
     void show();
     void followRules();
-    std::vector<std::string> heldValues(const IsdnRec& isdn) const;
+    void bindLine();
+    void bindCalls();
     BuiltLine firstFault();
 
+    PageTable<IsdnRec> table_;
     const PageTools& tools_;
 };
 

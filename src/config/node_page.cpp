@@ -26,11 +26,6 @@ void NodePage::begin() {
     forget();
 }
 
-void NodePage::addIncludeBoxes(const char* name, std::initializer_list<const char*> captions) {
-    for (const char* caption : captions)
-        frame.include.emplace_back(arrayName(name, static_cast<int>(frame.include.size())), caption);
-}
-
 bool NodePage::showsGroup() const {
     const auto types = {"GRP", "MDD", "PRT", "SMM"};
     return std::any_of(types.begin(), types.end(), [this](const char* type) { return contains(key_, type); });

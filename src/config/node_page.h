@@ -48,7 +48,6 @@ protected:
 
     // The last step of a page's constructor, when its fields are in the form.
     void begin();
-    void addIncludeBoxes(const char* name, std::initializer_list<const char*> captions);
     bool included(std::size_t field) const { return frame.include[field].checked(); }
 
     // True while the single record that is selected is one that can be written.
@@ -64,7 +63,7 @@ protected:
     // The line for a member of the group; none leaves the member out.
     virtual BuiltLine buildMember(const std::string& key) = 0;
     // The form's values once the gateway has taken a line, as it will tell them.
-    virtual std::vector<std::string> valuesAfter(std::string_view line) const = 0;
+    virtual RecordForm::Values valuesAfter(std::string_view line) const = 0;
 
     const PageTools& tools_;
     PortTree& tree_;

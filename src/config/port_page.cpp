@@ -1,8 +1,5 @@
 #include "config/port_page.h"
 
-#include <algorithm>
-#include <array>
-
 #include "model/node_key.h"
 #include "text/text_rules.h"
 
@@ -10,26 +7,35 @@ namespace trunvex {
 
 namespace {
 
-constexpr int switchingBits = 56;
-constexpr int rejectBit = 64;
-constexpr std::array switchingCodes{0, 32, 8, 40, 24, 56};  // by index of cmbSimSwitching
-constexpr int swapping = 1;                                 // the choice that goes by txtSimSwap
-constexpr std::size_t lastField = 16;
+constexpr int swapping = 1;  // the choice that goes by txtSimSwap
 
-std::string switchingIndex(std::string_view flags) {
-    if (flags.empty()) return {};
-    const auto code = static_cast<int>(val(flags)) & switchingBits;
-    const auto found = std::find(switchingCodes.begin(), switchingCodes.end(), code);
-    return found == switchingCodes.end() ? std::string() : std::to_string(found - switchingCodes.begin());
-}
-
-std::string rejectIndex(std::string_view flags) {
-    return flags.empty() ? std::string() : (val(flags) & rejectBit) != 0 ? "1" : "0";
+std::string rejectIndex(const PortRec& port) {
+    return port.SwitchFlags.empty() ? std::string() : (val(port.SwitchFlags) & rejectBit) != 0 ? "1" : "0";
 }
 
 // The wire's number of the second scale and the lever's position: each is four minus the other.
-std::string secondLevel(std::string_view text) {
+std::string turned(std::string_view text) {
     return isWhole(text) ? std::to_string(highestSecondLevel - val(text)) : std::string();
+}
+
+// A lever of either scale shows the levels of its own.
+auto firstLevel(std::string PortRec::*level) {
+    return [level](const PortRec& port) { return port.secondScale() ? std::string() : port.*level; };
+}
+auto secondLevel(std::string PortRec::*level) {
+    return [level](const PortRec& port) { return port.secondScale() ? turned(port.*level) : std::string(); };
+}
+
+// The code of the lever that the port goes by; a CDMA port and one that is not known has no levels.
+auto levelCode(const SliderField& first, const SliderField& second, int (*code)(int)) {
+    return [&first, &second, code](const PortRec& to) {
+        if (to.Kind != "GSM") return std::string();
+        return to.secondScale() ? turned(second.value()) : std::to_string(code(first.position()));
+    };
+}
+
+auto trimmed(const TextField& field) {
+    return [&field](const PortRec&) { return std::string(trim(field.text())); };
 }
 
 }  // namespace
@@ -37,13 +43,12 @@ std::string secondLevel(std::string_view text) {
 PortPage::PortPage(const PageTools& tools, PortTree& tree, SettingsRecords& records, GroupWrite& groupWrite)
     : NodePage(tools, tree, groupWrite,
                {lblPortCaption, lblPortHint, chkIncGrpMod, cmdUndoPort, cmdModRefresh, cmdWritePort}) {
-    addIncludeBoxes("chkIncGrpMod", {"Minimum digits", "Maximum digits", "Pause between digits", "End of dialling",
-                                     "Relax time", "Levels", "No registration timer", "SIM switching"});
     cmbRelaxTime.setEntries({"0", "0.5", "1", "1.5", "2", "3", "4", "5"});
-    for (InputField* field : std::initializer_list<InputField*>{
-             &TxtMinDigits, &TxtMaxDigits, &TxtIntDigPause, &CmbSendComplete, &cmbRelaxTime, &txtNoRegTimer,
-             &cmbSimSwitching, &cmbCallReject, &txtSimSwap, &SldTXvol, &SldRXvol, &SldTX_SE, &SldRX_SE})
-        form.add(*field);
+    bindFields();
+    bindLevels();
+    bindSwitching();
+    table_.addFieldsTo(form);
+    table_.addBoxesTo(chkIncGrpMod, "chkIncGrpMod");
     records.portStored.connect([this](int mcu, int module) {
         if (portOf(key_) == &tools_.tables.port(mcu, module)) refresh();
     });
@@ -51,6 +56,51 @@ PortPage::PortPage(const PageTools& tools, PortTree& tree, SettingsRecords& reco
         if (showsGroup()) refresh();
     });
     begin();
+}
+
+void PortPage::bindFields() {
+    const auto bind = [this](std::size_t box, const char* caption, std::size_t at, InputField& field,
+                             std::string PortRec::*member, auto wire) {
+        table_.add({box, caption, {{field, member}}, {{at, wire}}});
+    };
+    using namespace port_at;
+    bind(IncMinDigits, "Minimum digits", MinDigits, TxtMinDigits, &PortRec::MinDigits, content(TxtMinDigits));
+    bind(IncMaxDigits, "Maximum digits", MaxDigits, TxtMaxDigits, &PortRec::MaxDigits, content(TxtMaxDigits));
+    bind(IncIntDigPause, "Pause between digits", IntDigPause, TxtIntDigPause, &PortRec::IntDigPause,
+         content(TxtIntDigPause));
+    bind(IncSendComplete, "End of dialling", SendComplete, CmbSendComplete, &PortRec::SendComplete,
+         content(CmbSendComplete));
+    bind(IncRelaxTime, "Relax time", RelaxTime, cmbRelaxTime, &PortRec::RelaxTime, [this](const PortRec&) {
+        const auto& text = cmbRelaxTime.text();
+        return text.empty() ? text : std::to_string(relaxUnits(trim(text)));
+    });
+    bind(IncNoRegTimer, "No registration timer", NoRegTimer, txtNoRegTimer, &PortRec::NoRegTimer,
+         trimmed(txtNoRegTimer));
+    const auto kind = [](const PortRec& to) { return to.Kind == "CDM" ? "1" : ""; };
+    table_.add({table_.noBox, "", {}, {{Kind, kind}, {Reserved20, [](const PortRec&) { return "0"; }}}});
+}
+
+void PortPage::bindLevels() {
+    table_.add({IncLevels,
+                "Levels",
+                {{SldTXvol, firstLevel(&PortRec::TxLevel)},
+                 {SldRXvol, firstLevel(&PortRec::RxLevel)},
+                 {SldTX_SE, secondLevel(&PortRec::TxLevel)},
+                 {SldRX_SE, secondLevel(&PortRec::RxLevel)}},
+                {{port_at::TxLevel, levelCode(SldTXvol, SldTX_SE, txCode)},
+                 {port_at::RxLevel, levelCode(SldRXvol, SldRX_SE, rxCode)}}});
+}
+
+void PortPage::bindSwitching() {
+    const auto flags = [this](const PortRec&) {
+        if (cmbSimSwitching.index() == ChoiceField::none) return std::string();
+        return std::to_string(simSwitchingCodes.at(static_cast<std::size_t>(cmbSimSwitching.index())) +
+                              (cmbCallReject.index() == 1 ? rejectBit : 0));
+    };
+    table_.add({IncSimSwitching,
+                "SIM switching",
+                {{cmbSimSwitching, simSwitchingIndex}, {cmbCallReject, rejectIndex}, {txtSimSwap, &PortRec::SimSwap}},
+                {{port_at::SwitchFlags, flags}, {port_at::SimSwap, trimmed(txtSimSwap)}}});
 }
 
 PortRec* PortPage::portOf(std::string_view key) const {
@@ -74,7 +124,7 @@ void PortPage::fillRecord() {
         return;
     }
     lblPortCaption.setText(key_.empty() ? "" : nodeText() + " Setting");
-    if (port && port->loaded()) form.take(heldValues(*port));
+    if (port && port->loaded()) form.take(table_.held(*port));
     const bool levels = port && port->Kind != "CDM";
     showLevels(levels && !port->secondScale(), levels && port->secondScale());
 }
@@ -103,30 +153,12 @@ void PortPage::fillGroup(const std::vector<std::string>& ports) {
     showLevels(true, second != nullptr);
     if (form.edited()) return;
     const auto* model = first ? first : second;
-    auto values = model ? heldValues(*model) : std::vector<std::string>(portFormFields);
+    auto values = model ? table_.held(*model) : RecordForm::Values();
     if (second) {
-        const auto levels = heldValues(*second);
-        std::copy(levels.end() - 2, levels.end(), values.end() - 2);
+        auto levels = table_.held(*second);
+        for (const InputField* lever : {&SldTX_SE, &SldRX_SE}) values[lever] = levels[lever];
     }
     form.propose(values);
-}
-
-// In the order in which the form has its fields.
-std::vector<std::string> PortPage::heldValues(const PortRec& port) const {
-    const bool second = port.secondScale();
-    return {port.MinDigits,
-            port.MaxDigits,
-            port.IntDigPause,
-            port.SendComplete,
-            port.RelaxTime,
-            port.NoRegTimer,
-            switchingIndex(port.SwitchFlags),
-            rejectIndex(port.SwitchFlags),
-            port.SimSwap,
-            second ? "" : port.TxLevel,
-            second ? "" : port.RxLevel,
-            second ? secondLevel(port.TxLevel) : "",
-            second ? secondLevel(port.RxLevel) : ""};
 }
 
 void PortPage::showLevels(bool first, bool second) {
@@ -176,46 +208,23 @@ BuiltLine PortPage::firstFault() {
     return {};
 }
 
-std::string PortPage::level(const PortRec* port, const SliderField& first, const SliderField& second,
-                            int (*code)(int)) const {
-    if (!port || !port->secondScale()) return std::to_string(code(first.position()));
-    return second.position() == SliderField::none ? "" : std::to_string(highestSecondLevel - second.position());
-}
-
 BuiltLine PortPage::WriteMod(std::string_view key, bool isCdma) {
     if (auto fault = firstFault(); !fault.word.empty()) return fault;
     const auto* port = portOf(key);
-    std::array<std::string, lastField + 1> fields;
-    if (isCdma) fields[1] = "1";
-    if (included(IncNoRegTimer)) fields[4] = trim(txtNoRegTimer.text());
-    if (included(IncLevels) && contains(key, "MOD") && !isCdma) {
-        fields[5] = level(port, SldTXvol, SldTX_SE, txCode);
-        fields[6] = level(port, SldRXvol, SldRX_SE, rxCode);
-    }
-    if (included(IncMinDigits)) fields[7] = TxtMinDigits.text();
-    if (included(IncMaxDigits)) fields[8] = TxtMaxDigits.text();
-    if (included(IncIntDigPause)) fields[9] = TxtIntDigPause.text();
-    if (included(IncSendComplete)) fields[10] = CmbSendComplete.value();
-    if (included(IncRelaxTime) && !cmbRelaxTime.text().empty())
-        fields[11] = std::to_string(relaxUnits(trim(cmbRelaxTime.text())));
-    if (included(IncSimSwitching)) {
-        if (cmbSimSwitching.index() != ChoiceField::none)
-            fields[12] = std::to_string(switchingCodes.at(static_cast<std::size_t>(cmbSimSwitching.index())) +
-                                        (cmbCallReject.index() == 1 ? rejectBit : 0));
-        fields[14] = trim(txtSimSwap.text());
-    }
-    fields[13] = "0";
-    return BuiltLine::change(node_key::stored(key), fields);
+    auto to = port ? *port : PortRec{};
+    to.Kind = isCdma ? "CDM" : contains(key, "MOD") ? "GSM" : "";
+    return BuiltLine::change(node_key::stored(key),
+                             table_.line(to, port_at::LineEnd, [this](std::size_t box) { return included(box); }));
 }
 
 BuiltLine PortPage::buildShown() { return WriteMod(key_, contains(key_, "CDM")); }
 
 BuiltLine PortPage::buildMember(const std::string& key) { return WriteMod(key, portOf(key)->Kind == "CDM"); }
 
-std::vector<std::string> PortPage::valuesAfter(std::string_view line) const {
+RecordForm::Values PortPage::valuesAfter(std::string_view line) const {
     auto port = *portOf(key_);
     storePort(port, fieldsOf(line), true);
-    return heldValues(port);
+    return table_.held(port);
 }
 
 }  // namespace trunvex

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "config/node_page.h"
+#include "config/page_table.h"
 #include "model/settings_records.h"
 
 namespace trunvex {
@@ -23,13 +24,11 @@ public:
     TextField TxtMinDigits{"TxtMinDigits"};
     TextField TxtMaxDigits{"TxtMaxDigits"};
     TextField TxtIntDigPause{"TxtIntDigPause"};
-    ChoiceField CmbSendComplete{"CmbSendComplete", {"OMIT", "HASH"}};
+    ChoiceField CmbSendComplete{"CmbSendComplete", {endsOfDialling.begin(), endsOfDialling.end()}};
     HistoryField cmbRelaxTime{"cmbRelaxTime"};
     TextField txtNoRegTimer{"txtNoRegTimer"};
-    ChoiceField cmbSimSwitching{"cmbSimSwitching",
-                                {"Time Table", "SIM Swapping", "Purse with option 1", "Purse with option 2",
-                                 "Purse with option 3", "Purse with option 4"}};
-    ChoiceField cmbCallReject{"cmbCallReject", {"Accept", "Reject"}};
+    ChoiceField cmbSimSwitching{"cmbSimSwitching", {simSwitchings.begin(), simSwitchings.end()}};
+    ChoiceField cmbCallReject{"cmbCallReject", {answersToCalls.begin(), answersToCalls.end()}};
     TextField txtSimSwap{"txtSimSwap"};
     LabelField framRX_TX{"framRX_TX", "Levels"};  // hidden where a module has none
     SliderField SldTXvol{"SldTXvol", highestLevel};
@@ -43,8 +42,6 @@ public:
     ActionField cmdUndoPort{"cmdUndoPort", "Undo"};
 
 private:
-    static constexpr std::size_t portFormFields = 13;
-
     bool writable() const override;
     void fillRecord() override;
     void fillGroup(const std::vector<std::string>& ports) override;
@@ -52,16 +49,19 @@ private:
     std::vector<QueueItem> readBatch() const override;
     BuiltLine buildShown() override;
     BuiltLine buildMember(const std::string& key) override;
-    std::vector<std::string> valuesAfter(std::string_view line) const override;
+    RecordForm::Values valuesAfter(std::string_view line) const override;
 
+    void bindFields();
+    void bindLevels();
+    void bindSwitching();
     BuiltLine firstFault();
-    std::string level(const PortRec* port, const SliderField& first, const SliderField& second, int (*code)(int)) const;
     PortRec* portOf(std::string_view key) const;
     std::string nodeText() const;
     QueueItem readCommand() const;
-    std::vector<std::string> heldValues(const PortRec& port) const;
     void showFacts(const PortRec* port);
     void showLevels(bool first, bool second);
+
+    PageTable<PortRec> table_;
 };
 
 // The members of chkIncGrpMod.

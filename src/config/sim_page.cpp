@@ -9,7 +9,6 @@ namespace trunvex {
 
 namespace {
 
-constexpr std::size_t lastField = 19;
 constexpr int restoreBits = 31;
 constexpr int modeBits = 96;
 constexpr int switchBit = 128;
@@ -39,14 +38,14 @@ bool isPhoneNumber(std::string_view text) {
 SimPage::SimPage(const PageTools& tools, PortTree& tree, SettingsRecords& records, GroupWrite& groupWrite)
     : NodePage(tools, tree, groupWrite,
                {lblSimCaption, lblSimHint, chkIncGrpSim, cmdUndoSim, cmdSimRefresh, cmdWriteSIM}) {
-    addIncludeBoxes("chkIncGrpSim", {"Phone number", "PIN", "Caller ID", "Monthly budget", "Call minutes", "Cell lock",
-                                     "Least signal", "BCCH timer", "Operator ID", "Time table", "Bundle"});
     cmbBcchRssi.setItems(signalLevels());
-    for (InputField* field : std::initializer_list<InputField*>{
-             &txtPhoneNum, &txtPIN, &CmbCallID, &txtMonthlyContract, &txtCallMinutes, &optBcchLock, &txtCelLock,
-             &cmbBcchRssi, &txtBcchTimer, &txtBcchNetID, &txtBundleLoading[0], &txtBundleLoading[1]})
-        form.add(*field);
-    timeTable.addFields();
+    bindFields();
+    bindCellLock();
+    bindBundle();
+    table_.add(timeTable.row(IncTimeTable, "Time table"));
+    table_.addFieldsTo(form);
+    table_.addBoxesTo(chkIncGrpSim, "chkIncGrpSim");
+    timeTable.followTurns();
     records.simStored.connect([this](int mcu, int module, int sim) {
         if (key_ == node_key::sim(mcu, module, sim)) refresh();
     });
@@ -54,6 +53,53 @@ SimPage::SimPage(const PageTools& tools, PortTree& tree, SettingsRecords& record
         if (showsGroup() && command == "R_" + readKey()) refresh();
     });
     begin();
+}
+
+void SimPage::bindFields() {
+    table_.add({IncPhoneNumber,
+                "Phone number",
+                {{txtPhoneNum, told(&SimRec::PhoneNumber)}},
+                {{sim_at::PhoneNumber, content(txtPhoneNum)}}});
+    table_.add({IncPin, "PIN", {{txtPIN, told(&SimRec::Pin)}}, {{sim_at::Pin, content(txtPIN)}}});
+    table_.add({IncCallerId, "Caller ID", {{CmbCallID, &SimRec::CallerId}}, {{sim_at::CallerId, content(CmbCallID)}}});
+    table_.add({IncContract,
+                "Monthly budget",
+                {{txtMonthlyContract, told(&SimRec::MonthlyContract)}},
+                {{sim_at::MonthlyContract, [this](const SimRec&) {
+                      return txtMonthlyContract.text().empty() ? noLimit : txtMonthlyContract.text();
+                  }}}});
+    table_.add({IncCallMinutes,
+                "Call minutes",
+                {{txtCallMinutes, told(&SimRec::CallMinutes)}},
+                {{sim_at::CallMinutes, content(txtCallMinutes)}}});
+}
+
+void SimPage::bindCellLock() {
+    const auto locked = [](const SimRec& sim) { return val(sim.CellLock) != 0 ? "1" : "0"; };
+    const auto cell = [](const SimRec& sim) {
+        return isWhole(sim.CellLock) ? std::to_string(val(sim.CellLock)) : escaped(sim.CellLock);
+    };
+    const auto lock = [this](const SimRec&) { return optBcchLock.checked() ? txtCelLock.text() : "0"; };
+    table_.add({IncCellLock, "Cell lock", {{optBcchLock, locked}, {txtCelLock, cell}}, {{sim_at::CellLock, lock}}});
+    table_.add(
+        {IncRssi, "Least signal", {{cmbBcchRssi, &SimRec::BcchRssi}}, {{sim_at::BcchRssi, content(cmbBcchRssi)}}});
+    table_.add({IncBcchTimer,
+                "BCCH timer",
+                {{txtBcchTimer, told(&SimRec::BcchTimer)}},
+                {{sim_at::BcchTimer, content(txtBcchTimer)}}});
+    table_.add({IncNetId,
+                "Operator ID",
+                {{txtBcchNetID, told(&SimRec::BcchNetId)}},
+                {{sim_at::BcchNetId, content(txtBcchNetID)}}});
+}
+
+void SimPage::bindBundle() {
+    auto& [mode, enabled] = txtBundleLoading;
+    table_.add({IncBundle,
+                "Bundle",
+                {{mode, [this](const SimRec& sim) { return bundleMode(sim); }},
+                 {enabled, [](const SimRec& sim) { return (val(sim.BundleFlags) & switchBit) != 0 ? "0" : "1"; }}},
+                {{sim_at::BundleFlags, [this](const SimRec& to) { return bundleFlags(to); }}}});
 }
 
 SimRec* SimPage::simOf(std::string_view key) const {
@@ -82,7 +128,7 @@ void SimPage::fillRecord() {
                                                  : port + ": Port not found");
     const auto* sim = writable() && simOf(key_)->loaded() ? simOf(key_) : nullptr;
     showFacts(sim);
-    if (sim) form.take(heldValues(*sim));
+    if (sim) form.take(table_.held(*sim));
 }
 
 void SimPage::fillGroup(const std::vector<std::string>&) {
@@ -92,37 +138,13 @@ void SimPage::fillGroup(const std::vector<std::string>&) {
     const auto* sim = simOf(source);
     if (!sim || !sim->loaded()) return;
     lblSimHint.setText("The values were read from " + tree_.captionOf(source) + ".");
-    if (!form.edited()) form.propose(heldValues(*sim));
+    if (!form.edited()) form.propose(table_.held(*sim));
 }
 
 void SimPage::showFacts(const SimRec* sim) {
     lblPredial.setText(sim ? escaped(sim->Predial) : "");
     const auto day = sim ? val(sim->BundleFlags) & restoreBits : 0;
     TxtDayRestore.setText(!sim ? "" : day == 0 ? "none" : std::to_string(day));
-}
-
-// In the order in which the form has its fields.
-std::vector<std::string> SimPage::heldValues(const SimRec& sim) const {
-    const auto flags = static_cast<int>(val(sim.BundleFlags));
-    const auto mode = flags & modeBits;
-    std::string modeIndex = mode == 0 ? "0" : mode == 32 ? "1" : mode == 64 ? "3" : "";
-    if (mode == 0 && txtBundleLoading[0].index() == byRefill) modeIndex = std::to_string(byRefill);
-    const bool locked = val(sim.CellLock) != 0;
-    std::vector<std::string> values{escaped(sim.PhoneNumber),
-                                    escaped(sim.Pin),
-                                    sim.CallerId,
-                                    escaped(sim.MonthlyContract),
-                                    escaped(sim.CallMinutes),
-                                    locked ? "1" : "0",
-                                    isWhole(sim.CellLock) ? std::to_string(val(sim.CellLock)) : escaped(sim.CellLock),
-                                    sim.BcchRssi,
-                                    escaped(sim.BcchTimer),
-                                    escaped(sim.BcchNetId),
-                                    modeIndex,
-                                    (flags & switchBit) != 0 ? "0" : "1"};
-    const auto table = TimeTable::heldValues(sim);
-    values.insert(values.end(), table.begin(), table.end());
-    return values;
 }
 
 // What belongs to the cell lock can be set while the lock is on; greyed, it is what the gateway holds.
@@ -175,36 +197,29 @@ BuiltLine SimPage::firstFault(bool lineByLine) {
     return {};
 }
 
-std::string SimPage::bundleFlags(const SimRec* sim) const {
-    const auto held = sim ? static_cast<int>(val(sim->BundleFlags)) : 0;
+// Two modes look the same: the operator's choice of the second stays.
+std::string SimPage::bundleMode(const SimRec& sim) const {
+    const auto code = static_cast<int>(val(sim.BundleFlags)) & modeBits;
+    const auto found = std::find(modeCodes.begin(), modeCodes.end(), code);
+    if (found == modeCodes.end()) return {};
+    const bool refills = code == modeCodes[byRefill] && txtBundleLoading[0].index() == byRefill;
+    return std::to_string(refills ? byRefill : found - modeCodes.begin());
+}
+
+std::string SimPage::bundleFlags(const SimRec& to) const {
+    const auto held = static_cast<int>(val(to.BundleFlags));
     const auto mode = txtBundleLoading[0].index();
     const auto enabled = txtBundleLoading[1].index() == 0 ? switchBit : 0;
-    if (mode == ChoiceField::none && !(sim && sim->loaded())) return {};
+    if (mode == ChoiceField::none && !to.loaded()) return {};
     const auto modeCode = mode == ChoiceField::none ? held & modeBits : modeCodes.at(static_cast<std::size_t>(mode));
     return std::to_string((held & restoreBits) + modeCode + enabled);
 }
 
 BuiltLine SimPage::build(std::string_view key, bool lineByLine) {
     if (auto fault = firstFault(lineByLine); !fault.word.empty()) return fault;
-    std::array<std::string, lastField + 1> fields;
-    if (included(IncPhoneNumber)) fields[1] = txtPhoneNum.text();
-    if (included(IncPin)) fields[2] = txtPIN.text();
-    if (included(IncCallerId)) fields[4] = CmbCallID.value();
-    if (included(IncContract)) fields[5] = txtMonthlyContract.text().empty() ? noLimit : txtMonthlyContract.text();
-    if (included(IncCallMinutes)) fields[6] = txtCallMinutes.text();
-    if (included(IncCellLock)) fields[7] = optBcchLock.checked() ? txtCelLock.text() : "0";
-    if (included(IncRssi)) fields[8] = cmbBcchRssi.value();
-    if (included(IncBcchTimer)) fields[9] = txtBcchTimer.text();
-    if (included(IncNetId)) fields[10] = txtBcchNetID.text();
-    if (included(IncTimeTable)) {
-        const auto rows = timeTable.rows();
-        for (std::size_t row = 0; row < timeRowCount; ++row) {
-            fields[11 + 2 * row] = rows[row].time;
-            fields[12 + 2 * row] = rows[row].days;
-        }
-    }
-    if (included(IncBundle)) fields[lastField] = bundleFlags(simOf(key));
-    return BuiltLine::change(std::string(key), fields);
+    const auto* sim = simOf(key);
+    return BuiltLine::change(std::string(key), table_.line(sim ? *sim : SimRec{}, sim_at::BundleFlags,
+                                                           [this](std::size_t box) { return included(box); }));
 }
 
 BuiltLine SimPage::buildShown() { return build(key_, !showsGroup()); }
@@ -215,10 +230,10 @@ BuiltLine SimPage::buildMember(const std::string& key) {
 }
 
 // An empty budget is told back as 59999, a table without a row in use as no limits.
-std::vector<std::string> SimPage::valuesAfter(std::string_view line) const {
+RecordForm::Values SimPage::valuesAfter(std::string_view line) const {
     auto sim = *simOf(key_);
     storeSim(sim, fieldsOf(line), true);
-    return heldValues(sim);
+    return table_.held(sim);
 }
 
 }  // namespace trunvex

@@ -24,7 +24,7 @@ public:
     LabelField TxtDayRestore{"TxtDayRestore"};
     TextField txtPhoneNum{"txtPhoneNum"};
     TextField txtPIN{"txtPIN"};
-    ChoiceField CmbCallID{"CmbCallID", {"By network", "CLIR Hide", "CLIR Show"}};
+    ChoiceField CmbCallID{"CmbCallID", {callerIds.begin(), callerIds.end()}};
     TextField txtMonthlyContract{"txtMonthlyContract"};
     TextField txtCallMinutes{"txtCallMinutes"};
     CheckField optBcchLock{"optBcchLock", "Lock to one cell"};
@@ -52,14 +52,19 @@ private:
     std::vector<QueueItem> readBatch() const override;
     BuiltLine buildShown() override;
     BuiltLine buildMember(const std::string& key) override;
-    std::vector<std::string> valuesAfter(std::string_view line) const override;
+    RecordForm::Values valuesAfter(std::string_view line) const override;
 
+    void bindFields();
+    void bindCellLock();
+    void bindBundle();
     BuiltLine firstFault(bool lineByLine);
-    std::vector<std::string> heldValues(const SimRec& sim) const;
     SimRec* simOf(std::string_view key) const;
     std::string readKey() const;
-    std::string bundleFlags(const SimRec* sim) const;
+    std::string bundleMode(const SimRec& sim) const;
+    std::string bundleFlags(const SimRec& to) const;
     void showFacts(const SimRec* sim);
+
+    PageTable<SimRec> table_;
 };
 
 // The members of chkIncGrpSim.

@@ -79,9 +79,9 @@ void SystemPage::takeClock(const Fields& fields) {
     showDate();
     if (val(day) == 0 || val(month) == 0) return;
     const auto weekday = val(fields.at(3));
-    form.take({escaped(twoDigits(day) + "/" + twoDigits(month) + "/20" + twoDigits(year)),
-               escaped(twoDigits(fields.at(4)) + ":" + twoDigits(fields.at(5))),
-               weekday >= 1 && weekday <= 7 ? std::to_string(weekday - 1) : std::string()});
+    form.take({{&dtpDate, escaped(twoDigits(day) + "/" + twoDigits(month) + "/20" + twoDigits(year))},
+               {&dtpClock, escaped(twoDigits(fields.at(4)) + ":" + twoDigits(fields.at(5)))},
+               {&cmbDay, weekday >= 1 && weekday <= 7 ? std::to_string(weekday - 1) : std::string()}});
 }
 
 void SystemPage::showDate() {

@@ -1,5 +1,7 @@
 #include "config/time_table.h"
 
+#include <algorithm>
+
 #include "text/text_rules.h"
 
 namespace trunvex {
@@ -8,9 +10,6 @@ namespace {
 
 constexpr const char* midnight = "00:00";
 constexpr const char* lastMinute = "23:59";
-constexpr std::size_t wireTimeLength = 4;
-
-int dayBit(std::size_t day) { return (everyDay + 1) >> (day + 1); }
 
 // HH:MM with digits around the colon; which hour and which minute is another question.
 bool hasForm(std::string_view text) { return text.size() == 5 && text[2] == ':'; }
@@ -21,33 +20,16 @@ bool isTime(std::string_view text) {
     return hasForm(text) && hasDigits(text) && hourOf(text) < 24 && minuteOf(text) < 60;
 }
 
+bool isUsed(const TimeRow& row) { return !row.time.empty() && (fromOf(row) != midnight || toOf(row) != midnight); }
+// The days of an unused row mean nothing.
+int daysOf(const TimeRow& row) { return isUsed(row) ? static_cast<int>(val(row.days)) : 0; }
+bool isOfSomeDays(const TimeRow& row) { return isUsed(row) && daysOf(row) != everyDay; }
+
+const char* mark(bool set) { return set ? "1" : "0"; }
+
 std::string wireTime(std::string_view text) { return std::string(text.substr(3)) + std::string(text.substr(0, 2)); }
 
 }  // namespace
-
-const std::array<const char*, daysOfWeek> dayNames{"Su", "Mo", "Tu", "We", "Th", "Fr", "Sa"};
-
-std::string shownTime(std::string_view wire) {
-    if (wire.size() != wireTimeLength) return {};
-    return escaped(std::string(wire.substr(2)) + ":" + std::string(wire.substr(0, 2)));
-}
-
-std::string dayWords(int mask) {
-    if (mask == everyDay) return "every day";
-    std::string words;
-    for (std::size_t day = 0; day < daysOfWeek;) {
-        if ((mask & dayBit(day)) == 0) {
-            ++day;
-            continue;
-        }
-        auto last = day;
-        while (last + 1 < daysOfWeek && (mask & dayBit(last + 1)) != 0) ++last;
-        words += (words.empty() ? "" : ", ") + std::string(dayNames[day]);
-        if (last > day) words += (last == day + 1 ? ", " : "-") + std::string(dayNames[last]);
-        day = last + 1;
-    }
-    return words;
-}
 
 TimeTable::TimeTable(RecordForm& form) : form_(form) {
     for (std::size_t row = 0; row < timeRowCount; ++row) {
@@ -60,14 +42,27 @@ TimeTable::TimeTable(RecordForm& form) : form_(form) {
     }
 }
 
-void TimeTable::addFields() {
-    form_.add(chkTimeIntEnable);
-    form_.add(chkDayOfWkEnable);
-    for (std::size_t row = 0; row < timeRowCount; ++row) {
-        form_.add(txtTimeIntFrom[row]);
-        form_.add(txtTimeIntTo[row]);
-        for (auto& box : chkSIMDayOfWk[row]) form_.add(box);
-    }
+TimeTable::Row TimeTable::row(std::size_t box, const char* caption) {
+    const auto anyRow = [](bool (*holds)(const TimeRow&)) {
+        return [holds](const SimRec& sim) { return mark(std::any_of(sim.rows.begin(), sim.rows.end(), holds)); };
+    };
+    Row all{box, caption, {{chkTimeIntEnable, anyRow(isUsed)}, {chkDayOfWkEnable, anyRow(isOfSomeDays)}}, {}};
+    for (std::size_t row = 0; row < timeRowCount; ++row) bindRow(all, row);
+    return all;
+}
+
+void TimeTable::bindRow(Row& all, std::size_t row) {
+    all.shown.push_back({txtTimeIntFrom[row], [row](const SimRec& sim) { return fromOf(sim.rows[row]); }});
+    all.shown.push_back({txtTimeIntTo[row], [row](const SimRec& sim) { return toOf(sim.rows[row]); }});
+    for (std::size_t day = 0; day < daysOfWeek; ++day)
+        all.shown.push_back({chkSIMDayOfWk[row][day], [row, day](const SimRec& sim) {
+                                 return mark((daysOf(sim.rows[row]) & dayBit(day)) != 0);
+                             }});
+    all.sent.push_back({sim_at::timeOf(row), [this, row](const SimRec&) { return wireTimes(row); }});
+    all.sent.push_back({sim_at::daysOf(row), [this, row](const SimRec&) { return std::to_string(dayMask(row)); }});
+}
+
+void TimeTable::followTurns() {
     onTurn(chkTimeIntEnable, [this] { switchTimes(); });
     onTurn(chkDayOfWkEnable, [this] { switchDays(); });
 }
@@ -79,22 +74,6 @@ void TimeTable::onTurn(CheckField& box, std::function<void()> act) {
         was = box.checked();
         if (turned && !form_.filling()) act();
     });
-}
-
-std::vector<std::string> TimeTable::heldValues(const SimRec& sim) {
-    std::vector<std::string> values(2, "0");
-    for (const auto& row : sim.rows) {
-        const auto from = shownTime(mid(row.time, 1, wireTimeLength));
-        const auto to = shownTime(mid(row.time, wireTimeLength + 1));
-        const bool used = !row.time.empty() && (from != midnight || to != midnight);
-        const auto days = used ? static_cast<int>(val(row.days)) : 0;  // the days of an unused row mean nothing
-        if (used) values[0] = "1";
-        if (used && days != everyDay) values[1] = "1";
-        values.push_back(from);
-        values.push_back(to);
-        for (std::size_t day = 0; day < daysOfWeek; ++day) values.emplace_back((days & dayBit(day)) != 0 ? "1" : "0");
-    }
-    return values;
 }
 
 bool TimeTable::inUse(std::size_t row) const {
@@ -170,13 +149,8 @@ BuiltLine TimeTable::firstFault(bool lineByLine) {
     return {};
 }
 
-std::array<TimeRow, timeRowCount> TimeTable::rows() const {
-    std::array<TimeRow, timeRowCount> written;
-    for (std::size_t row = 0; row < timeRowCount; ++row) {
-        written[row] = {"00000000", std::to_string(dayMask(row))};
-        if (inUse(row)) written[row].time = wireTime(txtTimeIntFrom[row].text()) + wireTime(txtTimeIntTo[row].text());
-    }
-    return written;
+std::string TimeTable::wireTimes(std::size_t row) const {
+    return inUse(row) ? wireTime(txtTimeIntFrom[row].text()) + wireTime(txtTimeIntTo[row].text()) : "00000000";
 }
 
 TimeTable::Bar TimeTable::bar(std::size_t row) const {

@@ -6,24 +6,23 @@
 #include <string>
 #include <vector>
 
+#include "config/page_table.h"
 #include "config/page_tools.h"
 #include "fields/record_form.h"
 #include "model/sim_record.h"
 
 namespace trunvex {
 
-inline constexpr std::size_t daysOfWeek = 7;
-inline constexpr int everyDay = 127;                        // the mask of all seven days
-extern const std::array<const char*, daysOfWeek> dayNames;  // "Su" to "Sa", from the mask's highest bit to its lowest
-
 // The times at which a SIM may carry calls: four rows, each with a from, a to and its days.
 class TimeTable {
 public:
     explicit TimeTable(RecordForm& form);
 
-    // Adds its fields to the form it was made with; heldValues() has their values in the same order.
-    void addFields();
-    static std::vector<std::string> heldValues(const SimRec& sim);
+    // What its fields show of a SIM and what is written of them, behind one include box. What is written is meaningful
+    // when firstFault() finds nothing.
+    PageTable<SimRec>::Row row(std::size_t box, const char* caption);
+    // The two switches begin to act, once the fields are in the form.
+    void followTurns();
     // The panel is turned to a group: what begins a table then begins all its rows.
     void setForGroup(bool group) { forGroup_ = group; }
     // Enables what the two switches leave to be set.
@@ -32,9 +31,6 @@ public:
     // The first thing that is wrong. Hours and minutes are looked at for a single SIM only; in a write to a group the
     // gateway itself is the judge of them.
     BuiltLine firstFault(bool lineByLine);
-    // As they are written; meaningful when firstFault() finds nothing.
-    std::array<TimeRow, timeRowCount> rows() const;
-
     // A row for the eye.
     struct Bar {
         bool readable = false;  // both times are times of a day
@@ -53,7 +49,11 @@ public:
     std::array<std::deque<CheckField>, timeRowCount> chkSIMDayOfWk;  // by row, then by day
 
 private:
+    using Row = PageTable<SimRec>::Row;
+
+    void bindRow(Row& all, std::size_t row);
     bool inUse(std::size_t row) const;
+    std::string wireTimes(std::size_t row) const;
     int dayMask(std::size_t row) const;
     void setDays(std::size_t row, bool set);
     void onTurn(CheckField& box, std::function<void()> act);
@@ -64,10 +64,5 @@ private:
     RecordForm& form_;
     bool forGroup_ = false;
 };
-
-// Four digits of the wire, MMHH, as HH:MM; empty for a text of another length.
-std::string shownTime(std::string_view wire);
-// "Mo-Fr", "Su, We", "every day"; empty for the mask 0.
-std::string dayWords(int mask);
 
 }  // namespace trunvex

@@ -37,6 +37,11 @@ void RecordForm::show(Entry& entry, const std::string& value) {
     entry.shown = entry.field->value();
 }
 
+void RecordForm::show(Entry& entry, const Values& values) {
+    const auto value = values.find(entry.field);
+    show(entry, value == values.end() ? std::string() : value->second);
+}
+
 void RecordForm::turnTo(const std::string& key) {
     if (!key_.empty() && compared_ && edited()) {
         auto& draft = drafts_[key_];
@@ -51,7 +56,7 @@ void RecordForm::turnTo(const std::string& key) {
     for (auto& entry : entries_) {
         entry.held.clear();
         entry.field->setProblem({});
-        show(entry, {});
+        show(entry, std::string());
         entry.held = entry.shown;  // an empty check box is "0"
         mark(entry);
     }
@@ -59,7 +64,7 @@ void RecordForm::turnTo(const std::string& key) {
     changed_.emit();
 }
 
-void RecordForm::take(const std::vector<std::string>& held) {
+void RecordForm::take(const Values& held) {
     const auto draft = drafts_.find(key_);
     const bool drafted = !known_ && draft != drafts_.end();
     known_ = true;
@@ -74,7 +79,7 @@ void RecordForm::take(const std::vector<std::string>& held) {
             mine = draft->second[i];
         const auto problem = mine ? entry.field->problem() : std::string();
         // The value as the field holds it: what a list does not have is none there too.
-        show(entry, held.at(i));
+        show(entry, held);
         entry.held = entry.shown;
         if (mine) show(entry, *mine);
         entry.field->setProblem(problem);
@@ -85,12 +90,11 @@ void RecordForm::take(const std::vector<std::string>& held) {
     changed_.emit();
 }
 
-void RecordForm::propose(const std::vector<std::string>& values) {
+void RecordForm::propose(const Values& values) {
     compared_ = false;
     filling_ = true;
-    for (std::size_t i = 0; i < entries_.size(); ++i) {
-        auto& entry = entries_[i];
-        show(entry, values.at(i));
+    for (auto& entry : entries_) {
+        show(entry, values);
         entry.held = entry.shown;
         mark(entry);
     }
@@ -135,11 +139,10 @@ void RecordForm::undo() {
     changed_.emit();
 }
 
-void RecordForm::respell(const std::vector<std::string>& values) {
+void RecordForm::respell(const Values& values) {
     filling_ = true;
-    for (std::size_t i = 0; i < entries_.size(); ++i) {
-        auto& entry = entries_[i];
-        if (entry.shown != entry.held) show(entry, values.at(i));
+    for (auto& entry : entries_) {
+        if (entry.shown != entry.held) show(entry, values);
         mark(entry);
     }
     filling_ = false;

@@ -14,6 +14,9 @@ namespace trunvex {
 // one record survive a look at another.
 class RecordForm {
 public:
+    // A value for each field; a field without one is blank.
+    using Values = std::map<const InputField*, std::string>;
+
     RecordForm() = default;
     RecordForm(const RecordForm&) = delete;
     RecordForm& operator=(const RecordForm&) = delete;
@@ -25,10 +28,10 @@ public:
     // before is kept under its key.
     void turnTo(const std::string& key);
     const std::string& key() const { return key_; }
-    // What the gateway holds: a value for each field, in the order of add().
-    void take(const std::vector<std::string>& held);
+    // What the gateway holds.
+    void take(const Values& held);
     // The same, where the values are no more than a proposal and nothing is to be marked: a write to many records.
-    void propose(const std::vector<std::string>& values);
+    void propose(const Values& values);
     // Nothing is known any more, edits included.
     void forgetAll();
 
@@ -44,7 +47,7 @@ public:
     void undo();
     void undo(InputField& field);
     // What was edited, spelled as the gateway will tell it once it is written; what writes nothing goes back.
-    void respell(const std::vector<std::string>& values);
+    void respell(const Values& values);
     // Before the fields are checked anew: a fault between two of them may have gone with a change of the other.
     void clearProblems();
 
@@ -61,6 +64,7 @@ private:
     void fieldChanged(std::size_t index);
     void mark(Entry& entry);
     void show(Entry& entry, const std::string& value);
+    void show(Entry& entry, const Values& values);
 
     std::vector<Entry> entries_;
     // By key: what was edited in a record that was left, the other fields empty. These follow the gateway.

@@ -1,37 +1,50 @@
 #include "model/isdn_record.h"
 
-#include "model/record_fields.h"
-#include "text/text_rules.h"
+#include "model/isdn_codes.h"
 
 namespace trunvex {
 
+namespace {
+
+// A code that is told in the words of its list; one that has none there, as it is.
+template <auto member, const isdn_codes::Table& table>
+constexpr Codec<IsdnRec> coded{codec::takeText<member>, codec::held<member>, [](const IsdnRec& isdn) {
+                                   const auto words = isdn_codes::textOf(table, std::to_string(val(isdn.*member)));
+                                   return words.empty() ? codec::shown<member>(isdn) : words;
+                               }};
+
+using codec::number;
+using codec::text;
+using enum Writer;
+
+constexpr std::array<Column<IsdnRec>, 17> columns{{
+    {isdn_at::IsmVersion, "ISM Version", text<&IsdnRec::IsmVersion>, Gateway},
+    {isdn_at::NetworkAccess, "Network Access", coded<&IsdnRec::NetworkAccess, isdn_codes::networkAccess>},
+    {isdn_at::Synchronization, "Synchronization", coded<&IsdnRec::Synchronization, isdn_codes::synchronization>},
+    {isdn_at::IncomingCalls, "Incoming Calls", coded<&IsdnRec::IncomingCalls, isdn_codes::incomingCalls>},
+    {isdn_at::CountryCode, "Country", coded<&IsdnRec::CountryCode, isdn_codes::countryCode>},
+    {isdn_at::IsdnVersion, "ISDN Version", coded<&IsdnRec::IsdnVersion, isdn_codes::isdnVersion>},
+    {isdn_at::Reserved13, "Reserved 13", text<&IsdnRec::reserved13>},
+    {isdn_at::Reserved14, "Reserved 14", number<&IsdnRec::reserved14>},
+    {isdn_at::LocalNumber, "Local Number", text<&IsdnRec::LocalNumber>, Console, Empty::Clears},
+    {isdn_at::LocalSubAddress, "Local Sub Address", text<&IsdnRec::LocalSubAddress>, Console, Empty::Clears},
+    {isdn_at::TypeOfNumber, "Type Of Number", text<&IsdnRec::TypeOfNumber>},
+    {isdn_at::NumberIdentification, "Number Identification",
+     coded<&IsdnRec::NumberIdentification, isdn_codes::numberIdentification>},
+    {isdn_at::CrcMode, "CRC Mode", number<&IsdnRec::CrcMode>},
+    {isdn_at::CableMode, "Cable Mode", number<&IsdnRec::CableMode>},
+    {isdn_at::InCallMode, "Incoming Calls Mode", text<&IsdnRec::InCallMode>},
+    {isdn_at::AlertTimer, "Timer Alerting", text<&IsdnRec::AlertTimer>},
+    {isdn_at::Tail, "Tail", text<&IsdnRec::tail>, Gateway},
+}};
+static_assert(isGapless(columns) && columns.front().at == isdn_at::IsmVersion);
+
+}  // namespace
+
+constinit const Columns<IsdnRec> isdnColumns = columns;
+
 void storeIsdn(IsdnRec& isdn, const Fields& fields, bool acknowledged) {
-    const RecordFields sent(fields, acknowledged);
-    const RecordFields whole(fields, false);
-    const std::size_t lower = acknowledged ? 1 : 0;
-    const auto store = [&](std::size_t position, std::string& into) { sent.store(position - lower, into); };
-    const auto storeNumber = [&](std::size_t position, std::string& into) {
-        if (sent.has(position - lower)) into = std::to_string(val(sent.at(position - lower)));
-    };
-    // A system number is taken away by an empty one.
-    const auto storeAlsoEmpty = [&](std::size_t position, std::string& into) { whole.store(position - lower, into); };
-    if (!acknowledged) store(0, isdn.IsmVersion);
-    store(1, isdn.NetworkAccess);
-    store(2, isdn.Synchronization);
-    store(3, isdn.IncomingCalls);
-    store(4, isdn.CountryCode);
-    store(5, isdn.IsdnVersion);
-    store(6, isdn.reserved13);
-    storeNumber(7, isdn.reserved14);
-    storeAlsoEmpty(8, isdn.LocalNumber);
-    storeAlsoEmpty(9, isdn.LocalSubAddress);
-    store(10, isdn.TypeOfNumber);
-    store(11, isdn.NumberIdentification);
-    storeNumber(12, isdn.CrcMode);
-    storeNumber(13, isdn.CableMode);
-    store(14, isdn.InCallMode);
-    store(15, isdn.AlertTimer);
-    if (!acknowledged) store(16, isdn.tail);
+    takeFields(isdn, isdnColumns, fields, acknowledged, isdn_at::NetworkAccess);
 }
 
 }  // namespace trunvex

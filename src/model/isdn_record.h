@@ -1,12 +1,13 @@
 #pragma once
 
+#include <array>
 #include <string>
 
-#include "text/split.h"
+#include "model/columns.h"
 
 namespace trunvex {
 
-// The gateway's one ISDN record, as A_ISD brings it. All fields are codes as they travel; config/isdn_codes.h has their
+// The gateway's one ISDN record, as A_ISD brings it. All fields are codes as they travel; model/isdn_codes.h has their
 // words.
 struct IsdnRec {
     std::string InCallMode;
@@ -30,6 +31,31 @@ struct IsdnRec {
 
     bool loaded() const { return !NetworkAccess.empty(); }
 };
+
+// The fields of A_ISD by their numbers.
+namespace isdn_at {
+enum : std::size_t {
+    IsmVersion,
+    NetworkAccess,  // the first that C_ISD has
+    Synchronization,
+    IncomingCalls,
+    CountryCode,
+    IsdnVersion,
+    Reserved13,
+    Reserved14,
+    LocalNumber,
+    LocalSubAddress,
+    TypeOfNumber,
+    NumberIdentification,
+    CrcMode,
+    CableMode,
+    InCallMode,
+    AlertTimer,  // the last that C_ISD has
+    Tail
+};
+}  // namespace isdn_at
+
+extern const Columns<IsdnRec> isdnColumns;
 
 // Takes the fields of A_ISD. An acknowledged C_ISD lacks the first of them, so each stands one lower there.
 void storeIsdn(IsdnRec& isdn, const Fields& fields, bool acknowledged);

@@ -1,9 +1,6 @@
 #include "model/port_record.h"
 
-#include <array>
-
-#include "model/record_fields.h"
-#include "text/text_rules.h"
+#include <algorithm>
 
 namespace trunvex {
 
@@ -16,17 +13,102 @@ constexpr int middleRx = 51;
 constexpr int rxBand = 16;
 constexpr int rxBands = 7;
 
-std::string asNumber(std::string_view text) { return std::to_string(val(text)); }
+void takeKind(PortRec& port, std::string_view field) {
+    port.SeMode = field == "2" ? "1" : "0";
+    port.Kind = field == "1" ? "CDM" : "GSM";
+}
+
+std::string spellKind(const PortRec& port) { return port.Kind == "CDM" ? "1" : port.secondScale() ? "2" : ""; }
+
+void takeNoRegTimer(PortRec& port, std::string_view field) {
+    port.NoRegTimer = field;
+    port.Present = field;
+}
 
 // A code that is on no scale leaves the position as it was.
-void storeLevel(std::string& level, const PortRec& port, std::string_view code, int (*position)(int)) {
+template <auto level, int (*position)(int)>
+void takeLevel(PortRec& port, std::string_view field) {
     if (port.secondScale()) {
-        level = code.empty() ? std::string() : asNumber(code);
+        port.*level = field.empty() ? std::string() : std::to_string(val(field));
         return;
     }
-    const int at = isWhole(code) ? position(static_cast<int>(val(code))) : noLevel;
-    if (at != noLevel) level = std::to_string(at);
+    const int at = isWhole(field) ? position(static_cast<int>(val(field))) : noLevel;
+    if (at != noLevel) port.*level = std::to_string(at);
 }
+
+template <auto level, int (*code)(int)>
+std::string spellLevel(const PortRec& port) {
+    if (port.secondScale() || !isWhole(port.*level)) return port.*level;
+    return std::to_string(code(static_cast<int>(val(port.*level))));
+}
+
+// As the lever is labelled; levels of the second scale are positions from its other end.
+template <auto level, int step>
+std::string levelWords(const PortRec& port) {
+    const auto& text = port.*level;
+    if (!isWhole(text)) return escaped(text);
+    if (port.secondScale()) return std::to_string(highestSecondLevel - val(text));
+    const auto label = (val(text) - highestLevel / 2) * step;
+    return (label > 0 ? "+" : "") + std::to_string(label);
+}
+
+std::string switchWords(const PortRec& port) {
+    const auto index = simSwitchingIndex(port);
+    if (index.empty()) return escaped(port.SwitchFlags);
+    const bool rejects = (val(port.SwitchFlags) & rejectBit) != 0;
+    return simSwitchings[static_cast<std::size_t>(val(index))] + std::string(", ") + answersToCalls[rejects ? 1 : 0];
+}
+
+void takeRelaxTime(PortRec& port, std::string_view field) { port.RelaxTime = relaxSeconds(field); }
+
+std::string spellRelaxTime(const PortRec& port) {
+    return port.RelaxTime.empty() ? std::string() : std::to_string(relaxUnits(port.RelaxTime));
+}
+
+void takeReservedText(PortRec& port, std::string_view field) {
+    port.Reserved17 = field.substr(0, 4);
+    port.Reserved18 = right(field, 4);
+}
+
+std::string spellReservedText(const PortRec& port) { return port.Reserved17 + port.Reserved18; }
+
+using codec::number;
+using codec::shown;
+using codec::text;
+using enum Writer;
+
+constexpr Codec<PortRec> kind{nullptr, spellKind, shown<&PortRec::Kind>};
+constexpr Codec<PortRec> noRegTimer{takeNoRegTimer, codec::held<&PortRec::NoRegTimer>, shown<&PortRec::NoRegTimer>};
+constexpr Codec<PortRec> txLevel{takeLevel<&PortRec::TxLevel, txPosition>, spellLevel<&PortRec::TxLevel, txCode>,
+                                 levelWords<&PortRec::TxLevel, 1>};
+constexpr Codec<PortRec> rxLevel{takeLevel<&PortRec::RxLevel, rxPosition>, spellLevel<&PortRec::RxLevel, rxCode>,
+                                 levelWords<&PortRec::RxLevel, 2>};
+constexpr Codec<PortRec> relaxTime{takeRelaxTime, spellRelaxTime, shown<&PortRec::RelaxTime>};
+constexpr Codec<PortRec> sendComplete{codec::takeText<&PortRec::SendComplete>, codec::held<&PortRec::SendComplete>,
+                                      codec::listed<&PortRec::SendComplete, endsOfDialling>};
+constexpr Codec<PortRec> switchFlags{codec::takeText<&PortRec::SwitchFlags>, codec::held<&PortRec::SwitchFlags>,
+                                     switchWords};
+constexpr Codec<PortRec> reservedText{takeReservedText, spellReservedText,
+                                      [](const PortRec& port) { return escaped(spellReservedText(port)); }};
+
+constexpr std::array<Column<PortRec>, 15> columns{{
+    {port_at::Kind, "Kind", kind, Gateway},
+    {port_at::ModuleInfo, "Module Info", text<&PortRec::ModuleInfo>, Gateway},
+    {port_at::ModuleInfo2, "Module Info 2", text<&PortRec::ModuleInfo2>, Gateway},
+    {port_at::NoRegTimer, "No REG Timer", noRegTimer},
+    {port_at::TxLevel, "TX Level", txLevel},
+    {port_at::RxLevel, "RX Level", rxLevel},
+    {port_at::MinDigits, "Min Digits", text<&PortRec::MinDigits>},
+    {port_at::MaxDigits, "Max Digits", number<&PortRec::MaxDigits>},
+    {port_at::IntDigPause, "Int Dig Pause", number<&PortRec::IntDigPause>},
+    {port_at::SendComplete, "Send Complete", sendComplete},
+    {port_at::RelaxTime, "Relax Time", relaxTime},
+    {port_at::SwitchFlags, "SIM Switching", switchFlags},
+    {port_at::Reserved20, "Reserved 20", text<&PortRec::Reserved20>},
+    {port_at::SimSwap, "SIM Swapping", text<&PortRec::SimSwap>},
+    {port_at::ReservedText, "Reserved 17 And 18", reservedText},
+}};
+static_assert(isGapless(columns) && columns.front().at == port_at::Kind);
 
 }  // namespace
 
@@ -48,6 +130,13 @@ int rxCode(int position) {
 
 int rxPosition(int code) { return code < 0 || code >= rxBand * rxBands ? noLevel : highestLevel - code / rxBand; }
 
+std::string simSwitchingIndex(const PortRec& port) {
+    if (port.SwitchFlags.empty()) return {};
+    const auto code = static_cast<int>(val(port.SwitchFlags)) & simSwitchingBits;
+    const auto found = std::find(simSwitchingCodes.begin(), simSwitchingCodes.end(), code);
+    return found == simSwitchingCodes.end() ? std::string() : std::to_string(found - simSwitchingCodes.begin());
+}
+
 std::string relaxSeconds(std::string_view units) {
     const auto hundredths = val(units) * (unitMs / 10);
     auto text = std::to_string(hundredths / 100);
@@ -68,32 +157,14 @@ int relaxUnits(std::string_view seconds) {
     return ms > longestRelaxMs || beyond ? -1 : static_cast<int>(ms / unitMs);
 }
 
+constinit const Columns<PortRec> portColumns = columns;
+
 void storePort(PortRec& port, const Fields& fields, bool acknowledged) {
-    const RecordFields sent(fields, acknowledged);
-    if (!acknowledged) {
-        // A slot without a module answers with a record of empty fields, which tells nothing of a kind.
-        if (const auto kind = sent.at(1); !sent.at(4).empty() || port.Kind.empty()) {
-            port.SeMode = kind == "2" ? "1" : "0";
-            port.Kind = kind == "1" ? "CDM" : "GSM";
-        }
-        sent.store(2, port.ModuleInfo);
-        sent.store(3, port.ModuleInfo2);
-    }
-    sent.store(4, port.NoRegTimer);
-    sent.store(4, port.Present);
-    if (sent.has(5)) storeLevel(port.TxLevel, port, sent.at(5), txPosition);
-    if (sent.has(6)) storeLevel(port.RxLevel, port, sent.at(6), rxPosition);
-    sent.store(7, port.MinDigits);
-    if (sent.has(8)) port.MaxDigits = asNumber(sent.at(8));
-    if (sent.has(9)) port.IntDigPause = asNumber(sent.at(9));
-    sent.store(10, port.SendComplete);
-    if (sent.has(11)) port.RelaxTime = relaxSeconds(sent.at(11));
-    sent.store(12, port.SwitchFlags);
-    sent.store(13, port.Reserved20);
-    sent.store(14, port.SimSwap);
-    if (!sent.has(15)) return;
-    port.Reserved17 = sent.at(15).substr(0, 4);
-    port.Reserved18 = right(sent.at(15), 4);
+    // A slot without a module answers with a record of empty fields, which tells nothing of a kind. The levels are on
+    // the scale of the kind.
+    const bool told = !sentField(fields, port_at::NoRegTimer).empty();
+    if (!acknowledged && (told || port.Kind.empty())) takeKind(port, sentField(fields, port_at::Kind));
+    takeFields(port, portColumns, fields, acknowledged);
 }
 
 }  // namespace trunvex

@@ -1,31 +1,58 @@
 #include "model/sim_record.h"
 
-#include "model/record_fields.h"
-#include "text/text_rules.h"
-
 namespace trunvex {
 
+namespace {
+
+std::string timeWords(const TimeRow& row) { return fromOf(row) + "-" + toOf(row); }
+std::string wordsOfDays(const TimeRow& row) { return dayWords(static_cast<int>(val(row.days))); }
+
+template <std::size_t row, std::string TimeRow::*part, std::string (*words)(const TimeRow&)>
+constexpr Codec<SimRec> ofRow{[](SimRec& sim, std::string_view field) { sim.rows[row].*part = field; },
+                              [](const SimRec& sim) { return sim.rows[row].*part; },
+                              [](const SimRec& sim) { return words(sim.rows[row]); }};
+template <std::size_t row>
+constexpr auto timeOfRow = ofRow<row, &TimeRow::time, timeWords>;
+template <std::size_t row>
+constexpr auto daysOfRow = ofRow<row, &TimeRow::days, wordsOfDays>;
+
+constexpr Codec<SimRec> callerId{codec::takeNumber<&SimRec::CallerId>, codec::held<&SimRec::CallerId>,
+                                 codec::listed<&SimRec::CallerId, callerIds>};
+
+using codec::text;
+
+constexpr std::array<Column<SimRec>, 20> columns{{
+    {sim_at::PhoneNumber, "Phone Number", text<&SimRec::PhoneNumber>},
+    {sim_at::Pin, "PIN", text<&SimRec::Pin>},
+    {sim_at::Predial, "Predial", text<&SimRec::Predial>},
+    {sim_at::CallerId, "Caller ID", callerId},
+    {sim_at::MonthlyContract, "Monthly Budget", text<&SimRec::MonthlyContract>},
+    {sim_at::CallMinutes, "Call Minutes", text<&SimRec::CallMinutes>},
+    {sim_at::CellLock, "Cell Lock", text<&SimRec::CellLock>},
+    {sim_at::BcchRssi, "BCCH RSSI", text<&SimRec::BcchRssi>},
+    {sim_at::BcchTimer, "BCCH Timer", text<&SimRec::BcchTimer>},
+    {sim_at::BcchNetId, "Operator ID", text<&SimRec::BcchNetId>},
+    {sim_at::timeOf(0), "Time Table Row 1", timeOfRow<0>},
+    {sim_at::daysOf(0), "Days Of Row 1", daysOfRow<0>},
+    {sim_at::timeOf(1), "Time Table Row 2", timeOfRow<1>},
+    {sim_at::daysOf(1), "Days Of Row 2", daysOfRow<1>},
+    {sim_at::timeOf(2), "Time Table Row 3", timeOfRow<2>},
+    {sim_at::daysOf(2), "Days Of Row 3", daysOfRow<2>},
+    {sim_at::timeOf(3), "Time Table Row 4", timeOfRow<3>},
+    {sim_at::daysOf(3), "Days Of Row 4", daysOfRow<3>},
+    {sim_at::BundleFlags, "Bundle", text<&SimRec::BundleFlags>},
+    {sim_at::Present, "Present", text<&SimRec::Present>, Writer::Gateway},
+}};
+static_assert(isGapless(columns) && columns.front().at == sim_at::PhoneNumber);
+
+}  // namespace
+
+constinit const Columns<SimRec> simColumns = columns;
+
 void storeSim(SimRec& sim, const Fields& fields, bool acknowledged) {
-    const RecordFields sent(fields, acknowledged);
-    sent.store(1, sim.PhoneNumber);
-    sent.store(2, sim.Pin);
-    sent.store(3, sim.Predial);
-    if (sent.has(4)) sim.CallerId = std::to_string(val(sent.at(4)));
-    sent.store(5, sim.MonthlyContract);
-    sent.store(6, sim.CallMinutes);
-    sent.store(7, sim.CellLock);
-    sent.store(8, sim.BcchRssi);
-    sent.store(9, sim.BcchTimer);
-    sent.store(10, sim.BcchNetId);
-    for (std::size_t row = 0; row < timeRowCount; ++row) {
-        sent.store(11 + 2 * row, sim.rows[row].time);
-        sent.store(12 + 2 * row, sim.rows[row].days);
-    }
-    sent.store(19, sim.BundleFlags);
-    if (acknowledged) return;
-    sent.store(20, sim.Present);
+    takeFields(sim, simColumns, fields, acknowledged);
     // A gateway that leaves the mark out has told the record all the same, but not one that tells nothing in it.
-    if (sim.Present.empty() && !sent.at(19).empty()) sim.Present = "1";
+    if (!acknowledged && sim.Present.empty() && !sentField(fields, sim_at::BundleFlags).empty()) sim.Present = "1";
 }
 
 }  // namespace trunvex

@@ -3,17 +3,13 @@
 #include <array>
 #include <string>
 
-#include "text/split.h"
+#include "model/columns.h"
+#include "model/time_row.h"
 
 namespace trunvex {
 
-// A row of a SIM's time table, as it travels.
-struct TimeRow {
-    std::string time;  // MMHHMMHH: from and to, the minutes before the hours
-    std::string days;  // a mask: 64 is Sunday, 1 is Saturday
-};
-
-inline constexpr std::size_t timeRowCount = 4;
+// What the operator chooses from for CallerId.
+inline constexpr std::array<const char*, 3> callerIds{"By network", "CLIR Hide", "CLIR Show"};
 
 // A SIM of a module, as the gateway reports it in A_SIM. Texts are as they travelled.
 struct SimRec {
@@ -35,6 +31,30 @@ struct SimRec {
 
     bool loaded() const { return !Present.empty(); }
 };
+
+// The fields of A_SIM by their numbers.
+namespace sim_at {
+enum : std::size_t {
+    PhoneNumber = 1,
+    Pin,
+    Predial,
+    CallerId,
+    MonthlyContract,
+    CallMinutes,
+    CellLock,
+    BcchRssi,
+    BcchTimer,
+    BcchNetId,
+    FirstRow,
+    BundleFlags = FirstRow + 2 * timeRowCount,  // the last that C_SIM has
+    Present
+};
+// By row, 0 to 3.
+constexpr std::size_t timeOf(std::size_t row) { return FirstRow + 2 * row; }
+constexpr std::size_t daysOf(std::size_t row) { return timeOf(row) + 1; }
+}  // namespace sim_at
+
+extern const Columns<SimRec> simColumns;
 
 // Takes the fields of A_SIM. An acknowledged C_SIM has the same positions and holds only changes. A record that is cut
 // short leaves the rest as it was.

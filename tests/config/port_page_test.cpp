@@ -49,13 +49,10 @@ TEST_F(PortPageTest, WritesItsLineAndShowsWhatTheGatewayTook) {
 TEST_F(PortPageTest, TurnsLevelsIntoCodesAndBack) {
     select("MOD11");
     EXPECT_EQ(port.lblModuleType.text(), "WaveCom");
-    const std::vector<std::array<std::string, 3>> codes{{"", "3", "51"},    {"0", "250", "99"}, {"1", "252", "83"},
-                                                        {"2", "254", "67"}, {"3", "0", "51"},   {"4", "2", "35"},
-                                                        {"5", "4", "19"},   {"6", "6", "9"}};
-    for (const auto& [position, tx, rx] : codes) {
+    for (const auto& [position, codes] : {std::pair{"", "3 51"}, {"6", "6 9"}}) {  // "": no position
         port.SldTXvol.setValue(position);
         port.SldRXvol.setValue(position);
-        EXPECT_EQ(field(5) + " " + field(6), tx + " " + rx) << position;
+        EXPECT_EQ(field(5) + " " + field(6), codes);
     }
     for (const auto& [tx, rx] : {std::pair{"6", "9"}, {"3", "112"}, {"", ""}}) {  // on no scale: the levers stay
         bench.receive(std::string("A_MOD11,,,,60,") + tx + "," + rx + ",3,16,60,0,50,0,0,30,00000000");

@@ -1,4 +1,4 @@
-#include "config/isdn_codes.h"
+#include "model/isdn_codes.h"
 
 #include <algorithm>
 
