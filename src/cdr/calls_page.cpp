@@ -43,6 +43,9 @@ CallsPage::CallsPage(Platform& platform, Settings& settings, SessionState& sessi
     cmbCDRColumn.setIndex(0);
     cmbCDRMeasure.setIndex(0);
     store_.added().connect([this](const CallRecord& record) { rowStored(record); });
+    store_.gatewayLeft().connect([this] {
+        if (rollingOver_) work_.drop();
+    });
     lsvCallReport.added().connect([this](std::size_t) { shownChanged_.emit(); });
     lsvCallReport.changed().connect([this] { shownChanged_.emit(); });
     lsvCallReport.workChanged().connect([this] {
@@ -133,8 +136,10 @@ void CallsPage::gatewayKnown(bool pageShown) {
         fillingValues_ = false;
         showValues({});
     }
-    // What can't be added now is added by the next download, which says what is wrong.
-    quietly("recover", [&] { store_.recover(); });
+    std::string reason;
+    if (!quietly(
+            "recover", [&] { store_.recover(); }, &reason))
+        tell_("The calls can be looked at, but none can be added or cleared: " + reason);
     if (pageShown && !rollingOver_) BuildCDRList(wholeTable);
 }
 
@@ -310,7 +315,8 @@ void CallsPage::rolledOver(const std::filesystem::path& file, SlicedWork::End en
               "); they stay in the list.");
     }
     quietly("dropRollover", [&] { store_.dropRollover(); });
-    download_.guard([this] { store_.releaseRows(); });
+    store_.releaseRows();  // at once: what fails behind it may be given up, when a run is ended
+    download_.guard([this] { store_.recover(); });
     rollingOver_ = false;
     download_.pause(false);
 }

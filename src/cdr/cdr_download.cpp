@@ -36,7 +36,8 @@ std::string reasonOf(DatabaseError::Cause cause) {
         case DatabaseError::Cause::ReadOnly:
             return "The call database can't be written";
         case DatabaseError::Cause::Damaged:
-            return "The call database is damaged";
+            return "The call database is damaged (what belongs together are the files .mdb, .mdb-wal, .mdb-shm and "
+                   ".journal of its name)";
         case DatabaseError::Cause::Other:
             break;
     }
@@ -79,6 +80,7 @@ CdrDownload::CdrDownload(Platform& platform, Settings& settings, SessionState& s
     });
     bringUp.tornDown.connect([this] {
         endRun();
+        store_.release();
         rearm();
     });
 }
@@ -121,7 +123,8 @@ void CdrDownload::stop() {
 }
 
 void CdrDownload::endRun() {
-    if (std::exchange(gCDRDownloading, false)) store_.endRun();
+    gCDRDownloading = false;
+    store_.endRun();
     held_.clear();
     holdTimer_->stop();
     lblCDRStatus.setText("");

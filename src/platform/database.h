@@ -63,7 +63,8 @@ class DatabaseEngine {
 public:
     virtual ~DatabaseEngine() = default;
     virtual std::unique_ptr<Database> open(const std::filesystem::path& path) = 0;
-    // Deletes a database that is not open, with whatever the engine keeps beside it.
+    // Deletes a database that is not open, with whatever the engine keeps beside it; also what a database that was
+    // taken away has left there.
     virtual void remove(const std::filesystem::path& path) = 0;
 };
 

@@ -252,10 +252,15 @@ TEST_F(Calls, GoOnIntoTheTableWhenARolloverIsEnded) {
     page.cmbCDRColumn.setText("Port");
     page.cmdCDRExport.at(4).press();
     EXPECT_THAT(bench.console.mainWindow.lblNotice.text(), HasSubstr("busy")) << "a rollover is not put aside";
+    auto& download = bench.console.cdrDownload;
+    download.guard([] { throw std::system_error(EIO, std::generic_category()); });
     page.cmdCDRCancel.press();
+    setting("Max", "20000");
+    download.stop();
     EXPECT_FALSE(page.busy());
     EXPECT_EQ(inTable(), 9002);
     EXPECT_EQ(shown().size(), 9002u);
+    setting("Max", "9001");
     add("7", "next");
     bench.advance(2000);
     EXPECT_EQ(inTable(), 0);
@@ -276,6 +281,14 @@ TEST_F(Calls, AskForTheGatewayThatIsThere) {
     EXPECT_EQ(inTable(), 1);
     know("4711");
     EXPECT_EQ(inTable(), 1) << "neither was cleared";
+    store.release();
+    CallStore other(bench.platform.databaseFiles, bench.folder.path());
+    other.setGateway("4711");
+    other.recover();
+    know("");
+    know("4711");
+    EXPECT_THAT(bench.console.mainWindow.lblNotice.text(), HasSubstr("process"));
+    EXPECT_THAT(shown(), ElementsAre("mine")) << "looking is free";
 }
 
 TEST_F(Calls, AreToldToBeIncompleteWhenTheirLoadingWasEnded) {

@@ -216,7 +216,8 @@ std::unique_ptr<Database> SqliteEngine::open(const std::filesystem::path& path) 
 }
 
 void SqliteEngine::remove(const std::filesystem::path& path) {
-    for (const char* beside : {"-wal", "-shm", ""}) {
+    // Cut short behind the first, it leaves what the next database of this name must be rid of first.
+    for (const char* beside : {"", "-wal", "-shm", "-journal"}) {
         auto file = path;
         file += beside;
         std::filesystem::remove(file);
