@@ -29,6 +29,17 @@ const CallColumn* columnOf(const std::string& caption) {
     return nullptr;
 }
 
+// The name of a live database, or of what stands beside one, whatever serial number it is of. Files of a rollover have
+// blanks in their names, and may be replaced.
+bool belongsToCalls(const std::filesystem::path& path, const std::filesystem::path& folder) {
+    const auto name = path.filename().string();
+    if (name.rfind("CDR", 0) != 0 || name != fileNamePart(name)) return false;
+    if (path.extension() == ".csv" || path.extension() == ".xml") return false;
+    const auto in = std::filesystem::absolute(path).parent_path();
+    std::error_code error;
+    return std::filesystem::equivalent(in, folder, error) || std::filesystem::equivalent(in, folder / "data", error);
+}
+
 }  // namespace
 
 CallsPage::CallsPage(Platform& platform, Settings& settings, SessionState& session, CallStore& store,
@@ -77,7 +88,12 @@ void CallsPage::connectButtons() {
         if (!session_.gESN.empty()) BuildCDRList(wholeTable);
     });
     cmdCDRExport[5].pressed().connect([this] { askAndClear(); });
-    cmdCDRExport[6].pressed().connect([this] { download_.start(); });
+    cmdCDRExport[6].pressed().connect([this] {
+        if (download_.isConnected())
+            download_.start();
+        else
+            platform_.dialogs().info(notConnectedText);
+    });
     cmdCDRExport[7].pressed().connect([this] { download_.stop(); });
     cmdCDRExport[8].pressed().connect([this] { saveSettings(); });
     cmdPrint.pressed().connect([this] { print(); });
@@ -107,7 +123,7 @@ void CallsPage::saveSettings() {
         path = session_.applicationFolder + "/data";
         txtCDRPath.setText(path);
     }
-    if (!isNumeric(txtCDRDownLimit.text())) txtCDRDownLimit.setText("0");
+    if (!isNumeric(txtCDRDownLimit.text()) || val(txtCDRDownLimit.text()) < 0) txtCDRDownLimit.setText("0");
     if (val(txtCDRRecordLimit.text()) <= 0) txtCDRRecordLimit.setText("1000");
     settings_.WriteAll({{section, "DownLimit", txtCDRDownLimit.text()},
                         {section, "Header", chkCDRIncludeHeader.checked() ? "1" : "0"},
@@ -125,22 +141,24 @@ void CallsPage::open() {
 
 void CallsPage::gatewayKnown(bool pageShown) {
     gCDRListLoaded = false;
-    if (listed_ != store_.gCDRFile()) {
-        listed_ = store_.gCDRFile();
-        work_.drop();
-        lsvCallReport.clear();
-        lblCDRTotal.setText("0");
-        // The values were those of another table.
-        fillingValues_ = true;
-        cmbCDRColumn.setIndex(0);
-        fillingValues_ = false;
-        showValues({});
-    }
+    if (listed_ != store_.gCDRFile()) emptyList();
     std::string reason;
     if (!quietly(
             "recover", [&] { store_.recover(); }, &reason))
         tell_("The calls can be looked at, but none can be added or cleared: " + reason);
     if (pageShown && !rollingOver_) BuildCDRList(wholeTable);
+}
+
+// The calls of another table leave the list, and with them the values of its filter.
+void CallsPage::emptyList() {
+    listed_ = store_.gCDRFile();
+    work_.drop();
+    lsvCallReport.clear();
+    lblCDRTotal.setText("0");
+    fillingValues_ = true;
+    cmbCDRColumn.setIndex(0);
+    fillingValues_ = false;
+    showValues({});
 }
 
 void CallsPage::BuildCDRList(const std::string& sql) { load(sql, false); }
@@ -240,6 +258,7 @@ void CallsPage::workOnList() {
 // The list's count is what is on show, whatever filter is on; it decides on the rollover, which waits until the list is
 // not loaded or written any more.
 void CallsPage::rowStored(const CallRecord& record) {
+    if (listed_ != store_.gCDRFile()) emptyList();
     lsvCallReport.add(record);
     const auto total = val(lblCDRTotal.text()) + 1;
     lblCDRTotal.setText(std::to_string(total));
@@ -334,10 +353,7 @@ void CallsPage::exportTo(std::size_t index) {
         platform_.dialogs().saveFile("Export", filters.at(index), "", Dialogs::AskReplace::Caller);
     if (path.empty()) return;
     std::error_code error;
-    const auto name = path.filename().string();
-    if (name.rfind("CDR", 0) == 0 && name.rfind("CDR_", 0) != 0 &&
-        std::filesystem::equivalent(path.parent_path(), std::filesystem::path(session_.applicationFolder) / "data",
-                                    error)) {
+    if (belongsToCalls(path, session_.applicationFolder)) {
         tell_(path.string() + " belongs to the call databases; choose another name.");
         return;
     }

@@ -73,6 +73,7 @@ public:
 private:
     void connectButtons();
     void rowStored(const CallRecord& record);
+    void emptyList();
     void load(const std::string& sql, bool marked);
     void workOnList();
     bool refuseBusy();

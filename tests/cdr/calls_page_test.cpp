@@ -380,8 +380,12 @@ TEST_F(Calls, ExportTheirBytes) {
     bench.platform.boxes.answers = {Button::Yes, Button::Yes};
     press(0, made("one.csv"));
     EXPECT_FALSE(std::filesystem::exists(made("one.csv")));
-    press(1, store.gCDRFile());
-    EXPECT_EQ(inTable(), 2) << "the database is not written over";
+    for (const char* live : {"data/CDR4711.mdb", "data/CDR_x.mdb", "CDR_NO_ESN.mdb", "data/CDR4711.journal"}) {
+        bench.console.mainWindow.notice("");
+        press(1, made(live));
+        EXPECT_THAT(bench.console.mainWindow.lblNotice.text(), HasSubstr("belongs to the call databases")) << live;
+    }
+    EXPECT_EQ(inTable(), 2);
     press(1, made("nowhere") / "x.csv");
     std::filesystem::create_directory(made("dir"));
     bench.platform.boxes.answers = {Button::Yes};
@@ -395,7 +399,7 @@ TEST_F(Calls, SaveTheirSettings) {
         std::string savedPath, savedLimit, savedMost;
         bool told;
     } cases[] = {{made("").string(), "5", "10", made("").string(), "5", "10", false},
-                 {"", "x", "0", made("data").string(), "0", "1000", true},
+                 {"", "-5", "0", made("data").string(), "0", "1000", true},
                  {made("missing").string(), "0", "", made("data").string(), "0", "1000", true}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.path);
