@@ -51,7 +51,7 @@ CallFiles::CallFiles(DatabaseEngine& engine, std::filesystem::path folder)
     : engine_(engine), template_(std::move(folder) / "CDR.mdb") {}
 
 void CallFiles::make(const std::filesystem::path& database) {
-    engine_.remove(database);
+    engine_.removeBeside(database);
     if (std::filesystem::exists(keptFor(database))) {
         std::filesystem::rename(keptFor(database), database);
         syncFolderOf(database);

@@ -236,7 +236,9 @@ void CallStore::beginRollover(const std::filesystem::path& file) {
     replaceFile(beside(".rollover"), number + '\n' + std::filesystem::absolute(file).native());
 }
 
-void CallStore::dropRollover() { std::filesystem::remove(beside(".rollover")); }
+void CallStore::dropRollover() {
+    if (lock_) std::filesystem::remove(beside(".rollover"));
+}
 
 // The end of the program came between the file and the clearing of the table, or before the file, or behind both. A
 // table that has got a row since is another one than that in the file. A folder that is not there may come back.
@@ -297,11 +299,12 @@ void CallStore::clear() {
 
 std::unique_ptr<CallCopy> CallStore::copyTo(const std::filesystem::path& target) {
     CheckCDRFile();
-    return std::make_unique<CallCopy>(engine_.open(file_), target);
+    return std::make_unique<CallCopy>(engine_, file_, target);
 }
 
-CallCopy::CallCopy(std::unique_ptr<Database> database, const std::filesystem::path& target)
-    : fresh_(target), database_(std::move(database)), copying_(database_->copyTo(fresh_.path())) {}
+CallCopy::CallCopy(DatabaseEngine& engine, const std::filesystem::path& from, const std::filesystem::path& target)
+    : engine_(engine), target_(target), fresh_(target), database_(engine.open(from)),
+      copying_(database_->copyTo(fresh_.path())) {}
 
 bool CallCopy::write() {
     const bool more = copying_->step();
@@ -309,6 +312,7 @@ bool CallCopy::write() {
         fresh_.sync();
     } else {
         copying_.reset();
+        engine_.removeBeside(target_);
         fresh_.putInPlace();
     }
     return more;

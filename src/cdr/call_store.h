@@ -19,12 +19,14 @@ namespace trunvex {
 // A copy of the whole database on its way to a file that has its name when it is complete, and is on the disk then.
 class CallCopy {
 public:
-    CallCopy(std::unique_ptr<Database> database, const std::filesystem::path& target);
+    CallCopy(DatabaseEngine& engine, const std::filesystem::path& from, const std::filesystem::path& target);
     // Some megabytes more; false when the file is complete.
     bool write();
     int percent() const { return copying_ ? copying_->percent() : 100; }
 
 private:
+    DatabaseEngine& engine_;
+    std::filesystem::path target_;
     FreshFile fresh_;
     std::unique_ptr<Database> database_;
     std::unique_ptr<DatabaseCopy> copying_;
