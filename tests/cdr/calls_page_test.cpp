@@ -253,7 +253,11 @@ TEST_F(Calls, GoOnIntoTheTableWhenARolloverIsEnded) {
             setting("Max", "20000");
             download.stop();
         },
-        [&] { know("4712"); }};
+        [&] {
+            std::ofstream(made("data/CDR4712.rollover")) << "1\n/no drive/x.csv";
+            store.setGateway("4712");
+            EXPECT_TRUE(std::filesystem::exists(made("data/CDR4712.rollover"))) << "another one's";
+        }};
     for (const auto& end : ends) {
         setting("Path", made("data").string());
         setting("Max", "9001");
