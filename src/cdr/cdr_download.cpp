@@ -26,6 +26,7 @@ std::string labelOf(std::string_view address) {
     return "PORT: " + std::string(address.substr(0, 1)) + " MCU: " + (right(address, 1) == "3" ? "2" : "1");
 }
 
+constexpr const char* autoOff = "Auto downloading is disable";
 constexpr const char* diskFull = "The disk is full";
 
 std::string reasonOf(DatabaseError::Cause cause) {
@@ -118,7 +119,8 @@ void CdrDownload::start() {
     }
     gCDRDownloading = true;
     if (gCDRQueue.empty()) {
-        lblCDRTimer.setText("No port is active. Auto downloading is off until Start is pressed.");
+        lblCDRTimer.setText(downLimit() == 0 ? autoOff
+                                             : "No port is active. Auto downloading is off until Start is pressed.");
         return;
     }
     if (session_.gESN.empty()) store_.setGateway("");  // never into the table of the gateway before
@@ -153,7 +155,7 @@ void CdrDownload::rearm() {
     tmrCDRLimit_->stop();
     gCDRMinutes = 0;
     if (downLimit() == 0 || session_.workOnlyWithMonitor) {
-        lblCDRTimer.setText("Auto downloading is disable");
+        lblCDRTimer.setText(autoOff);
         return;
     }
     tmrCDRLimit_->start(minuteMs);

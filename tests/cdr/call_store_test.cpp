@@ -7,7 +7,6 @@
 #include <functional>
 #include <limits>
 
-#include "fakes/as_plain_user.h"
 #include "fakes/console_bench.h"
 
 namespace trunvex {
@@ -110,20 +109,6 @@ TEST_F(Store, ReadsAJournalThatIsTornOrChanged) {
         const auto full = store->query("SELECT OperatorID FROM CDR");
         while (full->next()) EXPECT_EQ(full->text(0), "a\tb\nc\\");
     }
-}
-
-TEST_F(Store, GoesOnWhenItsJournalWasLost) {
-    takeAndAdd(1, "100");
-    takeAndAdd(2, "101");
-    std::filesystem::remove(data("CDR4711.journal"));
-    restart();
-    takeAndAdd(1, "102");
-    EXPECT_THAT(rows(), ElementsAre("100", "101", "102"));
-    // One that can't be read is not an empty one.
-    std::filesystem::remove(data("CDR4711.journal"));
-    std::filesystem::create_directory(data("CDR4711.journal"));
-    restart();
-    EXPECT_THROW(store->take(1, call("103")), std::system_error);
 }
 
 TEST_F(Store, KeepsWhatIsNotInTheTableWhenItIsCleared) {
@@ -360,14 +345,12 @@ TEST_F(Store, ChangesNothingWhileItsDatabaseCantBeWritten) {
     EXPECT_THROW(store->copyTo(folder.path() / "nowhere" / "copy.mdb"), std::exception);
 }
 
-TEST_F(Store, TakesNothingInAFolderThatCantBeWritten) {
-    const fakes::AsPlainUser user(folder.path());
-    using std::filesystem::perms;
-    std::filesystem::permissions(folder.path() / "data", perms::owner_read | perms::owner_exec);
-    EXPECT_THROW(store->take(1, call("100")), std::exception);
-    std::filesystem::permissions(folder.path() / "data", perms::owner_all);
-    takeAndAdd(1, "100");
-    EXPECT_THAT(rows(), ElementsAre("100"));
+TEST_F(Store, GivesTheMemoryOfALongJournalBack) {
+    CallJournal journal(data("long.journal"));
+    for (int number = 0; number < 100; ++number) journal.append(1, call(std::to_string(number)), 0);
+    journal.shrink(100);
+    EXPECT_EQ(journal.entries().size(), 1u);
+    EXPECT_LT(journal.entries().capacity(), 50u);
 }
 
 }  // namespace
