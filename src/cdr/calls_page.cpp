@@ -68,6 +68,11 @@ CallsPage::CallsPage(Platform& platform, Settings& settings, SessionState& sessi
     connectButtons();
 }
 
+// A rollover goes with the page, and what waits for it must not.
+CallsPage::~CallsPage() {
+    if (rollingOver_) store_.releaseRows();
+}
+
 void CallsPage::connectButtons() {
     for (std::size_t index = 0; index <= 3; ++index)
         cmdCDRExport[index].pressed().connect([this, index] { exportTo(index); });

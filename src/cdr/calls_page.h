@@ -22,6 +22,9 @@ class CallsPage {
 public:
     CallsPage(Platform& platform, Settings& settings, SessionState& session, CallStore& store, CdrDownload& download,
               std::function<ReportClock()> clock, std::function<void(const std::string&)> tell);
+    ~CallsPage();
+    CallsPage(const CallsPage&) = delete;
+    CallsPage& operator=(const CallsPage&) = delete;
 
     // Shows what the settings file holds.
     void readSettings();

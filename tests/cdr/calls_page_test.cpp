@@ -42,9 +42,10 @@ protected:
         store.add(1);
     }
     // A table that takes several slices.
-    void fill() {
-        store.CheckCDRFile();
-        bench.platform.databaseFiles.open(store.gCDRFile())
+    void fill() { fill(store); }
+    void fill(CallStore& into) {
+        into.CheckCDRFile();
+        bench.platform.databaseFiles.open(into.gCDRFile())
             ->execute(
                 "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 9000) INSERT INTO CDR "
                 "SELECT '5','1','','',printf('%0400d', i),10000 + i,'','','','','','','','','','' FROM n");
@@ -284,6 +285,21 @@ TEST_F(Calls, GoOnIntoTheTableWhenARolloverIsEnded) {
         bench.advance(2000);
         EXPECT_EQ(inTable(), 0);
     }
+}
+
+TEST_F(Calls, AreInTheTableWhenTheProgramEndsInARollover) {
+    {
+        ConsoleBench other(bench.folder.path());
+        auto& its = other.console.callStore;
+        its.setGateway("4713");
+        fill(its);
+        other.console.calls.SaveCDRFile();
+        CDRSlot record;
+        record.port = "5";
+        its.take(1, record);
+    }
+    store.setGateway("4713");
+    EXPECT_EQ(inTable(), 9001);
 }
 
 TEST_F(Calls, AskForTheGatewayThatIsThere) {
