@@ -160,6 +160,7 @@ public:
         return std::make_unique<TimedDatabase>(of_.open(path), seconds, ended);
     }
     void remove(const std::filesystem::path& path) override { of_.remove(path); }
+    void removeBeside(const std::filesystem::path& path) override { of_.removeBeside(path); }
 
     double seconds = 0;
     Clock::time_point ended;  // of the last statement

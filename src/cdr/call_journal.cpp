@@ -7,11 +7,11 @@
 #include <charconv>
 #include <cstdint>
 #include <fstream>
+#include <limits>
 #include <sstream>
 #include <system_error>
 #include <utility>
 
-#include "platform/durable_file.h"
 #include "text/text_rules.h"
 
 namespace trunvex {
@@ -93,14 +93,26 @@ std::vector<std::string> partsOf(const std::string& line) {
     throw std::system_error(errno, std::generic_category(), path.filename().string());
 }
 
+// The number behind this one. There is none behind the highest: a record with a lower one would pass for one that is in
+// the table.
+int numberBehind(int number, const std::filesystem::path& path) {
+    if (number < std::numeric_limits<int>::max()) return number + 1;
+    errno = EOVERFLOW;
+    fail(path);
+}
+
 }  // namespace
+
 CallJournal::CallJournal(std::filesystem::path path) : path_(std::move(path)) { read(); }
 
 CallJournal::~CallJournal() { close(); }
 
 // A journal that is there and can't be read is no empty one: numbers would begin anew.
 void CallJournal::read() {
-    if (!std::filesystem::exists(path_)) return;
+    id_ = fileId(path_);
+    if (!id_) return;
+    errno = EISDIR;
+    if (!std::filesystem::is_regular_file(path_)) fail(path_);
     std::ifstream file(path_, std::ios::binary);
     if (!file) fail(path_);
     for (std::string line; std::getline(file, line);) {
@@ -128,6 +140,8 @@ void CallJournal::keep(Entry entry) {
     last_[slot] = static_cast<int>(entries_.size());
 }
 
+bool CallJournal::inPlace() const { return fileId(path_) == id_; }
+
 // A torn last line is ended, so that it does not take the next one with it. The name of a new journal goes to the disk
 // before any record does; an earlier console may have been cut off before it came to that, so it is done at any
 // opening.
@@ -141,6 +155,7 @@ void CallJournal::open() {
         char last = '\n';
         if (end > 0 && ::pread(file_, &last, 1, end - 1) != 1) fail(path_);
         if (last != '\n') writeAll(file_, "\n", path_);
+        id_ = fileId(file_);
     } catch (...) {
         close();
         throw;
@@ -167,7 +182,7 @@ void CallJournal::write(std::string_view text) {
 }
 
 void CallJournal::append(int slot, const CDRSlot& record, int mark) {
-    Entry entry{std::max(lastNumber_, mark) + 1, slot, record};
+    Entry entry{numberBehind(std::max(lastNumber_, mark), path_), slot, record};
     write(lineOf(entry));
     keep(std::move(entry));
 }
@@ -178,22 +193,35 @@ const CallJournal::Entry* CallJournal::lastOf(int slot) const {
 }
 
 void CallJournal::shrink(int upTo) {
-    close();
     std::vector<Entry> kept;
+    for (const auto& entry : entries_)
+        if (entry.number > upTo || lastOf(entry.slot) == &entry) kept.push_back(entry);
+    rewrite(std::move(kept), upTo);
+}
+
+void CallJournal::raise(int behind, int mark) {
+    auto raised = entries_;
+    int number = std::max(lastNumber_, mark);
+    for (auto& entry : raised)
+        if (entry.number > behind) entry.number = number = numberBehind(number, path_);
+    rewrite(std::move(raised), addedUpTo_);
+}
+
+// A long journal gives its memory back.
+void CallJournal::rewrite(std::vector<Entry> entries, int upTo) {
+    close();
     std::string text = sealed(std::string(addedLine) + separator + std::to_string(upTo));
-    for (const auto& entry : entries_) {
-        if (entry.number <= upTo && lastOf(entry.slot) != &entry) continue;
-        text += lineOf(entry);
-        kept.push_back(entry);
-    }
+    for (const auto& entry : entries) text += lineOf(entry);
     FreshFile fresh(path_);
     fresh.create(ownersOnly);
     fresh.write(text);
     fresh.putInPlace();
+    id_ = fileId(path_);
     addedUpTo_ = upTo;
-    entries_.clear();
+    lastNumber_ = std::max(lastNumber_, upTo);  // a mark may know numbers that were never given here
+    std::vector<Entry>().swap(entries_);
     last_ = {};
-    for (auto& entry : kept) keep(std::move(entry));
+    for (auto& entry : entries) keep(std::move(entry));
 }
 
 }  // namespace trunvex

@@ -17,6 +17,8 @@ namespace {
 constexpr std::ptrdiff_t lookBack = 64;       // entries
 constexpr std::size_t longestJournal = 4096;  // entries; then it is shrunk in the middle of a run
 
+constexpr int allSlots = 0;
+
 constexpr const char* noGateway = "CDR_NO_ESN.mdb";
 
 std::string insertStatement() {
@@ -53,57 +55,112 @@ private:
 }  // namespace
 
 CallStore::CallStore(DatabaseEngine& engine, std::filesystem::path applicationFolder)
-    : engine_(engine), folder_(std::move(applicationFolder)) {}
+    : engine_(engine), folder_(std::move(applicationFolder)), files_(engine_, folder_ / "data") {}
+
+// Whoever listened may be gone already.
+CallStore::~CallStore() {
+    added_.clear();
+    release();
+}
 
 void CallStore::setGateway(const std::string& esn) {
     // Without a name it would be the template.
     const auto file = esn.empty() ? folder_ / noGateway : folder_ / "data" / ("CDR" + fileNamePart(esn) + ".mdb");
     if (file == file_) return;
-    endRun();
-    journal_.reset();
+    gatewayLeft_.emit();
+    rowsHeld_ = false;
+    release();
     file_ = file;
+}
+
+void CallStore::release() {
+    endRun();
+    if (rowsHeld_) return;
+    journal_.reset();
+    lock_.reset();
+}
+
+std::filesystem::path CallStore::beside(const char* extension) const {
+    return std::filesystem::path(file_).replace_extension(extension);
+}
+
+// Behind a lock that was taken anew nothing is as it was: another console may have used the files.
+void CallStore::lock() {
+    if (lock_ && lock_->inPlace()) return;
+    journal_.reset();
+    held_.reset();
+    lock_.reset();
+    try {
+        lock_ = std::make_unique<FileLock>(beside(".lock"));
+    } catch (const FileInUse& holder) {
+        throw DatabaseError(DatabaseError::Cause::Locked,
+                            std::string(holder.what()) + " uses the call files of this gateway");
+    }
+}
+
+// A journal that was taken away while it was open has records that stand in no other place that will be read again.
+void CallStore::openJournal() {
+    if (file_.empty()) file_ = folder_ / noGateway;
+    lock();
+    if (journal_ && !journal_->inPlace()) {
+        if (rowsHeld_) throw DatabaseError(DatabaseError::Cause::Locked, "the journal was taken away");
+        addUpTo(allSlots);
+        journal_.reset();
+    }
+    if (journal_) return;
+    addedUpTo_.reset();
+    journal_ = std::make_unique<CallJournal>(beside(".journal"));
 }
 
 bool CallStore::CheckCDRFile() {
     if (file_.empty()) file_ = folder_ / noGateway;
     if (std::filesystem::exists(file_)) return false;
-    std::ifstream source(folder_ / "data" / "CDR.mdb", std::ios::binary);
-    if (!source) throw std::system_error(errno, std::generic_category(), "CDR.mdb");
-    const std::string content(std::istreambuf_iterator<char>(source), {});
-    FreshFile fresh(file_);  // a copy that a crash has cut short must never be taken for a database
-    fresh.create();
-    fresh.write(content);
-    fresh.putInPlace();
+    if (!lock_) lock();
+    held_.reset();
+    if (std::filesystem::exists(file_)) return false;  // who held the lock has made it
+    files_.make(file_);
     return true;
 }
 
+// A file that is not the one of this name any more would take the calls with it.
 std::shared_ptr<Database> CallStore::database() {
-    if (held_ && !std::filesystem::exists(file_)) held_.reset();  // someone has taken the file away
+    if (held_ && fileId(file_) != heldId_) held_.reset();
     if (held_) return held_;
     CheckCDRFile();
+    const auto id = fileId(file_);
     std::shared_ptr<Database> opened = engine_.open(file_);
-    if (holding_) held_ = opened;
+    if (holding_) {
+        held_ = opened;
+        heldId_ = id;
+    }
     return opened;
 }
 
-CallJournal& CallStore::journal() {
-    if (file_.empty()) CheckCDRFile();
-    if (!journal_) journal_ = std::make_unique<CallJournal>(std::filesystem::path(file_).replace_extension(".journal"));
-    return *journal_;
+// A database that knows numbers which were never given here is another one than the journal's, such as one that was
+// put back from a copy: what waits to be added would pass for added.
+int CallStore::addedUpTo(Database& database) {
+    const int mark = database.mark();
+    const int known = addedUpTo_.value_or(journal_->addedUpTo());
+    const bool waits = !journal_->entries().empty() && journal_->entries().back().number > known;
+    if (mark > journal_->lastNumber() && waits) journal_->raise(known, mark);
+    addedUpTo_ = std::max(mark, journal_->addedUpTo());
+    return *addedUpTo_;
 }
-int CallStore::addedUpTo(Database& database) { return std::max(database.mark(), journal().addedUpTo()); }
 
 void CallStore::take(int slot, const CDRSlot& record) {
     if (record.port.empty() && record.sim.empty()) return;
+    openJournal();
     if (takenAlready(slot, record)) return;
-    if (const auto* last = journal().lastOf(slot)) addUpTo(last->number);
-    journal().append(slot, record, database()->mark());
+    addUpTo(slot);
+    const auto into = database();
+    const int mark = addedUpTo(*into);
+    journal_->append(slot, record, mark);
 }
 
 // A late or doubled answer may bring an earlier record than the last one.
 bool CallStore::takenAlready(int slot, const CDRSlot& record) {
-    const auto& entries = journal().entries();
-    const auto* last = journal().lastOf(slot);
+    const auto& entries = journal_->entries();
+    const auto* last = journal_->lastOf(slot);
     if (last && sameRecord(last->record, record)) return true;
     const auto from =
         static_cast<std::ptrdiff_t>(entries.size()) > lookBack ? entries.end() - lookBack : entries.begin();
@@ -113,22 +170,23 @@ bool CallStore::takenAlready(int slot, const CDRSlot& record) {
 }
 
 void CallStore::add(int slot) {
-    if (const auto* last = journal().lastOf(slot)) addUpTo(last->number);
+    openJournal();
+    addUpTo(slot);
 }
 
 void CallStore::recover() {
-    rowsWait_ = rowsWait_ || rowsHeld_;
     if (file_.empty() || rowsHeld_) return;
+    openJournal();
     finishRollover();
-    if (!journal().entries().empty()) addUpTo(journal().entries().back().number);
+    if (std::filesystem::exists(file_)) files_.dropKept(file_);  // a clearing that did not come to its end
+    addUpTo(allSlots);
 }
 
-void CallStore::addUpTo(int number) {
+void CallStore::addUpTo(int slot) {
     try {
-        while (!rowsHeld_ && addNext(number)) {
+        while (!rowsHeld_ && addNext(slot)) {
         }
-        rowsWait_ = rowsWait_ || rowsHeld_;
-        if (journal().entries().size() >= longestJournal) shrinkJournal();
+        if (journal_->entries().size() >= longestJournal) shrinkJournal();
     } catch (const DatabaseError&) {
         held_.reset();
         throw;
@@ -140,16 +198,19 @@ void CallStore::shrinkJournal() {
     quietly("shrinkJournal", [&] {
         const auto into = database();
         into->makeDurable();
-        journal().shrink(addedUpTo(*into));
+        journal_->shrink(addedUpTo(*into));
     });
 }
 
-// The oldest record that is not in the table yet, up to this number. One at a time: who hears of a row may roll the
-// table over, and must find in it what was told and nothing else. False when none is left.
-bool CallStore::addNext(int number) {
+// The oldest record that is not in the table yet, up to the channel's last one. One at a time: who hears of a row may
+// roll the table over, and must find in it what was told and nothing else. False when none is left.
+bool CallStore::addNext(int slot) {
+    const auto* last = slot == allSlots ? nullptr : journal_->lastOf(slot);
+    const auto& entries = journal_->entries();
+    if (entries.empty() || (slot != allSlots && !last)) return false;
     auto into = database();
     const int already = addedUpTo(*into);
-    const auto& entries = journal().entries();
+    const int number = slot == allSlots ? entries.back().number : journal_->lastOf(slot)->number;
     const auto next = std::upper_bound(entries.begin(), entries.end(), already,
                                        [](int mark, const CallJournal::Entry& entry) { return mark < entry.number; });
     if (next == entries.end() || next->number > number) return false;
@@ -163,38 +224,42 @@ bool CallStore::addNext(int number) {
     into->execute(insert, values);
     into->setMark(next->number);
     into->execute("COMMIT", {});
+    addedUpTo_ = next->number;
     into.reset();
     added_.emit(row);
     return more;
 }
 
-void CallStore::releaseRows() {
-    rowsHeld_ = false;
-    if (!rowsWait_) return;
-    recover();
-    rowsWait_ = false;
-}
-
 void CallStore::beginRollover(const std::filesystem::path& file) {
+    openJournal();
     const auto number = std::to_string(addedUpTo(*database()));
-    replaceFile(rolloverMark(), number + '\n' + std::filesystem::absolute(file).native());
+    replaceFile(beside(".rollover"), number + '\n' + std::filesystem::absolute(file).native());
 }
 
-void CallStore::dropRollover() { std::filesystem::remove(rolloverMark()); }
+void CallStore::dropRollover() {
+    if (lock_) std::filesystem::remove(beside(".rollover"));
+}
 
 // The end of the program came between the file and the clearing of the table, or before the file, or behind both. A
-// table that has got a row since is another one than that in the file.
+// table that has got a row since is another one than that in the file. A folder that is not there may come back.
 void CallStore::finishRollover() {
-    std::ifstream mark(rolloverMark(), std::ios::binary);
+    std::ifstream mark(beside(".rollover"), std::ios::binary);
     std::string number;
     if (!mark || !std::getline(mark, number)) return;
-    const std::string file(std::istreambuf_iterator<char>(mark), {});
-    if (!file.empty() && std::filesystem::exists(file) && number == std::to_string(addedUpTo(*database()))) clear();
+    const std::filesystem::path file(std::string(std::istreambuf_iterator<char>(mark), {}));
+    std::error_code error;
+    if (std::filesystem::exists(file, error)) {
+        if (number == std::to_string(addedUpTo(*database()))) clear();
+    } else {
+        if (!std::filesystem::is_directory(file.parent_path(), error)) return;
+        const FreshFile cutShort(file);  // takes what it finds with it
+    }
     dropRollover();
 }
 
 // What was added is made safe, so that the journal can be short.
 void CallStore::endRun() {
+    if (journal_) quietly("endRun", [&] { recover(); });
     const bool ran = std::exchange(holding_, false);
     const auto last = std::exchange(held_, nullptr);
     if (!ran || !last || !journal_ || journal_->entries().empty()) return;
@@ -212,15 +277,18 @@ std::unique_ptr<DatabaseRows> CallStore::query(const std::string& sql) {
 
 void CallStore::clear() {
     if (file_.empty() || !std::filesystem::exists(file_)) return;
-    int already = journal().addedUpTo();
+    openJournal();
+    int already = journal_->addedUpTo();
     try {
-        already = addedUpTo(*database());
+        const auto from = database();
+        already = addedUpTo(*from);
+        files_.keepMessages(*from, file_);
     } catch (const DatabaseError& error) {
         // What the journal of a damaged one holds beyond its own mark is added to the next one.
         if (error.cause() != DatabaseError::Cause::Damaged) throw;
     }
     held_.reset();
-    journal().shrink(already);
+    journal_->shrink(already);
     engine_.remove(file_);
     // The table is gone, whatever becomes of the rest.
     quietly("clear", [&] {
@@ -231,11 +299,12 @@ void CallStore::clear() {
 
 std::unique_ptr<CallCopy> CallStore::copyTo(const std::filesystem::path& target) {
     CheckCDRFile();
-    return std::make_unique<CallCopy>(engine_.open(file_), target);
+    return std::make_unique<CallCopy>(engine_, file_, target);
 }
 
-CallCopy::CallCopy(std::unique_ptr<Database> database, const std::filesystem::path& target)
-    : fresh_(target), database_(std::move(database)), copying_(database_->copyTo(fresh_.path())) {}
+CallCopy::CallCopy(DatabaseEngine& engine, const std::filesystem::path& from, const std::filesystem::path& target)
+    : engine_(engine), target_(target), fresh_(target), database_(engine.open(from)),
+      copying_(database_->copyTo(fresh_.path())) {}
 
 bool CallCopy::write() {
     const bool more = copying_->step();
@@ -243,6 +312,7 @@ bool CallCopy::write() {
         fresh_.sync();
     } else {
         copying_.reset();
+        engine_.removeBeside(target_);
         fresh_.putInPlace();
     }
     return more;

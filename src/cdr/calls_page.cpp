@@ -18,8 +18,6 @@ constexpr const char* allColumns = "ALL";
 constexpr std::int64_t usualMostCalls = 1000;
 constexpr std::size_t sliceRows = 4000;       // some ms of reading or writing
 constexpr std::size_t listSliceRows = 16000;  // the same of searching and sorting in memory
-constexpr std::array<const char*, 4> filters{"Excel file (*.xls)|*.xls", "Comma Separated Values file (*.csv)|*.csv",
-                                             "Access file (*.mdb)|*.mdb", "XML file (*.xml)|*.xml"};
 
 // The column behind a caption of the filter; null for a caption that is none.
 const CallColumn* columnOf(const std::string& caption) {
@@ -43,6 +41,9 @@ CallsPage::CallsPage(Session& session, CallStore& store, CdrDownload& download, 
     cmbCDRColumn.setIndex(0);
     cmbCDRMeasure.setIndex(0);
     store_.added().connect([this](const CallRecord& record) { rowStored(record); });
+    store_.gatewayLeft().connect([this] {
+        if (rollingOver_) work_.drop();
+    });
     lsvCallReport.added().connect([this](std::size_t) { shownChanged_.emit(); });
     lsvCallReport.changed().connect([this] { shownChanged_.emit(); });
     lsvCallReport.workChanged().connect([this] {
@@ -68,6 +69,11 @@ CallsPage::CallsPage(Session& session, CallStore& store, CdrDownload& download, 
     readSettings();
 }
 
+// A rollover goes with the page, and what waits for it must not.
+CallsPage::~CallsPage() {
+    if (rollingOver_) store_.releaseRows();
+}
+
 void CallsPage::connectButtons() {
     for (std::size_t index = 0; index <= 3; ++index)
         cmdCDRExport[index].pressed().connect([this, index] { exportTo(index); });
@@ -75,7 +81,12 @@ void CallsPage::connectButtons() {
         if (!state_.gESN.empty()) BuildCDRList(wholeTable);
     });
     cmdCDRExport[5].pressed().connect([this] { askAndClear(); });
-    cmdCDRExport[6].pressed().connect([this] { download_.start(); });
+    cmdCDRExport[6].pressed().connect([this] {
+        if (download_.isConnected())
+            download_.start();
+        else
+            platform_.dialogs().info(notConnectedText);
+    });
     cmdCDRExport[7].pressed().connect([this] { download_.stop(); });
     cmdCDRExport[8].pressed().connect([this] { saveSettings(); });
     cmdPrint.pressed().connect([this] { print(); });
@@ -105,7 +116,7 @@ void CallsPage::saveSettings() {
         path = state_.applicationFolder + "/data";
         txtCDRPath.setText(path);
     }
-    if (!isNumeric(txtCDRDownLimit.text())) txtCDRDownLimit.setText("0");
+    if (!isNumeric(txtCDRDownLimit.text()) || val(txtCDRDownLimit.text()) < 0) txtCDRDownLimit.setText("0");
     if (val(txtCDRRecordLimit.text()) <= 0) txtCDRRecordLimit.setText("1000");
     settings_.WriteAll({{section, "DownLimit", txtCDRDownLimit.text()},
                         {section, "Header", chkCDRIncludeHeader.checked() ? "1" : "0"},
@@ -124,20 +135,24 @@ void CallsPage::opened() {
 // The calls of another gateway leave the list.
 void CallsPage::identified() {
     gCDRListLoaded = false;
-    if (listed_ != store_.gCDRFile()) {
-        listed_ = store_.gCDRFile();
-        work_.drop();
-        lsvCallReport.clear();
-        lblCDRTotal.setText("0");
-        // The values were those of another table.
-        fillingValues_ = true;
-        cmbCDRColumn.setIndex(0);
-        fillingValues_ = false;
-        showValues({});
-    }
-    // What can't be added now is added by the next download, which says what is wrong.
-    quietly("recover", [&] { store_.recover(); });
+    if (listed_ != store_.gCDRFile()) emptyList();
+    std::string reason;
+    if (!quietly(
+            "recover", [&] { store_.recover(); }, &reason))
+        tell_("The calls can be looked at, but none can be added or cleared: " + reason);
     if (shown() && !rollingOver_) BuildCDRList(wholeTable);
+}
+
+// The calls of another table leave the list, and with them the values of its filter.
+void CallsPage::emptyList() {
+    listed_ = store_.gCDRFile();
+    work_.drop();
+    lsvCallReport.clear();
+    lblCDRTotal.setText("0");
+    fillingValues_ = true;
+    cmbCDRColumn.setIndex(0);
+    fillingValues_ = false;
+    showValues({});
 }
 
 void CallsPage::BuildCDRList(const std::string& sql) { load(sql, false); }
@@ -237,6 +252,7 @@ void CallsPage::workOnList() {
 // The list's count is what is on show, whatever filter is on; it decides on the rollover, which waits until the list is
 // not loaded or written any more.
 void CallsPage::rowStored(const CallRecord& record) {
+    if (listed_ != store_.gCDRFile()) emptyList();
     lsvCallReport.add(record);
     const auto total = val(lblCDRTotal.text()) + 1;
     lblCDRTotal.setText(std::to_string(total));
@@ -314,7 +330,8 @@ void CallsPage::rolledOver(const std::filesystem::path& file, SlicedWork::End en
               "); they stay in the list.");
     }
     quietly("dropRollover", [&] { store_.dropRollover(); });
-    download_.guard([this] { store_.releaseRows(); });
+    store_.releaseRows();  // at once: what fails behind it may be given up, when a run is ended
+    download_.guard([this] { store_.recover(); });
     rollingOver_ = false;
     download_.pause(false);
 }
@@ -323,102 +340,6 @@ void CallsPage::rolledOver(const std::filesystem::path& file, SlicedWork::End en
 bool CallsPage::refuseBusy() {
     if (busy()) tell_("The list is busy (" + lblCDRWork.text() + "). Try again when that has ended.");
     return busy();
-}
-
-void CallsPage::exportTo(std::size_t index) {
-    if (refuseBusy()) return;
-    const auto gateway = forThisGateway();
-    const std::filesystem::path path =
-        platform_.dialogs().saveFile("Export", filters.at(index), "", Dialogs::AskReplace::Caller, gateway);
-    if (path.empty()) return;
-    std::error_code error;
-    const auto name = path.filename().string();
-    if (name.rfind("CDR", 0) == 0 && name.rfind("CDR_", 0) != 0 &&
-        std::filesystem::equivalent(path.parent_path(), std::filesystem::path(state_.applicationFolder) / "data",
-                                    error)) {
-        tell_(path.string() + " belongs to the call databases; choose another name.");
-        return;
-    }
-    if (std::filesystem::exists(path, error)) {
-        const auto question = path.string() + "  already exists.\r\nDo you want to replace it?";
-        if (!platform_.dialogs().agreed(Button::Yes, {question, "Export", ButtonSet::YesNo, BoxIcon::Question, 2},
-                                        gateway))
-            return;
-        // The others are replaced when the new file is complete.
-        if (index == 0) std::filesystem::remove(path, error);
-    }
-    if (index == 0 || refuseBusy()) return;
-    if (index == 2)
-        exportCopy(path);
-    else
-        exportList(path, index == 1 ? CallExport::Format::Csv : CallExport::Format::Xml);
-}
-
-void CallsPage::exportCopy(const std::filesystem::path& path) {
-    auto copying = std::make_shared<std::unique_ptr<CallCopy>>();
-    work_.run(
-        {"export",
-         [this, copying, path] {
-             if (!*copying) *copying = store_.copyTo(path);
-             return (*copying)->write();
-         },
-         [copying] { return "Writing: " + std::to_string((*copying)->percent()) + " %"; },
-         [this](SlicedWork::End end, const std::string& why) { tellOfExport(end, "The database was written.", why); }});
-}
-
-void CallsPage::exportList(const std::filesystem::path& path, CallExport::Format format) {
-    auto writing = std::make_shared<std::unique_ptr<CallExport>>();
-    work_.run({"export",
-               [this, writing, path, format] {
-                   if (!*writing)
-                       *writing = format == CallExport::Format::Csv ? CSVExport(path, lsvCallReport, true)
-                                                                    : XMLExport(lsvCallReport, path);
-                   return (*writing)->write(sliceRows);
-               },
-               [this, writing] { return progress("Writing: ", (*writing)->written()); },
-               [this, writing](SlicedWork::End end, const std::string& why) {
-                   const auto written = *writing ? (*writing)->written() : 0;
-                   tellOfExport(end, std::to_string(written) + " calls were written.", why);
-               }});
-}
-
-void CallsPage::tellOfExport(SlicedWork::End end, const std::string& done, const std::string& why) {
-    if (end == SlicedWork::End::Done)
-        tell_(done);
-    else if (end == SlicedWork::End::Failed)
-        tell_("The calls can't be written; no file was made: " + why);
-    else
-        tell_("The writing was ended before it was complete; no file was made.");
-}
-
-void CallsPage::print() {
-    if (refuseBusy()) return;
-    std::shared_ptr<CallReport> report;
-    std::string reason;
-    const bool begun = quietly(
-        "print",
-        [&] {
-            auto document = platform_.printer().begin("Call records");
-            if (!document || refuseBusy()) return;
-            report = std::make_shared<CallReport>(lsvCallReport, std::move(document), clock_());
-        },
-        &reason);
-    if (!begun) tell_("The calls can't be printed: " + reason);
-    if (!report) return;
-    work_.run({"print", [report] { return report->write(sliceRows); },
-               [this, report] { return progress("Printing: ", report->written()); },
-               [this, report](SlicedWork::End end, const std::string& why) {
-                   if (end == SlicedWork::End::Done)
-                       tell_(std::to_string(report->written()) + " calls were printed.");
-                   else if (end == SlicedWork::End::Failed)
-                       tell_("The calls can't be printed; nothing was: " + why);
-                   else
-                       tell_("The printing was ended; nothing was printed.");
-               }});
-}
-
-std::string CallsPage::progress(const char* doing, std::size_t done) const {
-    return doing + std::to_string(done) + " of " + std::to_string(lsvCallReport.size()) + " calls";
 }
 
 }  // namespace trunvex

@@ -22,6 +22,7 @@ namespace trunvex {
 class CallsPage final : public Page {
 public:
     CallsPage(Session& session, CallStore& store, CdrDownload& download, std::function<ReportClock()> clock);
+    ~CallsPage() override;
 
     // Shows what the settings file holds.
     void readSettings();
@@ -76,6 +77,7 @@ private:
     void identified() override;
     void connectButtons();
     void rowStored(const CallRecord& record);
+    void emptyList();
     void load(const std::string& sql, bool marked);
     void workOnList();
     bool refuseBusy();

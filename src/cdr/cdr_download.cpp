@@ -15,6 +15,7 @@ namespace {
 constexpr int entryMs = 1000;
 constexpr int atOnceMs = 2;
 constexpr int minuteMs = 60000;
+constexpr int mostMinutes = 1'000'000;
 constexpr int holdMs = 1000;              // between two tries to write what could not be written
 constexpr int mostPending = 100'000'000;  // no gateway holds so many; sixteen of them can be summed up
 constexpr std::size_t batchSize = 51;     // a round that begins below it is finished
@@ -26,6 +27,7 @@ std::string labelOf(std::string_view address) {
 }
 
 constexpr const char* disk = "disk";  // what holds the bar while a record can't be written
+constexpr const char* autoOff = "Auto downloading is disable";
 constexpr const char* diskFull = "The disk is full";
 
 std::string reasonOf(DatabaseError::Cause cause) {
@@ -37,7 +39,8 @@ std::string reasonOf(DatabaseError::Cause cause) {
         case DatabaseError::Cause::ReadOnly:
             return "The call database can't be written";
         case DatabaseError::Cause::Damaged:
-            return "The call database is damaged";
+            return "The call database is damaged (what belongs together are the files .mdb, .mdb-wal, .mdb-shm and "
+                   ".journal of its name)";
         case DatabaseError::Cause::Other:
             break;
     }
@@ -81,14 +84,20 @@ CdrDownload::CdrDownload(Session& session, CallStore& store)
     session.events.identified.connect([this] { store_.setGateway(session_.gESN); });
     // A write has the line first.
     session.panel.pauseBars().connect([this](bool pause) { ucCDRProg.PauseProgress(pause, "write"); });
+    session.bringUp.armCallRecordTimer.connect([this] { rearm(); });
     session.events.tornDown.connect([this] {
         endRun();
+        store_.release();
         rearm();
     });
     rearm();
 }
 
-int CdrDownload::downLimit() const { return static_cast<int>(val(settings_.readOr("CDRConfig", "DownLimit", "0"))); }
+// Minutes below none are a slip of the hand in the file.
+int CdrDownload::downLimit() const {
+    return static_cast<int>(
+        std::clamp<std::int64_t>(val(settings_.readOr("CDRConfig", "DownLimit", "0")), 0, mostMinutes));
+}
 
 void CdrDownload::start() {
     tmrCDRLimit_->stop();
@@ -101,15 +110,25 @@ void CdrDownload::start() {
     gCDRQueue.clear();
     gCDRQueueIndex = 0;
     gCDRPhase = 0;
+    unasked_.clear();
+    unreadable_.clear();
+    doneBefore_ = -1;
     for (int slot = 1; slot <= cdrChannelCount; ++slot) {
         const auto address = getMCU_XY(slot);
         const auto position =
             static_cast<std::size_t>((val(mid(address, 1, 1)) - 1) * modulesPerMcu + val(right(address, 1)));
-        if (val(mid(session_.gActivePorts, position, 1)) == 0) continue;
-        gCDRQueue.push_back({"R_CDR" + address + ",2", "CDR Count  " + labelOf(address)});
+        if (val(mid(session_.gActivePorts, position, 1)) == 0)
+            unasked_.push_back(slot);
+        else
+            gCDRQueue.push_back({"R_CDR" + address + ",2", "CDR Count  " + labelOf(address)});
     }
     gCDRDownloading = true;
-    if (gCDRQueue.empty()) return;
+    if (gCDRQueue.empty()) {
+        lblCDRTimer.setText(downLimit() == 0 ? autoOff
+                                             : "No port is active. Auto downloading is off until Start is pressed.");
+        return;
+    }
+    if (session_.gESN.empty()) store_.setGateway("");  // never into the table of the gateway before
     store_.beginRun();
     guard([this] { store_.recover(); });  // what an earlier run could not add
     ucCDRProg.setText(gCDRQueue.front().Label);
@@ -125,7 +144,8 @@ void CdrDownload::stop() {
 }
 
 void CdrDownload::endRun() {
-    if (std::exchange(gCDRDownloading, false)) store_.endRun();
+    gCDRDownloading = false;
+    store_.endRun();
     held_.clear();
     ucCDRProg.PauseProgress(false, disk);
     holdTimer_->stop();
@@ -139,8 +159,8 @@ void CdrDownload::endRun() {
 void CdrDownload::rearm() {
     tmrCDRLimit_->stop();
     gCDRMinutes = 0;
-    if (downLimit() == 0) {
-        lblCDRTimer.setText("Auto downloading is disable");
+    if (downLimit() == 0 || session_.workOnlyWithMonitor) {
+        lblCDRTimer.setText(autoOff);
         return;
     }
     tmrCDRLimit_->start(minuteMs);
@@ -148,7 +168,12 @@ void CdrDownload::rearm() {
 }
 
 void CdrDownload::minuteTick() {
-    if (!sender_.isConnected()) return;
+    if (session_.workOnlyWithMonitor) {
+        rearm();
+        return;
+    }
+    // Until the gateway has told its ports there is no session to fetch in, and a run would find none to ask.
+    if (!sender_.isConnected() || session_.gActivePorts.empty()) return;
     ++gCDRMinutes;
     lblCDRTimer.setText("Next check will start in " + std::to_string(downLimit() - gCDRMinutes) + " min");
     if (gCDRMinutes < downLimit()) return;
@@ -200,13 +225,39 @@ void CdrDownload::queueEnded() {
     }
     ucCDRProg.EndProgress(barIndex);
     if (gCDRQueue.empty()) {
-        endRun();
-        rearm();
+        runEnded();
         return;
     }
+    tellOfSilence();
     ucCDRProg.setVisible(true);
     sendCurrent();
     ucCDRProg.StartProgress(barIndex, entryMs, static_cast<int>(gCDRQueue.size()));
+}
+
+void CdrDownload::runEnded() {
+    endRun();
+    rearm();
+    lblCDRStatus.setText(leftInGateway());
+}
+
+// A channel that holds records and never gives one keeps a run going until Stop; that must not look like work.
+void CdrDownload::tellOfSilence() {
+    if (!held_.empty()) return;
+    if (gCDRDone == doneBefore_)
+        lblCDRStatus.setText("No record has come of a whole round; the gateway is asked again. Stop ends this.");
+    else
+        lblCDRStatus.setText("");
+    doneBefore_ = gCDRDone;
+}
+
+std::string CdrDownload::leftInGateway() const {
+    const auto named = [](const char* what, const std::vector<int>& slots) {
+        std::string text;
+        for (const int slot : slots) text += (text.empty() ? what : ", ") + getMCU_XY(slot);
+        return text.empty() ? text : text + ". ";
+    };
+    return std::string(trim(named("Their records stay in the gateway, for they can't be read: channels ", unreadable_) +
+                            named("Not asked, for their first port is not active: channels ", unasked_)));
 }
 
 void CdrDownload::takeRecord(const Record& record) {
@@ -220,10 +271,12 @@ void CdrDownload::takeRecord(const Record& record) {
         ucCDRProg.setProgressSpeed(barIndex, atOnceMs);
     } else if (fields.at(1) == "1") {
         const bool parsed = parseCallRecord(fields, slot);
-        if (slot.Pending > 0 && parsed)
+        if (slot.Pending > 0 && parsed) {
             guard([this, number, record = slot] { acknowledge(number, record); });
-        else
-            slot.Pending = -1;
+            return;
+        }
+        if (slot.Pending > 0) unreadable_.push_back(number);
+        slot.Pending = -1;
     }
 }
 

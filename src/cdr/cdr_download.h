@@ -33,8 +33,10 @@ public:
     void start();
     // The Stop button.
     void stop();
-    // The setting of the minute timer has changed.
+    // The setting of the minute timer has changed, or a session begins. One that works only with the monitor fetches
+    // nothing by itself.
     void rearm();
+    bool isConnected() const { return sender_.isConnected(); }
     // Minutes between two automatic runs; 0 is off.
     int downLimit() const;
 
@@ -46,8 +48,9 @@ public:
     void guard(std::function<void()> act);
 
     CoolProgressBar ucCDRProg;
-    LabelField lblCDRTimer{"lblCDRTimer"};    // when the next run will begin
-    LabelField lblCDRStatus{"lblCDRStatus"};  // why the run holds still; empty while it does not
+    LabelField lblCDRTimer{"lblCDRTimer"};  // when the next run will begin
+    // Why the run holds still or gets nothing, and, when it is over, what it left in the gateway; else empty.
+    LabelField lblCDRStatus{"lblCDRStatus"};
 
     bool gCDRDownloading = false;
     int gCDRPhase = 0;  // 0 counting, 1 reading
@@ -65,6 +68,9 @@ private:
     void sendCurrent();
     void CDRQueue();
     void queueEnded();
+    void runEnded();
+    void tellOfSilence();
+    std::string leftInGateway() const;
     bool addRound(std::array<int, cdrChannelCount + 1>& queued, bool first);
     void takeRecord(const Record& record);
     void acknowledge(int slot, const CDRSlot& record);
@@ -81,6 +87,9 @@ private:
     std::unique_ptr<Timer> tmrCDRLimit_;
     std::unique_ptr<Timer> holdTimer_;
     std::vector<std::function<void()>> held_;  // what could not be written, in order
+    std::vector<int> unasked_;                 // channels that were passed over, by slot
+    std::vector<int> unreadable_;              // channels that said to hold records and gave none
+    int doneBefore_ = 0;                       // of gCDRDone, when the batch began
 };
 
 }  // namespace trunvex

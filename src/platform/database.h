@@ -65,6 +65,8 @@ public:
     virtual std::unique_ptr<Database> open(const std::filesystem::path& path) = 0;
     // Deletes a database that is not open, with whatever the engine keeps beside it.
     virtual void remove(const std::filesystem::path& path) = 0;
+    // Deletes only what is kept beside it: left there by a database that was taken away, it would spoil the next one.
+    virtual void removeBeside(const std::filesystem::path& path) = 0;
 };
 
 }  // namespace trunvex

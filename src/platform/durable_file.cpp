@@ -1,10 +1,12 @@
 #include "platform/durable_file.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
+#include <fstream>
 #include <system_error>
 #include <utility>
 
@@ -83,6 +85,27 @@ void syncFolderOf(const std::filesystem::path& path) {
     ::close(opened);
     errno = why;
     if (failed) fail(path);
+}
+
+std::optional<FileId> fileId(const std::filesystem::path& path) {
+    struct stat status {};
+    if (::stat(path.c_str(), &status) != 0) return std::nullopt;
+    return FileId(status.st_dev, status.st_ino);
+}
+
+std::optional<FileId> fileId(int file) {
+    struct stat status {};
+    if (::fstat(file, &status) != 0) return std::nullopt;
+    return FileId(status.st_dev, status.st_ino);
+}
+
+std::string wholeContent(const std::filesystem::path& path) {
+    std::ifstream source(path, std::ios::binary);
+    if (!source) fail(path);
+    std::string content(std::filesystem::file_size(path), '\0');
+    errno = EIO;
+    if (!source.read(content.data(), static_cast<std::streamsize>(content.size()))) fail(path);
+    return content;
 }
 
 }  // namespace trunvex

@@ -3,7 +3,10 @@
 #include <sys/types.h>
 
 #include <filesystem>
+#include <optional>
+#include <string>
 #include <string_view>
+#include <utility>
 
 namespace trunvex {
 
@@ -47,5 +50,13 @@ void writeAll(int file, std::string_view text, const std::filesystem::path& path
 
 // What was made, renamed or removed in the file's folder stays so.
 void syncFolderOf(const std::filesystem::path& path);
+
+// Which file it is that a name leads to, whatever it is called: device and number on it. None when it leads nowhere.
+using FileId = std::pair<dev_t, ino_t>;
+std::optional<FileId> fileId(const std::filesystem::path& path);
+std::optional<FileId> fileId(int file);
+
+// All that stands in a file. A file that gives less than its size is an error, never a shorter text.
+std::string wholeContent(const std::filesystem::path& path);
 
 }  // namespace trunvex

@@ -1,9 +1,12 @@
 // The journal and the table on the disk, and what happens to them behind the console's back.
 #include <gmock/gmock.h>
 
-#include <fstream>
+#include <unistd.h>
 
-#include "fakes/as_plain_user.h"
+#include <fstream>
+#include <functional>
+#include <limits>
+
 #include "fakes/console_bench.h"
 
 namespace trunvex {
@@ -25,8 +28,9 @@ CDRSlot call(const std::string& number) {
 class Store : public testing::Test {
 protected:
     Store() { store->setGateway("4711"); }
-    // The program ends and starts again.
+    // The program is killed, for whoever ends in order adds what waits, and starts again.
     void restart() {
+        store->holdRows();
         store = std::make_unique<CallStore>(engine, folder.path());
         store->setGateway("4711");
     }
@@ -107,20 +111,6 @@ TEST_F(Store, ReadsAJournalThatIsTornOrChanged) {
     }
 }
 
-TEST_F(Store, GoesOnWhenItsJournalWasLost) {
-    takeAndAdd(1, "100");
-    takeAndAdd(2, "101");
-    std::filesystem::remove(data("CDR4711.journal"));
-    restart();
-    takeAndAdd(1, "102");
-    EXPECT_THAT(rows(), ElementsAre("100", "101", "102"));
-    // One that can't be read is not an empty one.
-    std::filesystem::remove(data("CDR4711.journal"));
-    std::filesystem::create_directory(data("CDR4711.journal"));
-    restart();
-    EXPECT_THROW(store->take(1, call("103")), std::system_error);
-}
-
 TEST_F(Store, KeepsWhatIsNotInTheTableWhenItIsCleared) {
     for (const bool run : {false, true}) {
         SCOPED_TRACE(run);
@@ -163,8 +153,19 @@ TEST_F(Store, EndsARolloverThatTheEndOfTheProgramCutShort) {
     }
 }
 
-TEST_F(Store, ClearsNoTableThatBeganBehindARollover) {
+TEST_F(Store, TakesARolloversMarkForWhatItIs) {
     takeAndAdd(1, "old");
+    std::filesystem::create_directory(data("drive"));
+    store->beginRollover(data("drive") / "CDR_rolled.csv");
+    std::ofstream(data("drive") / "CDR_rolled.csv.new") << "old";
+    std::filesystem::rename(data("drive"), data("away"));
+    restart();
+    store->recover();
+    EXPECT_TRUE(std::filesystem::exists(data("CDR4711.rollover"))) << "the drive may come back";
+    std::filesystem::rename(data("away"), data("drive"));
+    store->recover();
+    EXPECT_TRUE(std::filesystem::is_empty(data("drive"))) << "what was cut short is no file";
+    EXPECT_FALSE(std::filesystem::exists(data("CDR4711.rollover")));
     store->beginRollover(data("CDR_rolled.csv"));
     std::ofstream(data("CDR_rolled.csv")) << "old";
     std::filesystem::copy_file(data("CDR4711.rollover"), data("mark"));
@@ -201,16 +202,117 @@ TEST_F(Store, MayBeClearedByWhoHearsOfARow) {
     EXPECT_THAT(rows(), ElementsAre("102"));
 }
 
-TEST_F(Store, KeepsGatewaysApart) {
-    store->beginRun();
+TEST_F(Store, AddsWhatWasTakenWhenItsUseEnds) {
+    const std::pair<const char*, std::function<void()>> ends[] = {
+        {"run", [&] { store->endRun(); }},
+        {"link", [&] { store->release(); }},
+        {"gateway", [&] { store->setGateway("4712"); }},
+        {"program", [&] { store = std::make_unique<CallStore>(engine, folder.path()); }}};
+    std::vector<std::string> all;
+    for (const auto& [name, end] : ends) {
+        SCOPED_TRACE(name);
+        store->beginRun();
+        takeAndAdd(1, all.emplace_back(name + std::string("1")));
+        store->take(1, call(all.emplace_back(name + std::string("2"))));
+        end();
+        const auto database = engine.open(data("CDR4711.mdb"));
+        const auto count = database->query("SELECT COUNT(*) FROM CDR");
+        ASSERT_TRUE(count->next());
+        EXPECT_EQ(count->text(0), std::to_string(all.size()));
+        store->setGateway("4711");
+    }
+    EXPECT_EQ(rows(), all);
+}
+
+TEST_F(Store, IsUsedByOneConsoleAtATime) {
     takeAndAdd(1, "100");
-    store->take(1, call("101"));
-    store->setGateway("4712");
-    takeAndAdd(1, "200");
-    EXPECT_THAT(rows(), ElementsAre("200"));
-    store->setGateway("4711");
-    store->recover();
-    EXPECT_THAT(rows(), ElementsAre("100", "101"));
+    CallStore other(engine, folder.path());
+    other.setGateway("4711");
+    const std::function<void()> uses[] = {[&] { other.take(2, call("x")); }, [&] { other.recover(); },
+                                          [&] { other.clear(); }};
+    for (const auto& use : uses) {
+        try {
+            use();
+            ADD_FAILURE() << "used by two";
+        } catch (const DatabaseError& error) {
+            EXPECT_EQ(error.cause(), DatabaseError::Cause::Locked);
+            EXPECT_THAT(error.what(), testing::HasSubstr("process " + std::to_string(::getpid()) + " on "));
+        }
+    }
+    EXPECT_TRUE(other.query("SELECT * FROM CDR")->next()) << "it may look";
+    store->release();
+    other.take(2, call("101"));
+    other.clear();
+    EXPECT_THROW(store->take(1, call("102")), DatabaseError);
+    other.release();
+    takeAndAdd(1, "102");
+    EXPECT_THAT(rows(), ElementsAre("101", "102")) << "the journal was read again";
+    std::filesystem::remove(data("CDR4711.lock"));
+    other.take(2, call("103"));
+    EXPECT_THROW(store->take(1, call("104")), DatabaseError) << "its lock is nobody's any more";
+}
+
+// Whatever is moved away or put back while the console runs, or between two of its runs: no call is lost.
+TEST_F(Store, LosesNothingWhenItsFilesAreExchanged) {
+    const auto mdb = data("CDR4711.mdb");
+    int mark = 0;
+    for (const bool run : {false, true}) {
+        SCOPED_TRACE(run);
+        store->beginRun();
+        for (int number = 0; number < 90; ++number) takeAndAdd(1, "in the file" + std::to_string(number));
+        store->endRun();
+        store->beginRun();
+        takeAndAdd(2, "in the log");
+        std::filesystem::rename(mdb, data("moved.mdb"));  // the log stays
+        takeAndAdd(2, "a");
+        EXPECT_THAT(rows(), ElementsAre("in the log", "a"));
+        store->endRun();
+        store->clear();
+        if (run) store->beginRun();
+        // One that knows more numbers than the journal, with and without a record on its way into it.
+        for (const char* on : {"", "way"}) {
+            takeAndAdd(3, "b");
+            if (*on) store->take(4, call(on));
+            engine.open(mdb)->setMark(mark += 1000);
+            takeAndAdd(5, "c");
+            EXPECT_THAT(rows(), testing::Contains("c"));
+            if (*on) {
+                EXPECT_THAT(rows(), testing::Contains(on));
+            }
+            store->release();
+            std::filesystem::remove(data("CDR4711.journal"));
+            store->clear();
+            takeAndAdd(6, "d");
+            EXPECT_THAT(rows(), ElementsAre("d")) << "numbered above the mark of the table that was cleared";
+            store->clear();
+        }
+        takeAndAdd(7, "e");
+        store->take(8, call("f"));
+        std::filesystem::rename(data("CDR4711.journal"), data("moved.journal"));
+        takeAndAdd(8, "g");
+        EXPECT_THAT(rows(), ElementsAre("e", "f", "g"));
+        store->clear();
+    }
+    engine.open(mdb.parent_path() / "CDR.mdb")->setMark(std::numeric_limits<int>::max());
+    EXPECT_THROW(store->take(1, call("h")), std::system_error) << "no number is above this mark";
+}
+
+TEST_F(Store, CarriesMessagesIntoTheNextTable) {
+    for (int round = 0; round < 2; ++round) {
+        takeAndAdd(1, std::to_string(round));
+        if (round == 0) {
+            const auto into = engine.open(store->gCDRFile());
+            into->execute("INSERT INTO SMS VALUES ('5', '1', 'now', '100', 'it''s')");
+            into->execute("INSERT INTO LOG VALUES ('5', '0', 'ERR', 'now')");
+        }
+        store->clear();
+        EXPECT_FALSE(std::filesystem::exists(store->gCDRFile()));
+        EXPECT_THAT(rows(), IsEmpty());
+    }
+    const auto found = store->query("SELECT MSG || Log FROM SMS, LOG");
+    ASSERT_TRUE(found->next());
+    EXPECT_EQ(found->text(0), "it'sERR");
+    EXPECT_FALSE(found->next()) << "once";
 }
 
 TEST_F(Store, ChangesNothingWhileItsDatabaseCantBeWritten) {
@@ -243,14 +345,12 @@ TEST_F(Store, ChangesNothingWhileItsDatabaseCantBeWritten) {
     EXPECT_THROW(store->copyTo(folder.path() / "nowhere" / "copy.mdb"), std::exception);
 }
 
-TEST_F(Store, TakesNothingInAFolderThatCantBeWritten) {
-    const fakes::AsPlainUser user(folder.path());
-    using std::filesystem::perms;
-    std::filesystem::permissions(folder.path() / "data", perms::owner_read | perms::owner_exec);
-    EXPECT_THROW(store->take(1, call("100")), std::exception);
-    std::filesystem::permissions(folder.path() / "data", perms::owner_all);
-    takeAndAdd(1, "100");
-    EXPECT_THAT(rows(), ElementsAre("100"));
+TEST_F(Store, GivesTheMemoryOfALongJournalBack) {
+    CallJournal journal(data("long.journal"));
+    for (int number = 0; number < 100; ++number) journal.append(1, call(std::to_string(number)), 0);
+    journal.shrink(100);
+    EXPECT_EQ(journal.entries().size(), 1u);
+    EXPECT_LT(journal.entries().capacity(), 50u);
 }
 
 }  // namespace

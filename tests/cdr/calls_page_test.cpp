@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include <fstream>
+#include <functional>
 
 #include "fakes/console_bench.h"
 #include "simulator/call_records.h"
@@ -39,6 +40,15 @@ protected:
         record.Duration = duration;
         store.take(1, record);
         store.add(1);
+    }
+    // A table that takes several slices.
+    void fill() { fill(store); }
+    void fill(CallStore& into) {
+        into.CheckCDRFile();
+        bench.platform.databaseFiles.open(into.gCDRFile())
+            ->execute(
+                "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 9000) INSERT INTO CDR "
+                "SELECT '5','1','','',printf('%0400d', i),10000 + i,'','','','','','','','','','' FROM n");
     }
     std::vector<std::string> shown() const {
         std::vector<std::string> numbers;
@@ -190,11 +200,7 @@ TEST_F(Calls, AreNotLostWhileALongTableIsRolledOver) {
     for (const auto& [format, filtered] : {std::pair("0", false), {"1", false}, {"1", true}, {"2", true}}) {
         SCOPED_TRACE(testing::Message() << format << filtered);
         setting("Format", format);
-        store.CheckCDRFile();
-        bench.platform.databaseFiles.open(store.gCDRFile())
-            ->execute(
-                "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 9000) INSERT INTO CDR "
-                "SELECT '5','1','','',printf('%0400d', i),10000 + i,'','','','','','','','','','' FROM n");
+        fill();
         filtered ? page.BuildCDRListGroup("Port", "5") : page.BuildCDRList("SELECT * FROM CDR");
         bench.advance(100);
         if (filtered) page.txtCDRSearch.setText("1000");
@@ -238,27 +244,62 @@ TEST_F(Calls, AreRolledOverFromTheTableWhateverTheListShows) {
 }
 
 TEST_F(Calls, GoOnIntoTheTableWhenARolloverIsEnded) {
-    setting("Path", made("data").string());
-    setting("Max", "9001");
-    store.CheckCDRFile();
-    bench.platform.databaseFiles.open(store.gCDRFile())
-        ->execute(
-            "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 9000) INSERT INTO CDR "
-            "SELECT '5','1','','',printf('%0400d', i),10000 + i,'','','','','','','','','','' FROM n");
-    page.BuildCDRList("SELECT * FROM CDR");
-    bench.advance(100);
-    add("7", "last");
-    add("7", "waiting");
-    page.cmbCDRColumn.setText("Port");
-    page.cmdCDRExport.at(4).press();
-    EXPECT_THAT(bench.console.mainWindow.lblNotice.text(), HasSubstr("busy")) << "a rollover is not put aside";
-    page.cmdCDRCancel.press();
-    EXPECT_FALSE(page.busy());
-    EXPECT_EQ(inTable(), 9002);
-    EXPECT_EQ(shown().size(), 9002u);
-    add("7", "next");
-    bench.advance(2000);
-    EXPECT_EQ(inTable(), 0);
+    auto& download = bench.console.cdrDownload;
+    const std::function<void()> ends[] = {
+        [&] { page.cmdCDRCancel.press(); },
+        [&] {
+            // The run holds still, and is given up with all that waits for it.
+            download.guard([] { throw std::system_error(EIO, std::generic_category()); });
+            page.cmdCDRCancel.press();
+            setting("Max", "20000");
+            download.stop();
+        },
+        [&] {
+            std::ofstream(made("data/CDR4712.rollover")) << "1\n/no drive/x.csv";
+            store.setGateway("4712");
+            EXPECT_TRUE(std::filesystem::exists(made("data/CDR4712.rollover"))) << "another one's";
+        }};
+    for (const auto& end : ends) {
+        setting("Path", made("data").string());
+        setting("Max", "9001");
+        fill();
+        page.BuildCDRList("SELECT * FROM CDR");
+        bench.advance(100);
+        add("7", "last");
+        add("7", "waiting");
+        page.cmbCDRColumn.setText("Port");
+        page.cmdCDRExport.at(4).press();
+        EXPECT_THAT(bench.console.mainWindow.lblNotice.text(), HasSubstr("busy")) << "a rollover is not put aside";
+        end();
+        EXPECT_FALSE(page.busy());
+        const auto table = bench.platform.databaseFiles.open(made("data/CDR4711.mdb"));
+        const auto count = table->query("SELECT COUNT(*) FROM CDR");
+        ASSERT_TRUE(count->next());
+        EXPECT_EQ(count->text(0), "9002");
+        EXPECT_FALSE(std::filesystem::exists(made("data/CDR4711.rollover")));
+        know("4711");
+        bench.advance(100);
+        EXPECT_EQ(shown().size(), 9002u);
+        setting("Max", "9001");
+        add("7", "next");
+        bench.advance(2000);
+        EXPECT_EQ(inTable(), 0);
+    }
+}
+
+TEST_F(Calls, AreInTheTableWhenTheProgramEndsInARollover) {
+    {
+        ConsoleBench other(bench.folder.path());
+        auto& its = other.console.callStore;
+        its.setGateway("4713");
+        fill(its);
+        other.console.calls.SaveCDRFile();
+        CDRSlot record;
+        record.port = "5";
+        its.take(1, record);
+    }
+    store.setGateway("4713");
+    EXPECT_EQ(inTable(), 9001);
 }
 
 TEST_F(Calls, AskForTheGatewayThatIsThere) {
@@ -276,14 +317,18 @@ TEST_F(Calls, AskForTheGatewayThatIsThere) {
     EXPECT_EQ(inTable(), 1);
     know("4711");
     EXPECT_EQ(inTable(), 1) << "neither was cleared";
+    store.release();
+    CallStore other(bench.platform.databaseFiles, bench.folder.path());
+    other.setGateway("4711");
+    other.recover();
+    know("");
+    know("4711");
+    EXPECT_THAT(bench.console.mainWindow.lblNotice.text(), HasSubstr("process"));
+    EXPECT_THAT(shown(), ElementsAre("mine")) << "looking is free";
 }
 
 TEST_F(Calls, AreToldToBeIncompleteWhenTheirLoadingWasEnded) {
-    store.CheckCDRFile();
-    bench.platform.databaseFiles.open(store.gCDRFile())
-        ->execute(
-            "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 9000) INSERT INTO CDR "
-            "SELECT '5','1','','','',10000 + i,'','','','','','','','','','' FROM n");
+    fill();
     page.BuildCDRList("SELECT * FROM CDR");
     page.txtCDRSearch.setText("1000");
     page.cmdCDRCancel.press();
@@ -367,8 +412,12 @@ TEST_F(Calls, ExportTheirBytes) {
     bench.platform.boxes.answers = {Button::Yes, Button::Yes};
     press(0, made("one.csv"));
     EXPECT_FALSE(std::filesystem::exists(made("one.csv")));
-    press(1, store.gCDRFile());
-    EXPECT_EQ(inTable(), 2) << "the database is not written over";
+    for (const char* live : {"data/CDR4711.mdb", "data/CDR_x.mdb", "CDR_NO_ESN.mdb", "data/CDR4711.journal"}) {
+        bench.console.session.tell("");
+        press(1, made(live));
+        EXPECT_THAT(bench.console.mainWindow.lblNotice.text(), HasSubstr("belongs to the call databases")) << live;
+    }
+    EXPECT_EQ(inTable(), 2);
     press(1, made("nowhere") / "x.csv");
     std::filesystem::create_directory(made("dir"));
     bench.platform.boxes.answers = {Button::Yes};
@@ -382,7 +431,7 @@ TEST_F(Calls, SaveTheirSettings) {
         std::string savedPath, savedLimit, savedMost;
         bool told;
     } cases[] = {{made("").string(), "5", "10", made("").string(), "5", "10", false},
-                 {"", "x", "0", made("data").string(), "0", "1000", true},
+                 {"", "-5", "0", made("data").string(), "0", "1000", true},
                  {made("missing").string(), "0", "", made("data").string(), "0", "1000", true}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.path);

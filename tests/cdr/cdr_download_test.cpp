@@ -208,9 +208,83 @@ TEST_F(Download, GoesByTheMinuteTimer) {
     bench.advance(30000);
     EXPECT_EQ(left(), 0u);
     EXPECT_EQ(download.lblCDRTimer.text(), "Next check will start in 3 min") << "armed again";
-    bench.console.files.setting.Write("CDRConfig", "DownLimit", "0");
-    download.rearm();
-    EXPECT_EQ(download.lblCDRTimer.text(), "Auto downloading is disable");
+    for (const char* limit : {"0", "-3"}) {
+        bench.console.files.setting.Write("CDRConfig", "DownLimit", limit);
+        download.rearm();
+        EXPECT_EQ(download.lblCDRTimer.text(), "Auto downloading is disable");
+    }
+}
+
+// The minute timer in sessions that are not as they should be.
+TEST_F(Download, IsArmedByASession) {
+    const struct {
+        const char* name;
+        bool startsFirst;  // with no port to ask
+        bool monitorOnly;
+        const char* fault;
+        std::size_t left;
+        const char* label;
+    } sessions[] = {
+        {"after an empty run", true, false, "latency=1", 0, "Next check will start in 1 min"},
+        {"the ports are told late", false, false, "R_PPR:late=1-90000", 0, "Next check will start in 1 min"},
+        {"monitor", false, true, "latency=1", 20, "Auto downloading is disable"}};
+    for (const auto& session : sessions) {
+        SCOPED_TRACE(session.name);
+        ConsoleBench other;
+        other.console.files.setting.Write("CDRConfig", "DownLimit", "1");
+        gateway = std::make_unique<simulator::Gateway>(fakes::seeded(5));
+        fill(*gateway, 20);
+        ASSERT_EQ(simulator::switchOn(gateway->faults(), session.fault), "");
+        other.platform.boxes.answers = {Button::Ignore, Button::Ignore, Button::Cancel};
+        if (session.startsFirst) {
+            other.console.calls.cmdCDRExport.at(6).press();
+            EXPECT_THAT(other.platform.boxes.texts(), ElementsAre(notConnectedText));
+            other.console.cdrDownload.start();
+            EXPECT_THAT(other.console.cdrDownload.lblCDRTimer.text(), HasSubstr("No port is active"));
+        }
+        if (session.monitorOnly)
+            other.dialog = [](frmConnectionSelect& dialog) {
+                dialog.chkReceivingMode.setChecked(true);
+                dialog.cmbConSelect.setText("NET");
+            };
+        other.logIn(*gateway);
+        other.advance(200000);
+        EXPECT_EQ(left(), session.left);
+        EXPECT_EQ(other.console.cdrDownload.lblCDRTimer.text(), session.label);
+    }
+}
+
+TEST_F(Download, SaysWhatItLeavesInTheGateway) {
+    logIn(160);
+    bench.console.session.state.gActivePorts = "0101" + std::string(28, '1');  // the second ports of two channels
+    bench.runStation();
+    download.start();
+    bench.advance(300);  // the channels are counted
+    bench.receive("A_CDR31,1,7,255");
+    bench.advance(60000);
+    EXPECT_THAT(download.lblCDRStatus.text(),
+                testing::AllOf(HasSubstr("can't be read: channels 31."), HasSubstr("not active: channels 11, 13.")));
+    EXPECT_EQ(rows().size(), 160 - left());
+    ASSERT_EQ(simulator::switchOn(gateway->faults(), "R_CDR:lost=1"), "");
+    download.start();
+    bench.receive("A_CDR31,2,5");
+    bench.advance(90000);
+    EXPECT_THAT(download.lblCDRStatus.text(), HasSubstr("No record has come"));
+}
+
+TEST_F(Download, KeepsTheCallsOfANamelessGatewayApart) {
+    logIn(20);
+    run(30);
+    bench.console.session.bringUp.ConnectChange("disconnect", true);
+    simulator::Gateway nameless(fakes::seeded(5, "4712"));
+    fill(nameless, 10);
+    ASSERT_EQ(simulator::switchOn(nameless.faults(), "R_ESN:lost=1"), "");
+    bench.platform.boxes.answers = {Button::Ignore};
+    bench.logIn(nameless);
+    run(30);
+    EXPECT_EQ(rows().size(), 10u);
+    EXPECT_EQ(store.gCDRFile().filename(), "CDR_NO_ESN.mdb");
+    EXPECT_EQ(bench.console.calls.lblCDRTotal.text(), "10");
 }
 
 TEST(CallRecordParser, TakesFlagsStampsAndDurations) {

@@ -126,15 +126,6 @@ protected:
     std::multiset<std::string> kept;  // what identifies each call
 };
 
-TEST_F(DiskFault, NoRoomForTheFirstRecord) {
-    std::filesystem::create_symlink("/dev/full", journal);
-    download.start();
-    expectHeld("The disk is full: CDR4711.journal: No space left");
-    EXPECT_EQ(acknowledgements(), 0);
-    std::filesystem::remove(journal);
-    expectAllOnce();
-}
-
 TEST_F(DiskFault, NoRoomFromTheStart) {
     // For the copy of the template, for the log's index, for all the rows.
     for (const std::uintmax_t room : {4096, 24 * 1024, 40 * 1024}) {

@@ -215,12 +215,14 @@ std::unique_ptr<Database> SqliteEngine::open(const std::filesystem::path& path) 
     return translated(nullptr, [&] { return std::make_unique<SqliteDatabase>(path); });
 }
 
+// Cut short behind the database itself, it leaves what the next one of this name is rid of first.
 void SqliteEngine::remove(const std::filesystem::path& path) {
-    for (const char* beside : {"-wal", "-shm", ""}) {
-        auto file = path;
-        file += beside;
-        std::filesystem::remove(file);
-    }
+    std::filesystem::remove(path);
+    removeBeside(path);
+}
+
+void SqliteEngine::removeBeside(const std::filesystem::path& path) {
+    for (const char* beside : {"-wal", "-shm", "-journal"}) std::filesystem::remove(path.native() + beside);
 }
 
 }  // namespace trunvex

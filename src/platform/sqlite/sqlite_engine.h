@@ -10,6 +10,7 @@ class SqliteEngine : public DatabaseEngine {
 public:
     std::unique_ptr<Database> open(const std::filesystem::path& path) override;
     void remove(const std::filesystem::path& path) override;
+    void removeBeside(const std::filesystem::path& path) override;
 };
 
 }  // namespace trunvex
