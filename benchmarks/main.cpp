@@ -11,6 +11,7 @@
 #include "cdr/call_record.h"
 #include "platform/qt/qt_tcp_socket.h"
 #include "ratios.h"
+#include "start_up.h"
 #include "storm.h"
 
 namespace bench {
@@ -34,6 +35,8 @@ const std::vector<Ratio>& ratios() {
          true, Of::Times},
         {"the same, of 5 ms", "download/console_5ms", "download/wire_5ms", 1.2, true, Of::Times},
         {"the same, of 50 ms", "download/console_50ms", "download/wire_50ms", 1.05, true, Of::Times},
+        {"the console's window shown / an empty one of Qt's (times)", "start/console", "start/empty", 4, true,
+         Of::Times},
         {"a storm with the board open / a bare painting program (times)", "storm/program", "storm/bare", 3, true,
          Of::Times},
     };
@@ -92,6 +95,16 @@ void printStorm(Collector& figures) {
     std::printf("\n%-64s %8s  %8s\n", "storm", "program", "bare");
     for (const char* name : {"longest_wait_ms", "bursts_over_50_ms", "memory_growth_MB"})
         std::printf("%-64s %8.2f  %8.2f\n", name, program[name], bare[name]);
+}
+
+void printStart(Collector& figures) {
+    const double console = figures.counters["start/console"]["private_MiB"];
+    const double empty = figures.counters["start/empty"]["private_MiB"];
+    if (const double sessions = figures.counters["start/sessions"]["private_MiB"]; sessions > 0)
+        std::printf("\n%-64s %8.1f\n", "MiB of private memory of a thousand sessions without windows", sessions);
+    if (empty > 0)
+        std::printf("\n%-64s %8.1f  target <= 12\n", "MiB of private memory that the console's window adds",
+                    console - empty);
 }
 
 // Where the processor time of the storm's program goes. Painting and taking lines are measured in the storm; how the
@@ -184,12 +197,15 @@ private:
 
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");  // windows without a screen: they are painted all the same
+    if (const std::string_view argument = argc > 1 ? argv[1] : ""; argument.rfind(bench::windowArgument, 0) == 0)
+        return bench::showWindow(argc, argv, argument.substr(bench::windowArgument.size()));
     bench::Application application(argc, argv);
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
     bench::Collector figures;
     benchmark::RunSpecifiedBenchmarks(&figures);
     bench::printTable(figures);
+    bench::printStart(figures);
     bench::printCalls(figures);
     bench::printStorm(figures);
     bench::printShares(figures);
