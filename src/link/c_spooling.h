@@ -43,7 +43,9 @@ public:
     // told through `openFailed`; the connect time-out takes the session on from there.
     void FillBuffer();
     bool isConnected() const override;
-    bool free() const override { return session_.phase != SessionPhase::LogIn && !session_.dialling; }
+    bool free() const override {
+        return session_.phase != SessionPhase::Connecting && session_.phase != SessionPhase::LogIn;
+    }
     void SendCommand(std::string_view line, bool isError = false, bool localOnly = false) override;
     void ClearBuffer();
     void Disconnect();

@@ -31,8 +31,13 @@ void SessionBringUp::receiveStep(int value) {
         spool_.SendCommand(session_.gGotClock ? "R_PPR" : "R_CLK");
 }
 
+// The gateway may yet tell who it is behind the box.
+Ticket SessionBringUp::whileItLasts() const {
+    return Ticket::of([this] { return std::pair(session_.number, session_.sessionFlag); });
+}
+
 void SessionBringUp::wrongPassword() {
-    const auto session = forSession(session_);
+    const auto session = whileItLasts();
     {
         const ucProgress::Hold hold(panel_);
         platform_.dialogs().tell({"Error Password !", "err", ButtonSet::Ok, BoxIcon::Critical});
@@ -46,7 +51,7 @@ void SessionBringUp::receiveEnded() {
     if (!session_.gGotESN) {
         const auto answer = platform_.dialogs().ask({"Error:unable to receive data from the gateway!!", "Error",
                                                      ButtonSet::AbortRetryIgnore, BoxIcon::Critical},
-                                                    forSession(session_));
+                                                    whileItLasts());
         if (!answer) return;
         if (answer == Button::Abort) {
             ConnectChange("disconnect", true);

@@ -20,6 +20,7 @@ Session::Session(Platform& platform_, Settings& setting_, Settings& data, const 
     objSpool.openFailed().connect(say);
     writes.refused().connect(say);
     reads.refused().connect(say);
+    refreshes.refused().connect(say);
 }
 
 }  // namespace trunvex

@@ -76,6 +76,7 @@ private:
     LogInOutcome outcome() const;
     void batchEnded(WriteQueue::Ending ending);
     void setPhase(SessionPhase phase);
+    Ticket whileItLasts() const;
     void wrongPassword();
     void noteFirstPolledLine(const std::string& line);
 

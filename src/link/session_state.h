@@ -33,8 +33,7 @@ struct SessionState {
     std::string gAtcDigits;
 
     SessionPhase phase = SessionPhase::Idle;
-    bool dialling = false;  // a modem is being told whom to call
-    unsigned number = 0;    // counts the connections that were asked for
+    unsigned number = 0;  // counts the connections that were asked for
 
     // What the main window keeps of the connection dialog.
     bool sessionFlag = false;    // from the moment a connection is asked for until it is torn down

@@ -8,7 +8,7 @@ namespace trunvex {
 class CommandSender {
 public:
     virtual bool isConnected() const = 0;
-    // False while the line is the session's own: it dials or logs in, and nobody else begins a batch.
+    // False while the line is the session's own: it dials, comes up or logs in, and nobody else begins a batch.
     virtual bool free() const = 0;
     // Sends the bare line; the terminator is added here. On a link that is down nothing happens: the queues find out
     // by their time-out. `isError` only colours the line in the debug console; `localOnly` shows it without sending.

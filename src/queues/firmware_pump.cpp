@@ -28,11 +28,14 @@ WriteBatch FirmwarePump::batchOf(const std::string& line) {
 }
 
 bool FirmwarePump::updateAll(std::vector<std::string> commands) {
-    if (commands.empty()) return false;
+    if (commands.empty() || gBootRunning_) return false;
     gBootCount_ = static_cast<int>(commands.size()) - 1;
     auto batch = batchOf(commands.back());
     batch.timeToWriteMs = firstTargetMs;
-    if (!writes_.start(std::move(batch))) return false;
+    if (!writes_.start(std::move(batch))) {
+        gBootCount_ = 0;
+        return false;
+    }
     gBootList_ = std::move(commands);
     gBootRunning_ = true;
     return true;

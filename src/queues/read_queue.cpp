@@ -34,10 +34,10 @@ bool ReadQueue::start(std::vector<QueueItem> batch, int budgetMs) {
     if (batch.empty() || !mayStart()) return false;
     if (running()) finish(Ending::Replaced);
     walk_.begin(std::move(batch));
-    bar.setText(rules_.asks ? loadingText() : rules_.firstText);
-    walk_.send();
+    bar.setText(rules_.asks ? "Loading " + walk_.item().Caption : rules_.firstText);
     FormEnableProgress(false);
     bar.StartProgress(rules_.mode, budgetMs == 0 ? rules_.budgetMs : budgetMs, static_cast<int>(walk_.count()));
+    walk_.send();
     return true;
 }
 
@@ -91,6 +91,7 @@ void ReadQueue::itemUnanswered() {
         beginWaiting();
     } else {
         finish(Ending::Complete);
+        beginWaiting();
     }
 }
 
@@ -152,8 +153,10 @@ void ReadQueue::FormEnableProgress(bool enabled) {
 std::string ReadQueue::loadingText() const {
     const auto& item = walk_.item();
     auto text = "Loading " + item.Caption;
-    if (isLongTable(item.Key) && walk_.index() > 0)
-        text += "   " + std::to_string(walk_.index() * 100 / walk_.count()) + "%";
+    if (isLongTable(item.Key)) {
+        const auto percent = roundedDivision(static_cast<int>(walk_.index()) * 100, static_cast<int>(walk_.count()));
+        text += "   " + std::to_string(percent) + "%";
+    }
     return text;
 }
 

@@ -235,6 +235,7 @@ void WriteQueue::lastFailed() {
     const auto answer = ask(failedItem, ButtonSet::AbortRetryIgnore);
     if (!answer) return;
     if (*answer == Button::Retry) {
+        lastFailed_ = nullptr;  // a second failure is one like any other
         owner(*answer);
         retry();
         return;

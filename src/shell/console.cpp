@@ -23,7 +23,9 @@ ConsoleFiles::ConsoleFiles(const std::filesystem::path& folder_, Notices& notice
 
 WindowlessConsole::WindowlessConsole(Platform& platform, const std::filesystem::path& folder)
     : files(folder, notices), session(platform, files.setting, files.data, folder.string(), notices),
-      callStore(platform.databases(), folder), cdrDownload(session, callStore) {}
+      callStore(platform.databases(), folder), cdrDownload(session, callStore) {
+    notices.endGathering();
+}
 
 Console::Console(Platform& platform, const std::filesystem::path& folder)
     : WindowlessConsole(platform, folder), records(session, tables), portDetection(session, tables),
@@ -35,8 +37,6 @@ Console::Console(Platform& platform, const std::filesystem::path& folder)
       handsetPage(session, {"hst", "Handset", "Handset test", Page::Handset}),
       debugPage(session, {"dbg", "Debug", "Debug console", Page::Debug}),
       mainWindow(session, {&pages.main, &groupsPage, &routingPage, &pages.isdn, &pages.system, &board, &statisticsPage,
-                           &calls, &handsetPage, &debugPage}) {
-    notices.endGathering();
-}
+                           &calls, &handsetPage, &debugPage}) {}
 
 }  // namespace trunvex

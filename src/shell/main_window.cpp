@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 #include "link/clock_text.h"
 #include "text/text_rules.h"
@@ -90,6 +91,7 @@ void FrmPRIGroups::followSession() {
     events.identified.connect([this] { lblESN.setText(escaped(session_.state.gESN)); });
     events.loggedIn.connect([this](LogInOutcome outcome) { loggedIn(outcome); });
     events.tornDown.connect([this] {
+        unread_.clear();
         tmrEnableCmd(SessionClock, false);
         lblTimePanel.setText("");
         lblESN.setText("");
@@ -113,6 +115,7 @@ void FrmPRIGroups::loggedIn(LogInOutcome outcome) {
         openPage("sim");
     else
         read(*page_);
+    for (auto* window : std::exchange(unread_, {})) read(*window);
 }
 
 ActionField& FrmPRIGroups::tool(std::string_view key) {
@@ -161,9 +164,13 @@ void FrmPRIGroups::openPage(std::string_view key) {
 // What the page lacks. A batch that runs is not disturbed: the page's own follows it. While the console logs in nothing
 // is read; the end of the log-in reads what the open page lacks.
 void FrmPRIGroups::read(Page& page) {
-    if (!session_.objSpool.isConnected() || !session_.objSpool.free()) return;
+    if (!session_.objSpool.isConnected()) return;
+    if (!session_.objSpool.free()) {
+        if (page.traits.ownWindow) unread_.insert(&page);
+        return;
+    }
     session_.reads.whenFree(page.traits.ownWindow ? page.traits.key : "page", [this, &page] {
-        if (!page.traits.ownWindow && page_ != &page) return;
+        if (!session_.objSpool.free() || (!page.traits.ownWindow && page_ != &page)) return;
         if (auto missing = page.missing(); !missing.empty()) session_.reads.start(std::move(missing));
     });
 }

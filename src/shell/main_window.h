@@ -3,6 +3,7 @@
 #include <array>
 #include <deque>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -80,6 +81,7 @@ private:
     std::deque<ActionField> ownTools_;
     std::vector<ActionField*> tools_;
     Page* page_ = nullptr;
+    std::set<Page*> unread_;  // windows that were opened while the console logged in
     std::array<std::unique_ptr<Timer>, commandTimers> tmrEnableCmd_;
     std::array<int, commandTimers> commandIntervalMs_{};
     sigc::signal<void()> pageChanged_;

@@ -176,6 +176,7 @@ TEST_F(AnalyzeCmd, TakesALineFedBackAsARecordAndNothingElse) {
     console.session.dispatcher.relay.connect([&](std::string_view line) { shown.emplace_back(line); });
     console.session.dispatcher.debugDisplay.connect([&](std::string_view line) { shown.emplace_back(line); });
     write({command("C_EMLSRV1:PSW Master Updating OK# R_ISD ISD", "e-mail"), command("C_MOD11,1", "Port 1")});
+    session.phase = SessionPhase::Connected;
     console.session.reads.start({command("R_ISD", "ISDN")});
     const auto before = bench.sent();
     bench.receive("OK");

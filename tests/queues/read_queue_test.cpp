@@ -171,6 +171,9 @@ TEST_F(ReadQueueTest, TellsHowFarALongTableHasCome) {
     answer("A_BCH1");
     advance(66);
     EXPECT_EQ(queue.bar.text(), "Loading B-CH 2   33%");
+    answer("A_BCH2");
+    advance(66);
+    EXPECT_EQ(queue.bar.text(), "Loading B-CH 3   67%");
 }
 
 class RefreshQueueTest : public testing::Test {

@@ -17,6 +17,7 @@ class WriteQueueTest : public testing::Test {
 protected:
     WriteQueueTest() {
         bench.connect();
+        console.session.bringUp.sessionStands();
         bench.platform.socket->sent.clear();
     }
     bool start(std::vector<std::string> lines, WriteBatch batch = {}) {
@@ -108,6 +109,7 @@ TEST_F(WriteQueueTest, DropsTheBatchWhenTheLinkFallsBehindItsBox) {
         EXPECT_EQ(bench.platform.boxes.shown.size(), 1u) << "no further box";
         bench.platform.boxes.shown.clear();
         bench.connect();
+        console.session.bringUp.sessionStands();
         bench.platform.socket->sent.clear();
     }
 }
@@ -237,10 +239,12 @@ TEST_F(WriteQueueTest, PumpsFirmwareFromTheEndOfItsList) {
     EXPECT_THAT(bench.sent(), IsEmpty()) << "a late word must not go on with what the operator stopped";
     // The only target: it may be tried again, and no second answer is taken for the first.
     ASSERT_TRUE(console.session.firmware.updateAll({"C_MSU"}));
-    answers = {Button::Retry, Button::Ignore};
+    bench.platform.boxes.shown.clear();
+    answers = {Button::Retry, Button::Cancel};
     bench.advance(20000);
     EXPECT_THAT(bench.sent(), ElementsAre("C_MSU", "C_MSU"));
-    EXPECT_EQ(bench.platform.boxes.shown.back().buttons, ButtonSet::AbortRetryIgnore);
+    EXPECT_EQ(bench.platform.boxes.shown.at(0).buttons, ButtonSet::AbortRetryIgnore);
+    EXPECT_EQ(bench.platform.boxes.shown.at(1).buttons, ButtonSet::RetryCancel);
     EXPECT_FALSE(console.session.writes.running());
 }
 

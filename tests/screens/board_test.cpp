@@ -307,6 +307,7 @@ TEST_F(BoardWindow, TheBarIsThereWhileTheBoardReads) {
     auto* bar = part<QProgressBar>("ucCoolProgressBar");
     EXPECT_FALSE(bar->isVisible());
     bench.connect();
+    console.session.bringUp.sessionStands();
     ASSERT_TRUE(console.session.refreshes.start({command("R_STS11", "port 1"), command("R_STS12", "port 2")}));
     bench.advance(320);
     EXPECT_TRUE(bar->isVisible());

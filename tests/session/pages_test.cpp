@@ -75,6 +75,19 @@ TEST_F(Pages, WaitBehindABatchThatFailsOrIsCutOff) {
     EXPECT_THAT(gateway.linesReceived(), testing::Contains("R_SYS")) << "another gateway, another version";
 }
 
+TEST_F(Pages, OpenedDuringTheLogInAreReadAtItsEnd) {
+    simulator::switchOn(gateway.faults(), "R_PPR:late=1-500");
+    bench.attach(gateway);
+    bench.connect();
+    bench.advance(300);
+    window.tool("sim").press();
+    window.tool("system").press();
+    EXPECT_THAT(bench.console.session.notices.lblNotice.text(), "");
+    bench.advance(3000);
+    EXPECT_THAT(gateway.linesReceived(),
+                ElementsAre("C_CPWkestr", "R_ESN", "R_CLK", "R_PPR", "R_CLK", "R_SYS", "R_SYS", "R_ILS", "R_MON"));
+}
+
 TEST_F(Pages, AreShownWithoutALink) {
     for (auto* tool : window.tools())
         if (tool->name() != "tool_connect") tool->press();
