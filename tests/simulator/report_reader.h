@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <chrono>
 #include <map>
 #include <set>
 #include <string>
@@ -60,13 +59,6 @@ public:
         int count = 0;
         for (const auto& [index, fields] : ports) count += fields[13] != "0";
         return count;
-    }
-    std::chrono::milliseconds oldestCall() const {
-        std::chrono::milliseconds oldest{0};
-        for (const auto& [index, fields] : ports) {
-            if (fields[13] != "0") oldest = std::max(oldest, gateway.now() - started.at(index));
-        }
-        return oldest;
     }
 
     std::map<std::string, int> codes;  // how often each came
@@ -140,7 +132,6 @@ private:
             EXPECT_EQ(monitor[static_cast<std::size_t>(PortAddress::parse(index)->slot())], '1');
             EXPECT_TRUE(number(fields[2].substr(1), 0, 999'999'999));
             port[13] = "4";
-            started[index] = gateway.now();
             ++calls;
         }
         if (code == 3 || code == 16) {
@@ -168,7 +159,6 @@ private:
     std::string system;
     std::array<bool, channelCount> carries{};
     std::vector<std::string> causes = std::vector<std::string>(channelCount, "0");
-    std::map<std::string, std::chrono::milliseconds> started;
 };
 
 }  // namespace simulator
