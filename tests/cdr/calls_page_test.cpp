@@ -1,12 +1,8 @@
 // The page of the calls: list, filters, files, settings, and a download that meets a locked database.
-#include <gmock/gmock.h>
-
 #include <fstream>
 #include <functional>
 
-#include "fakes/console_bench.h"
-#include "simulator/call_records.h"
-#include "text/text_rules.h"
+#include "cdr/calls_bench.h"
 
 namespace trunvex {
 namespace {
@@ -60,16 +56,19 @@ protected:
         bench.console.files.setting.Write("CDRConfig", key, value);
         page.readSettings();
     }
-    int inTable() {
-        const auto count = store.query("SELECT COUNT(*) FROM CDR");
-        return count->next() ? static_cast<int>(val(count->text(0))) : -1;
-    }
+    int inTable() { return static_cast<int>(fakes::callsIn(store).size()); }
     std::filesystem::path made(const std::string& name) const { return bench.folder.path() / name; }
-    // The only file of a folder.
-    static std::filesystem::path only(const std::filesystem::path& folder) {
-        const std::filesystem::directory_iterator files(folder);
-        EXPECT_EQ(std::distance(begin(files), end(files)), 1);
-        return std::filesystem::directory_iterator(folder)->path();
+    // What stands in the files of rollovers, and behind each its name; the files are gone then.
+    std::string rolled() const {
+        std::string contents;
+        std::vector<std::filesystem::path> files;
+        for (const auto& file : std::filesystem::directory_iterator(made("data")))
+            if (file.path().filename().string().starts_with("CDR_47")) files.push_back(file.path());
+        for (const auto& file : files) {
+            contents += contentOf(file) + file.filename().string();
+            std::filesystem::remove(file);
+        }
+        return contents;
     }
     void press(std::size_t button, const std::filesystem::path& file = {}) {
         bench.platform.boxes.file = file.string();
@@ -156,44 +155,6 @@ TEST_F(Calls, ClearAsksFirst) {
     EXPECT_EQ(inTable(), 1);
 }
 
-TEST_F(Calls, RollTheWholeTableOver) {
-    const auto folder = made("rolled");
-    setting("Path", folder.string());
-    setting("Max", "3");
-    const std::pair<const char*, const char*> formats[] = {{"0", ".mdb"}, {"1", ".csv"}, {"2", ".xml"}};
-    for (const bool filtered : {false, true}) {
-        for (const auto& [format, name] : formats) {
-            SCOPED_TRACE(testing::Message() << format << filtered);
-            std::filesystem::create_directory(folder);
-            std::ofstream(folder / "x");  // an empty folder is not used
-            setting("Format", format);
-            add("5", "first");
-            add("6", "second");
-            std::filesystem::remove(folder / "x");
-            if (filtered) {
-                page.BuildCDRListGroup("Port", "5");
-                std::ofstream(folder / "x");
-                add("7", "third");
-                EXPECT_EQ(inTable(), 3) << "the rollover counts what is shown";
-                add("5", "fourth");
-            } else {
-                std::ofstream(folder / "x");
-                add("7", "third");
-            }
-            EXPECT_EQ(page.lblCDRTotal.text(), "0");
-            EXPECT_THAT(shown(), IsEmpty());
-            EXPECT_EQ(inTable(), 0);
-            std::filesystem::remove(folder / "x");
-            const auto file = only(folder);
-            EXPECT_THAT(file.filename().string(), testing::StartsWith("CDR_4711 (1 - 3-2026 0,0,"));
-            EXPECT_THAT(file.string(), EndsWith(name));
-            for (const char* dialled : {"first", "second", "third"}) EXPECT_THAT(contentOf(file), HasSubstr(dialled));
-            std::filesystem::remove_all(folder);
-            page.BuildCDRList("SELECT * FROM CDR");
-        }
-    }
-}
-
 TEST_F(Calls, AreNotLostWhileALongTableIsRolledOver) {
     setting("Path", made("data").string());
     setting("Max", "9001");
@@ -214,14 +175,11 @@ TEST_F(Calls, AreNotLostWhileALongTableIsRolledOver) {
         EXPECT_THAT(shown(), ElementsAre("during", "it"));
         EXPECT_EQ(inTable(), 2);
         EXPECT_EQ(page.lblCDRTotal.text(), "2");
-        std::string rolled;
-        for (const auto& file : std::filesystem::directory_iterator(made("data")))
-            if (file.path().filename().string().rfind("CDR_", 0) == 0) {
-                rolled += contentOf(file.path());
-                std::filesystem::remove(file);
-            }
-        for (const char* dialled : {"10001", "19000", "last"}) EXPECT_THAT(rolled, HasSubstr(dialled));
-        EXPECT_THAT(rolled, testing::Not(HasSubstr("during")));
+        const auto content = rolled();
+        for (const char* part : {"10001", "19000", "last", "CDR_4711 (1 - 3-2026 0,0,"})
+            EXPECT_THAT(content, HasSubstr(part));
+        EXPECT_THAT(content, EndsWith(std::array{".mdb", ".csv", ".xml"}[static_cast<std::size_t>(*format - '0')]));
+        EXPECT_THAT(content, testing::Not(HasSubstr("during")));
         page.clearCalls();
     }
 }
@@ -237,10 +195,7 @@ TEST_F(Calls, AreRolledOverFromTheTableWhateverTheListShows) {
     std::filesystem::rename(store.gCDRFile(), made("away.mdb"));
     page.txtCDRSearch.setText("aaa");
     add("5", "zzz");
-    std::string rolled;
-    for (const auto& file : std::filesystem::directory_iterator(made("data")))
-        if (file.path().extension() == ".csv") rolled = contentOf(file.path());
-    EXPECT_THAT(rolled, testing::AllOf(HasSubstr("zzz"), testing::Not(HasSubstr("aaa"))));
+    EXPECT_THAT(rolled(), testing::AllOf(HasSubstr("zzz"), testing::Not(HasSubstr("aaa"))));
 }
 
 TEST_F(Calls, GoOnIntoTheTableWhenARolloverIsEnded) {
@@ -377,10 +332,7 @@ TEST_F(Calls, NeverRollOneGatewaysCallsOverAsAnothers) {
     add("5", "new");
     EXPECT_EQ(inTable(), 2) << "one is shown";
     page.SaveCDRFile();
-    std::string rolled;
-    for (const auto& file : std::filesystem::directory_iterator(made("data")))
-        if (file.path().extension() == ".csv") rolled += contentOf(file.path());
-    EXPECT_THAT(rolled, testing::AllOf(HasSubstr("old"), HasSubstr("new"), testing::Not(HasSubstr("other"))));
+    EXPECT_THAT(rolled(), testing::AllOf(HasSubstr("old"), HasSubstr("new"), testing::Not(HasSubstr("other"))));
 }
 
 TEST_F(Calls, ExportTheirBytes) {
@@ -456,35 +408,6 @@ TEST_F(Calls, SaveTheirSettings) {
             EXPECT_EQ(bench.platform.boxes.shown[0].title, "path not found");
         }
     }
-}
-
-TEST_F(Calls, AreNotTakenWhileTheDatabaseIsLocked) {
-    simulator::Gateway gateway(fakes::seeded(3));
-    simulator::Random dice(7);
-    for (auto& port : gateway.state().ports) port.module = '1';
-    auto* channel = gateway.state().callRecords.channel("11");
-    for (int call = 0; call < 20; ++call)
-        gateway.state().callRecords.add(simulator::PortAddress::ofSlot(0), simulator::someCallRecord(dice, {}));
-    bench.logIn(gateway);
-    store.CheckCDRFile();
-    const auto other = bench.platform.databaseFiles.open(store.gCDRFile());
-    other->execute("BEGIN IMMEDIATE");
-    auto& download = bench.console.cdrDownload;
-    download.start();
-    bench.advance(5000);
-    EXPECT_THAT(download.lblCDRStatus.text(), HasSubstr("locked"));
-    EXPECT_EQ(channel->size(), 19u) << "the first one is in the journal";
-    download.pause(true);
-    download.pause(false);
-    bench.receive("OK#11");  // said twice
-    bench.advance(5000);
-    EXPECT_EQ(channel->size(), 19u);
-    other->execute("COMMIT");
-    bench.advance(60000);
-    EXPECT_EQ(download.lblCDRStatus.text(), "");
-    EXPECT_TRUE(channel->empty());
-    EXPECT_EQ(download.gCDRDone, 20);
-    EXPECT_EQ(inTable(), 20);
 }
 
 }  // namespace

@@ -1,56 +1,26 @@
 // Runs of the call record download: a whole console against the simulated gateway, and the gateway's bad moods.
-#include <gmock/gmock.h>
-
 #include <fstream>
-#include <set>
 
-#include "fakes/console_bench.h"
-#include "simulator/call_records.h"
+#include "cdr/calls_bench.h"
 
 namespace trunvex {
 namespace {
 
+using fakes::callsIn;
 using fakes::ConsoleBench;
+using fakes::fillCalls;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
 class Download : public testing::Test {
 protected:
     void logIn(int records) {
-        auto options = fakes::seeded(3);
-        gateway = std::make_unique<simulator::Gateway>(options);
-        fill(*gateway, records);
+        gateway = std::make_unique<simulator::Gateway>(fakes::seeded(3));
+        fillCalls(*gateway, records);
         bench.logIn(*gateway);
         gateway->forgetLinesReceived();
     }
-    // Calls on all the channels that a console asks: the first of its two ports has a module.
-    static void fill(simulator::Gateway& of, int records) {
-        simulator::Random dice(7);
-        auto& state = of.state();
-        for (auto& port : state.ports) port.module = '1';
-        const auto start = state.clock.moment(of.now());
-        for (int call = 0; call < records; ++call)
-            state.callRecords.add(simulator::PortAddress::ofSlot(static_cast<int>(dice.between(0, 31))),
-                                  simulator::someCallRecord(dice, start - std::chrono::seconds(30) * (records - call)));
-    }
-    // Rows of the table, each as its columns joined.
-    std::multiset<std::string> rows() {
-        std::multiset<std::string> all;
-        const auto found = store.query("SELECT * FROM CDR");
-        while (found->next()) {
-            std::string row;
-            for (int column = 0; column < static_cast<int>(callColumnCount); ++column)
-                row += std::string(found->text(column)) + "|";
-            all.insert(row);
-        }
-        return all;
-    }
-    std::size_t left() {
-        std::size_t count = 0;
-        for (int slot = 1; slot <= cdrChannelCount; ++slot)
-            count += gateway->state().callRecords.channel(getMCU_XY(slot))->size();
-        return count;
-    }
+    std::size_t left() { return callsIn(*gateway).size(); }
     void run(int seconds) {
         download.start();
         bench.advance(seconds * 1000);
@@ -64,9 +34,7 @@ protected:
 
 TEST_F(Download, FetchesEveryRecordOnceAndEndsEmpty) {
     logIn(300);
-    std::set<std::string> kept;  // what identifies each call
-    for (int slot = 1; slot <= cdrChannelCount; ++slot)
-        for (const auto& record : *gateway->state().callRecords.channel(getMCU_XY(slot))) kept.insert(record.dialled);
+    const auto kept = callsIn(*gateway);
     ASSERT_EQ(left(), 300u);
     run(60);
     EXPECT_EQ(left(), 0u);
@@ -74,14 +42,7 @@ TEST_F(Download, FetchesEveryRecordOnceAndEndsEmpty) {
     EXPECT_EQ(download.gCDRDone, 300);
     EXPECT_EQ(download.gCDRPercent, 100);
     EXPECT_EQ(download.ucCDRProg.text(), "Done ...");
-    const auto stored = rows();
-    EXPECT_EQ(stored.size(), 300u);
-    std::set<std::string> found;
-    for (const auto& row : stored) {
-        const auto parts = splitString(row, '|');
-        found.insert(std::string(parts.at(5)));
-    }
-    EXPECT_EQ(found, kept);
+    EXPECT_EQ(callsIn(store), kept);
 }
 
 TEST_F(Download, LosesAndDoublesNothingOnABadWire) {
@@ -89,9 +50,9 @@ TEST_F(Download, LosesAndDoublesNothingOnABadWire) {
                               "C_CDR:doubled=0.3", "C_CDR:late=0.3-1500", "R_CDR:late=0.3-1500"}) {
         SCOPED_TRACE(fault);
         ConsoleBench other;
-        auto options = fakes::seeded(5);
-        simulator::Gateway moody(options);
-        fill(moody, 60);
+        simulator::Gateway moody(fakes::seeded(5));
+        fillCalls(moody, 60);
+        const auto kept = callsIn(moody);
         other.logIn(moody);
         ASSERT_EQ(simulator::switchOn(moody.faults(), fault), "");
         auto& console = other.console;
@@ -101,15 +62,7 @@ TEST_F(Download, LosesAndDoublesNothingOnABadWire) {
         console.cdrDownload.start();  // what the first run gave up
         other.advance(120000);
         console.callStore.recover();
-        int stored = 0;
-        std::set<std::string> different;
-        const auto found = console.callStore.query("SELECT * FROM CDR");
-        while (found->next()) {
-            ++stored;
-            different.insert(std::string(found->text(5)));
-        }
-        EXPECT_EQ(stored, 60);
-        EXPECT_EQ(different.size(), 60u);
+        EXPECT_EQ(callsIn(console.callStore), kept);
     }
 }
 
@@ -128,7 +81,7 @@ TEST_F(Download, AcknowledgesNothingThatIsNotOnTheDisk) {
     bench.advance(60000);
     EXPECT_EQ(left(), 0u);
     EXPECT_EQ(download.lblCDRStatus.text(), "");
-    EXPECT_EQ(rows().size(), 40u);
+    EXPECT_EQ(callsIn(store).size(), 40u);
 }
 
 TEST_F(Download, WaitsForADatabaseThatIsDamaged) {
@@ -141,11 +94,33 @@ TEST_F(Download, WaitsForADatabaseThatIsDamaged) {
     std::filesystem::rename(file, file.string() + ".bad");
     bench.advance(60000);
     EXPECT_EQ(left(), 0u);
-    EXPECT_EQ(rows().size(), 40u) << "the one that was taken is there too";
+    EXPECT_EQ(callsIn(store).size(), 40u) << "the one that was taken is there too";
+}
+
+TEST_F(Download, WaitsForADatabaseThatIsLocked) {
+    logIn(40);
+    store.CheckCDRFile();
+    const auto other = bench.platform.databaseFiles.open(store.gCDRFile());
+    other->execute("BEGIN IMMEDIATE");
+    run(5);
+    EXPECT_THAT(download.lblCDRStatus.text(), HasSubstr("locked"));
+    EXPECT_EQ(left(), 39u) << "the first one is in the journal";
+    download.pause(true);
+    download.pause(false);
+    bench.receive("OK#11");  // said twice
+    bench.advance(5000);
+    EXPECT_EQ(left(), 39u);
+    other->execute("COMMIT");
+    bench.advance(60000);
+    EXPECT_EQ(download.lblCDRStatus.text(), "");
+    EXPECT_EQ(left(), 0u);
+    EXPECT_EQ(download.gCDRDone, 40);
+    EXPECT_EQ(callsIn(store).size(), 40u);
 }
 
 TEST_F(Download, TakesNoHarmFromAbsurdLines) {
     logIn(60);
+    const auto kept = callsIn(*gateway);
     download.start();
     const char* lines[] = {"A_CDR",
                            "A_CDR11",
@@ -173,9 +148,7 @@ TEST_F(Download, TakesNoHarmFromAbsurdLines) {
     EXPECT_FALSE(download.gCDRDownloading);
     run(120);  // what was said of a channel ends it for one run only
     EXPECT_EQ(left(), 0u);
-    EXPECT_EQ(rows().size(), 60u);
-    const auto all = rows();
-    EXPECT_EQ(std::set<std::string>(all.begin(), all.end()).size(), 60u);
+    EXPECT_EQ(callsIn(store), kept);
 }
 
 TEST_F(Download, StopsSkipsAndStartsAnewWhenAsked) {
@@ -193,7 +166,7 @@ TEST_F(Download, StopsSkipsAndStartsAnewWhenAsked) {
     EXPECT_EQ(left(), after);
     simulator::switchOn(gateway->faults(), "latency=0");
     run(60);
-    EXPECT_EQ(rows().size(), 120u);
+    EXPECT_EQ(callsIn(store).size(), 120u);
 }
 
 TEST_F(Download, GoesByTheMinuteTimer) {
@@ -233,7 +206,7 @@ TEST_F(Download, IsArmedByASession) {
         ConsoleBench other;
         other.console.files.setting.Write("CDRConfig", "DownLimit", "1");
         gateway = std::make_unique<simulator::Gateway>(fakes::seeded(5));
-        fill(*gateway, 20);
+        fillCalls(*gateway, 20);
         ASSERT_EQ(simulator::switchOn(gateway->faults(), session.fault), "");
         other.platform.boxes.answers = {Button::Ignore, Button::Ignore, Button::Cancel};
         if (session.startsFirst) {
@@ -264,7 +237,7 @@ TEST_F(Download, SaysWhatItLeavesInTheGateway) {
     bench.advance(60000);
     EXPECT_THAT(download.lblCDRStatus.text(),
                 testing::AllOf(HasSubstr("can't be read: channels 31."), HasSubstr("not active: channels 11, 13.")));
-    EXPECT_EQ(rows().size(), 160 - left());
+    EXPECT_EQ(callsIn(store).size(), 160 - left());
     ASSERT_EQ(simulator::switchOn(gateway->faults(), "R_CDR:lost=1"), "");
     download.start();
     bench.receive("A_CDR31,2,5");
@@ -277,12 +250,12 @@ TEST_F(Download, KeepsTheCallsOfANamelessGatewayApart) {
     run(30);
     bench.console.session.bringUp.ConnectChange("disconnect", true);
     simulator::Gateway nameless(fakes::seeded(5, "4712"));
-    fill(nameless, 10);
+    fillCalls(nameless, 10);
     ASSERT_EQ(simulator::switchOn(nameless.faults(), "R_ESN:lost=1"), "");
     bench.platform.boxes.answers = {Button::Ignore};
     bench.logIn(nameless);
     run(30);
-    EXPECT_EQ(rows().size(), 10u);
+    EXPECT_EQ(callsIn(store).size(), 10u);
     EXPECT_EQ(store.gCDRFile().filename(), "CDR_NO_ESN.mdb");
     EXPECT_EQ(bench.console.calls.lblCDRTotal.text(), "10");
 }
@@ -337,7 +310,7 @@ TEST_F(Download, WaitsForNothingBehindTheLastRecordOfABatch) {
         SCOPED_TRACE(records);
         ConsoleBench other;
         simulator::Gateway quick(fakes::seeded(5));
-        fill(quick, records);
+        fillCalls(quick, records);
         other.logIn(quick);
         auto& run = other.console.cdrDownload;
         run.start();

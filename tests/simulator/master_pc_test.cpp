@@ -88,30 +88,4 @@ TEST(MasterPc, pingsWhileTheConsoleIsThere) {
     EXPECT_EQ(bench.master.nextDue(), std::nullopt);
 }
 
-TEST(MasterPc, announcesIdentityWhereTheConsoleLooksForIt) {
-    MasterOptions options;
-    options.announces = true;
-    Bench bench(options);
-    bench.console.taken();
-    std::string line = bench.console.ask("SRV42:PSW,");
-    line.erase(0, line.find('\r') + 1);
-    const std::string identity = line.substr(line.find('D', 3) + 1);
-    EXPECT_EQ(identity, bench.gateway.state().esn + "," + bench.gateway.clockText() + "\r");
-    bench.master.tellUpdate(" 40%");
-    bench.console.advance(0);
-    EXPECT_EQ(bench.console.taken(), "Master Updating 40%\r");
-}
-
-TEST(MasterPc, aRestartOfTheGatewayEndsTheSession) {
-    Bench bench;
-    bench.console.ask("SRV42:PSW,");
-    bench.console.ask("C_RSM");
-    bench.console.advance(1000);
-    EXPECT_EQ(bench.console.hangUps, 1);
-    EXPECT_FALSE(bench.master.accepted());
-    bench.master.linkUp();
-    bench.console.advance(0);
-    EXPECT_EQ(bench.console.taken(), "SRV42:PSW\r");
-}
-
 }  // namespace simulator

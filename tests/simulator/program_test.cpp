@@ -103,28 +103,6 @@ TEST(Program, servesOneConsoleAfterTheOther) {
     EXPECT_EQ(program.wait(SIGTERM), 0);
 }
 
-TEST(Program, callsAConsoleThatWorksAsServer) {
-    const int server = socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in address = loopback(0);
-    socklen_t length = sizeof address;
-    ASSERT_EQ(bind(server, reinterpret_cast<sockaddr*>(&address), length), 0);
-    ASSERT_EQ(getsockname(server, reinterpret_cast<sockaddr*>(&address), &length), 0);
-    ASSERT_EQ(listen(server, 1), 0);
-    Program program(
-        {"--dial", "127.0.0.1:" + std::to_string(ntohs(address.sin_port)), "--master", "--quiet", "--life", "off"});
-    for (int i = 0; i < 2; ++i) {
-        const int link = accept(server, nullptr, nullptr);
-        const std::string hello = readTo(link, '\r');
-        const std::string session = hello.substr(0, hello.find(':'));
-        EXPECT_EQ(ask(link, session + ":PSWkestr,1"), session + ":STAT1\r");
-        EXPECT_EQ(ask(link, "C_CPWkestr"), "A_CPW65535\r");
-        close(link);
-    }
-    close(server);
-    EXPECT_EQ(program.wait(SIGINT), 0);
-    EXPECT_EQ(readTo(program.output, '\n'), "");
-}
-
 TEST(Program, playsASerialLineThatOutlivesARestart) {
     const std::string link = testing::TempDir() + "trunvex_line_" + std::to_string(getpid());
     Program program({"--pty", link, "--esn", "4711", "--life", "off"});
