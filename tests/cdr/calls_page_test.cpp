@@ -8,15 +8,11 @@ namespace trunvex {
 namespace {
 
 using fakes::ConsoleBench;
+using fakes::contentOf;
 using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
-
-std::string contentOf(const std::filesystem::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
 
 class Calls : public testing::Test {
 protected:

@@ -122,25 +122,10 @@ TEST_F(Download, TakesNoHarmFromAbsurdLines) {
     logIn(60);
     const auto kept = callsIn(*gateway);
     download.start();
-    const char* lines[] = {"A_CDR",
-                           "A_CDR11",
-                           "A_CDR11,",
-                           "A_CDR99,1,1,1",
-                           "A_CDR11,3,1",
-                           "A_CDRxx,2,5",
-                           "A_CDR13,2,abc",
-                           "A_CDR21,2,-7",
-                           "A_CDR23,2,99999999999999999999",
-                           "A_CDR11,1,7",
-                           "A_CDR31,1,1,255",
-                           "A_CDR11,1,<end>",
-                           "OK#",
-                           "OK#1",
-                           "OK#99",
-                           "OK#zz",
-                           "OK#11OK#13",
-                           "OK"};
-    for (const auto* line : lines) {
+    for (const auto* line :
+         {"A_CDR", "A_CDR11", "A_CDR11,", "A_CDR99,1,1,1", "A_CDR11,3,1", "A_CDRxx,2,5", "A_CDR13,2,abc",
+          "A_CDR21,2,-7", "A_CDR23,2,99999999999999999999", "A_CDR11,1,7", "A_CDR31,1,1,255", "A_CDR11,1,<end>", "OK#",
+          "OK#1", "OK#99", "OK#zz", "OK#11OK#13", "OK"}) {
         bench.advance(7);
         bench.receive(line);
     }

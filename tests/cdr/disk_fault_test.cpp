@@ -169,8 +169,7 @@ TEST_F(DiskFault, AnExportLeavesNoHalfFile) {
         EXPECT_FALSE(page.busy());
         page.cmdCDRExport.at(button).press();
         bench.advance(1000);
-        std::ifstream written(file, std::ios::binary);
-        const std::string content(std::istreambuf_iterator<char>(written), {});
+        const auto content = fakes::contentOf(file);
         if (button != 2) {
             EXPECT_EQ(std::count(content.begin(), content.end(), '\n'), lines) << "there is room again";
         }

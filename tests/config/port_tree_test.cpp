@@ -42,10 +42,6 @@ protected:
     }
     std::string lastBox() { return bench.platform.boxes.texts().back(); }
     std::filesystem::path ownFile() { return bench.folder.path() / "data" / "groups4711.dat"; }
-    static std::string content(const std::filesystem::path& path) {
-        std::ifstream file(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
 
     ConsoleBench bench;
     Console& console = bench.console;
@@ -183,7 +179,7 @@ TEST_F(Tree, SavesTheGroupsOfEachGatewayByteForByte) {
     tree.rename("GRP01", "Z\xC3\xBCrich and more than that");
     tree.movePort("MOD84", "PRT01");
     tree.cmdSaveGroups.press();
-    const auto bytes = content(ownFile());
+    const auto bytes = fakes::contentOf(ownFile());
     EXPECT_EQ(bytes.size() % group_file::recordBytes, 0u);
     EXPECT_THAT(bytes, HasSubstr("GSM   MOD84   Port 32        PRT01   "));
     EXPECT_THAT(bytes, HasSubstr("GRP 01GRP01   Z\xFCrich and more        "));

@@ -3,8 +3,14 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <fstream>
 
 namespace trunvex::fakes {
+
+std::string contentOf(const std::filesystem::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
 
 TemporaryFolder::TemporaryFolder() {
     auto name = (std::filesystem::temp_directory_path() / "trunvex-XXXXXX").string();

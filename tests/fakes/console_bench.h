@@ -18,6 +18,8 @@ inline simulator::GatewayOptions seeded(std::uint64_t seed, std::string esn = "4
     return options;
 }
 
+std::string contentOf(const std::filesystem::path& file);
+
 // An empty folder for one test, gone with it.
 class TemporaryFolder {
 public:

@@ -190,11 +190,6 @@ TEST_F(AnalyzeCmd, TakesALineFedBackAsARecordAndNothingElse) {
     EXPECT_EQ(console.session.reads.walk().reply(), Walk::Reply::Accepted);
 }
 
-TEST_F(AnalyzeCmd, KeepsABadIdentityInsideItsFolder) {
-    receive("A_ESN../../../tmp/x");
-    EXPECT_EQ(std::filesystem::path(session.gCDRFile).parent_path(), bench.folder.path() / "data");
-}
-
 TEST_F(AnalyzeCmd, FollowsTheAllocationAndTheRouting) {
     console.session.realTimeUpdate("SEL", splitString("6,x", ','));
     EXPECT_TRUE(console.routingPage.chkTSLByPrefix.checked());

@@ -2,8 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include <fstream>
-
 #include "fakes/console_bench.h"
 
 namespace trunvex {
@@ -25,18 +23,6 @@ protected:
     fakes::ConsoleBench bench;
     SerialPortMap ports{bench.platform, bench.console.files.setting};
 };
-
-TEST_F(ConnectionDialog, StartsFromDefaults) {
-    auto dialog = open();
-    EXPECT_EQ(dialog->kind(), "NET");
-    EXPECT_EQ(dialog->txtIP.text(), "192.168.1.100");
-    EXPECT_EQ(dialog->txtPort.text(), "4001");
-    EXPECT_EQ(dialog->txtPass.text(), "kestr");
-    EXPECT_EQ(dialog->cmbRate.text(), "115200");
-    EXPECT_THAT(dialog->cmbComNum.items(), ElementsAre("COM 1", "COM 2"));
-    EXPECT_THAT(dialog->cmbComNum.details(), ElementsAre("/dev/ttyS0 - UART", "/dev/ttyUSB0 - Adapter"));
-    EXPECT_FALSE(dialog->txtUnitID.enabled());
-}
 
 TEST_F(ConnectionDialog, SharesOneFrameBetweenSerialAndModem) {
     auto dialog = open();
@@ -100,8 +86,7 @@ TEST_F(ConnectionDialog, RemembersAllButThePassword) {
     EXPECT_EQ(saved("unitID") + saved("login") + saved("server") + saved("LastCon"), "unit9101");
     for (const auto& entry : std::filesystem::recursive_directory_iterator(bench.folder.path())) {
         if (!entry.is_regular_file()) continue;
-        std::ifstream file(entry.path());
-        EXPECT_THAT(std::string(std::istreambuf_iterator<char>(file), {}), Not(HasSubstr("hunter2")));
+        EXPECT_THAT(fakes::contentOf(entry.path()), Not(HasSubstr("hunter2")));
     }
 }
 

@@ -14,10 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string contentOf(const fs::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
+using fakes::contentOf;
 
 class DurableFile : public testing::Test {
 protected:

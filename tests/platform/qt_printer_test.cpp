@@ -134,9 +134,7 @@ TEST_F(Printing, AnUnfinishedDocumentLeavesWhatWasThere) {
         for (int number = 0; number < 500; ++number) document->line("row");
     }
     EXPECT_THAT(left(), ElementsAre("report.pdf"));
-    std::string content;
-    std::ifstream(file) >> content;
-    EXPECT_EQ(content, "earlier");
+    EXPECT_EQ(fakes::contentOf(file), "earlier");
 }
 
 TEST_F(Printing, TellsWhereItCannotWrite) {
@@ -199,9 +197,7 @@ TEST_F(Printing, HandsACompleteDocumentToTheQueue) {
     qputenv("PATH", path);
     EXPECT_EQ(pages().front(), QStringList({"a row", "1"}));
     EXPECT_THAT(outputOf("pdfinfo", {QString::fromStdString(file.string())}).toStdString(), HasSubstr("792 x 612"));
-    std::string arguments;
-    std::getline(std::ifstream(folder.path() / "arguments"), arguments);
-    EXPECT_EQ(arguments, "-d office -t Calls");
+    EXPECT_EQ(fakes::contentOf(folder.path() / "arguments"), "-d office -t Calls\n");
 }
 
 }  // namespace

@@ -148,15 +148,6 @@ TEST(Connecting, TellsWhyTheSocketFailedAndRetries) {
     EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
 }
 
-TEST(Connecting, CancelOpensNothing) {
-    ConsoleBench bench;
-    bench.dialog = [](frmConnectionSelect& dialog) { dialog.cancel(); };
-    bench.console.mainWindow.openPage("connect");
-    EXPECT_FALSE(bench.console.session.state.sessionFlag);
-    EXPECT_EQ(bench.platform.socket->state(), TcpSocket::State::Closed);
-    EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Idle);
-}
-
 TEST(Serial, BindsOpensAndLosesTheLine) {
     ConsoleBench bench;
     bench.platform.devices = {{"/dev/ttyS0", ""}};

@@ -99,19 +99,6 @@ TEST(Faults, latencyKeepsTheOrderAndLateRepliesBreakIt) {
     EXPECT_EQ(count(console.taken(), "\r"), 2u);
 }
 
-TEST(Faults, probabilitiesHitAboutAsOftenAsTheySay) {
-    for (const auto& [wish, least, most] : {std::tuple{"lost=0.25", 690u, 810u},
-                                            {"doubled=0.25", 1190u, 1310u},
-                                            {"garbage=0.25", 1190u, 1310u},
-                                            {"garbage=0", 1000u, 1000u}}) {
-        Bench bench({wish});
-        for (int i = 0; i < 1000; ++i) bench.console.send("R_ESN");
-        bench.console.advance(0);
-        const std::size_t lines = count(bench.console.taken(), "\r");
-        EXPECT_TRUE(lines >= least && lines <= most) << wish << " " << lines;
-    }
-}
-
 TEST(Faults, piecesAndGapsLoseNoByte) {
     Bench bench({"pieces=4-10", "nul"});
     ConsoleDouble& console = bench.console;

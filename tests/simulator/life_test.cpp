@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <set>
 
 namespace simulator {
 
@@ -25,24 +24,6 @@ constexpr int minute = 60'000;
 int reports(const std::string& bytes) { return static_cast<int>(std::count(bytes.begin(), bytes.end(), '\r')); }
 
 }  // namespace
-
-TEST(Life, everyCodeComes) {
-    Gateway gateway(alive(LifeRates::storm()));
-    ConsoleDouble console(gateway);
-    console.advance(8000);
-    std::set<std::string> codes;
-    for (const std::string& line : splitFields(console.taken(), '\r'))
-        if (const auto fields = splitFields(line); fields.size() > 2)
-            codes.insert((fields[0] == "I_ALR000" ? "system " : "") + fields[1]);
-    std::set<std::string> expected{"50", "100", "104"};
-    for (int code = 0; code <= 40; ++code) {
-        if (code != 19) expected.insert(std::to_string(code));
-    }
-    for (const char* code : {"010", "011", "020", "021", "022", "023", "024", "030", "031", "032", "033", "034", "100",
-                             "101", "102", "110", "111", "112", "113", "114", "115", "116", "120", "136", "140"})
-        expected.insert(std::string("system ") + code);
-    EXPECT_EQ(codes, expected);
-}
 
 TEST(Life, talkCountersStartAnewAfterFiveDigitsOfMinutes) {
     Gateway gateway(alive(LifeRates::busy()));

@@ -65,27 +65,4 @@ TEST(MasterPc, judgesPasswordAndUnit) {
     }
 }
 
-TEST(MasterPc, pingsWhileTheConsoleIsThere) {
-    MasterOptions options;
-    options.pingInterval = std::chrono::milliseconds(1000);
-    Bench bench(options);
-    ConsoleDouble& console = bench.console;
-    console.advance(5000);
-    EXPECT_EQ(bench.master.pings(), 0);  // nobody is logged in
-    console.ask("SRV42:PSW,");
-    EXPECT_EQ(bench.master.nextDue(), std::chrono::milliseconds(6000));
-    console.advance(999);
-    EXPECT_EQ(console.taken(), "");
-    console.advance(2001);
-    EXPECT_EQ(console.taken(), "SRV42:PING\rSRV42:PING\rSRV42:PING\r");
-    console.ask("SRV42:PONG");
-    console.ask("SRV9:PONG");
-    EXPECT_EQ(bench.master.pongs(), 1);
-    console.ask("SRV:CLOSE");  // a console that has not kept the id
-    EXPECT_EQ(console.hangUps, 1);
-    console.advance(10000);
-    EXPECT_EQ(bench.master.pings(), 3);
-    EXPECT_EQ(bench.master.nextDue(), std::nullopt);
-}
-
 }  // namespace simulator
