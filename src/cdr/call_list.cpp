@@ -13,13 +13,6 @@ namespace {
 using Length = std::uint32_t;
 constexpr std::size_t headBytes = callColumnCount * sizeof(Length);
 
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
-
-std::string folded(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(), lower);
-    return text;
-}
-
 Length lengthAt(const char* row, std::size_t column) {
     Length length;
     std::memcpy(&length, row + column * sizeof(Length), sizeof(Length));
@@ -112,14 +105,11 @@ bool CallList::addFrom(DatabaseRows& rows, std::size_t most, bool marked) {
     return more;
 }
 
-bool CallList::matches(Row row, std::string_view folded) const {
-    if (folded.empty()) return true;
-    for (const auto text : textsOf(row)) {
-        const auto found = std::search(text.begin(), text.end(), folded.begin(), folded.end(),
-                                       [](char one, char other) { return lower(one) == other; });
-        if (found != text.end()) return true;
-    }
-    return false;
+bool CallList::matches(Row row, std::string_view part) const {
+    if (part.empty()) return true;
+    const auto texts = textsOf(row);
+    return std::any_of(texts.begin(), texts.end(),
+                       [part](std::string_view text) { return containsFolded(text, part); });
 }
 
 CallList::Work& CallList::ask() {

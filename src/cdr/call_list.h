@@ -94,7 +94,7 @@ private:
 
     std::string_view textOf(Row row, std::size_t column) const;
     CallTexts textsOf(Row row) const;
-    bool matches(Row row, std::string_view folded) const;
+    bool matches(Row row, std::string_view part) const;  // in small letters
     Row append(const CallTexts& texts);
     void show(Row row);
     Work& ask();

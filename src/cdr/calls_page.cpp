@@ -53,18 +53,18 @@ CallsPage::CallsPage(Session& session, CallStore& store, CdrDownload& download, 
     work_.idle().connect([this] {
         if (lsvCallReport.working()) workOnList();
     });
-    cmbCDRColumn.changed().connect([this, was = cmbCDRColumn.index()]() mutable {
-        if (std::exchange(was, cmbCDRColumn.index()) == cmbCDRColumn.index() || fillingValues_) return;
+    cmbCDRColumn.valueChanged().connect([this] {
+        if (fillingValues_) return;
         if (cmbCDRColumn.text() == allColumns)
             BuildCDRList(wholeTable);
         else
             GetCDRGROUP(cmbCDRColumn.text());
     });
-    cmbCDRValue.changed().connect([this] {
+    cmbCDRValue.valueChanged().connect([this] {
         if (!fillingValues_ && cmbCDRValue.index() != ChoiceField::none && !state_.gESN.empty())
             BuildCDRListGroup(cmbCDRColumn.text(), cmbCDRValue.text());
     });
-    txtCDRSearch.changed().connect([this] { lsvCallReport.search(txtCDRSearch.text()); });
+    txtCDRSearch.valueChanged().connect([this] { lsvCallReport.search(txtCDRSearch.text()); });
     connectButtons();
     readSettings();
 }

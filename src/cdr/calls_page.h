@@ -9,6 +9,7 @@
 #include "cdr/call_list.h"
 #include "cdr/call_report.h"
 #include "cdr/call_store.h"
+#include "cdr/call_table.h"
 #include "cdr/cdr_download.h"
 #include "fields/fields.h"
 #include "fields/sliced_work.h"
@@ -44,6 +45,7 @@ public:
     bool busy() const { return work_.running(); }
 
     CallList lsvCallReport;
+    CallTable callTable{lsvCallReport};
     LabelField lblCDRTotal{"lblCDRTotal", "0"};
     LabelField lblCDRWork{"lblCDRWork"};  // what goes on with the list, how far; empty when nothing does
     ChoiceField cmbCDRColumn{"cmbCDRColumn"};

@@ -40,7 +40,7 @@ PageTable<IsdnRec>::Row choice(std::size_t at, ChoiceField& field, std::string I
 }  // namespace
 
 IsdnPage::IsdnPage(Session& session, const PageTools& tools, SettingsRecords& records)
-    : Page(session, {"isdn", "ISDN", "ISDN settings", Isdn}), tools_(tools) {
+    : RecordPage(session, {"isdn", "ISDN", "ISDN settings", Isdn}, tools) {
     bindLine();
     bindCalls();
     table_.addFieldsTo(form);
@@ -50,9 +50,8 @@ IsdnPage::IsdnPage(Session& session, const PageTools& tools, SettingsRecords& re
         tools_.reads.onComplete(mnemonic, [this](const std::string&) {
             if (loaded()) show();
         });
-    CmdWriteISDN_.pressed().connect([this] { CmdWriteISDN(); });
-    cmdIsdnRefresh_.pressed().connect([this] { cmdIsdnRefresh(); });
-    cmdUndoIsdn.pressed().connect([this] { form.undo(); });
+    addForm(form, {cmdUndoIsdn, cmdIsdnRefresh_, CmdWriteISDN_}, {command("R_ISD", "ISDN")},
+            [this] { return CmdWriteISDN(); });
     forget();
 }
 
@@ -123,7 +122,6 @@ void IsdnPage::followRules() {
     const bool used = way == imitation || way == ChoiceField::none;
     if (!used && txtInCallMode.enabled() && !form.filling()) form.undo(txtInCallMode);
     txtInCallMode.setEnabled(used);
-    cmdUndoIsdn.setEnabled(form.edited());
 }
 
 BuiltLine IsdnPage::firstFault() {
@@ -165,19 +163,13 @@ std::string IsdnPage::buildLine(bool store) {
     return "C_ISD" + body;
 }
 
-void IsdnPage::cmdIsdnRefresh() {
-    if (!tools_.connected()) return;
-    if (tools_.mayLose(form)) tools_.read({command("R_ISD", "ISDN")}, readBudgetMs);
-}
-
-void IsdnPage::CmdWriteISDN() {
-    if (!tools_.connected()) return;
+bool IsdnPage::CmdWriteISDN() {
     const auto line = buildLine(false);
-    if (line.empty()) return;
+    if (line.empty()) return false;
     auto sent = tools_.tables.isdn;
     storeIsdn(sent, fieldsOf(line), true);
     form.respell(table_.held(sent));  // "005" is told back as 5
-    tools_.write(line, "ISDN", "send data : ");
+    return tools_.write(line, "ISDN", "send data : ");
 }
 
 }  // namespace trunvex

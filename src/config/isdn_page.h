@@ -1,23 +1,20 @@
 #pragma once
 
 #include "config/page_table.h"
-#include "config/page_tools.h"
+#include "config/record_page.h"
 #include "model/settings_records.h"
-#include "pages/page.h"
 
 namespace trunvex {
 
 // The page "isdn": how the E1 line is framed, which side it plays, which ISDN variant it speaks, how incoming calls are
 // taken, and the system number.
-class IsdnPage final : public Page {
+class IsdnPage final : public RecordPage {
 public:
     IsdnPage(Session& session, const PageTools& tools, SettingsRecords& records);
     std::vector<QueueItem> missing() override;
 
     // The line that writes the page; with `store` the record takes the values at once. Empty after a message.
     std::string buildLine(bool store);
-    void cmdIsdnRefresh();
-    void CmdWriteISDN();
     bool loaded() const { return tools_.tables.isdn.loaded(); }
     void forget();
 
@@ -51,9 +48,9 @@ private:
     void bindLine();
     void bindCalls();
     BuiltLine firstFault();
+    bool CmdWriteISDN();
 
     PageTable<IsdnRec> table_;
-    const PageTools& tools_;
 };
 
 }  // namespace trunvex

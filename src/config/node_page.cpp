@@ -102,7 +102,7 @@ bool NodePage::mayWrite() const {
     if (key_.empty())
         tools_.dialogs.info("You must select Port\\Sim first .");
     else if (!showsGroup() && !form.known())
-        tools_.tell("Nothing was read here yet. Read it first, so that nothing unknown is overwritten.");
+        tools_.tell(nothingReadText);
     else if (showsGroup() && !marked())
         tools_.tell("Nothing is marked to be written to the group. Mark the fields that the write is to include.");
     else

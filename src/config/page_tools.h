@@ -14,6 +14,9 @@
 
 namespace trunvex {
 
+inline constexpr const char* nothingReadText =
+    "Nothing was read here yet. Read it first, so that nothing unknown is overwritten.";
+
 // What every settings page works with.
 struct PageTools {
     Dialogs& dialogs;

@@ -47,7 +47,7 @@ PortTree::PortTree(Session& session, SharedTables& tables, PortDetection& detect
     std::vector<std::string> ports;
     for (int index = 1; index <= portCount; ++index) ports.push_back("Port " + std::to_string(index));
     cmbGRPSelectPort.setItems(std::move(ports));
-    cmbGRPSelectPort.changed().connect([this] { selectPort(); });
+    cmbGRPSelectPort.valueChanged().connect([this] { selectPort(); });
     cmdCreateGroup.pressed().connect([this] { createGroup(); });
     cmdDeleteGroup.pressed().connect([this] { deleteSelected(); });
     cmdRenameGroup.pressed().connect([this] { renameSelected(); });

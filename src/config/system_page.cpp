@@ -16,22 +16,20 @@ std::string twoDigits(std::string_view text) { return pad(text, 2, '0', PadSide:
 }  // namespace
 
 SystemPage::SystemPage(Session& session, const PageTools& tools)
-    : Page(session, {"system", "System", "Clock, version and the gateway's connection", None}), tools_(tools),
+    : RecordPage(session, {"system", "System", "Clock, version and the gateway's connection", None}, tools),
       settings_(session.setting), clock_(session.platform.clock()) {
     for (InputField* field : std::initializer_list<InputField*>{&dtpDate, &dtpClock, &cmbDay}) form.add(*field);
-    form.changed().connect([this] { cmdUndoClock.setEnabled(form.edited()); });
+    addForm(form, {cmdUndoClock, cmdClkRefresh, cmdSetTime_},
+            {command("R_CLK", "System time"), command("R_SYS", "System Version")}, [this] { return cmdSetTime(); });
     session.realTimeUpdate.on("CLK", [this](const Fields& fields) { takeClock(fields); });
     session.realTimeUpdate.on("SYS", [this](const Fields& fields) {
         tools_.tables.isdn.SystemVersion = fields.at(0);
         TxtSystemVer.setText(escaped(fields.at(0)));
     });
-    dtpDate.changed().connect([this] {
+    dtpDate.valueChanged().connect([this] {
         if (!form.filling()) followDate();
     });
     TmrDelayClkUpdate_ = session.platform.makeTimer([this] { delayedClockTick(); });
-    cmdSetTime_.pressed().connect([this] { cmdSetTime(); });
-    cmdClkRefresh.pressed().connect([this] { refreshClock(); });
-    cmdUndoClock.pressed().connect([this] { form.undo(); });
     cmdComputerTime.pressed().connect([this] { takeComputerTime(); });
     int index = 0;
     for (auto* button : {&cmdConSwitch_0, &cmdConSwitch_1, &cmdConSwitch_2, &cmdConSwitch_3, &cmdConSwitch_4})
@@ -127,12 +125,6 @@ void SystemPage::takeComputerTime() {
     dtpClock.setText(twoDigits(minutes / 60) + ":" + twoDigits(minutes % 60));
 }
 
-void SystemPage::refreshClock() {
-    if (!tools_.connected()) return;
-    if (tools_.mayLose(form))
-        tools_.read({command("R_CLK", "System time"), command("R_SYS", "System Version")}, readBudgetMs);
-}
-
 std::string SystemPage::buildClockLine() {
     form.clearProblems();
     const auto date = enteredDate();
@@ -153,16 +145,15 @@ std::string SystemPage::buildClockLine() {
            std::to_string(cmbDay.index() + 1) + "," + time.substr(0, 2) + "," + time.substr(3);
 }
 
-void SystemPage::cmdSetTime() {
-    if (!tools_.connected()) return;
+bool SystemPage::cmdSetTime() {
     settings_.Write(formatSection, formatKey, std::to_string(cmbDateFormat.index()));
     readDateFormat();
     showDate();
     const auto line = buildClockLine();
-    if (line.empty()) return;
-    if (!tools_.write(line, "System Time", "send data : ")) return;
+    if (line.empty() || !tools_.write(line, "System Time", "send data : ")) return false;
     delayedClockTicks_ = 0;
     TmrDelayClkUpdate_->start(delayedClockTickMs);
+    return true;
 }
 
 }  // namespace trunvex

@@ -3,22 +3,20 @@
 #include <chrono>
 #include <optional>
 
-#include "config/page_tools.h"
+#include "config/record_page.h"
 #include "fields/fields.h"
-#include "pages/page.h"
 
 namespace trunvex {
 
 // The page "system": the gateway's clock as last reported and as it is to be set, its firmware version, and the buttons
 // that change how the gateway itself connects.
-class SystemPage final : public Page {
+class SystemPage final : public RecordPage {
 public:
     SystemPage(Session& session, const PageTools& tools);
     std::vector<QueueItem> missing() override;
 
     // The line that sets the gateway's clock; empty after a message.
     std::string buildClockLine();
-    void cmdSetTime();
 
     LabelField lblHoure{"lblHoure"};
     LabelField lblMinute{"lblMinute"};
@@ -50,11 +48,10 @@ private:
     void blank();
     void readDateFormat();
     void followDate();
-    void refreshClock();
+    bool cmdSetTime();
     void takeComputerTime();
     std::optional<std::chrono::year_month_day> enteredDate() const;
 
-    const PageTools& tools_;
     Settings& settings_;
     Clock& clock_;
     std::array<std::string, 3> reportedDate_;  // day, month, year of the last report

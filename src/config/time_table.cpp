@@ -69,10 +69,8 @@ void TimeTable::followTurns() {
 
 // The operator has turned a switch; a record that comes in brings its own rows.
 void TimeTable::onTurn(CheckField& box, std::function<void()> act) {
-    box.changed().connect([this, &box, act = std::move(act), was = box.checked()]() mutable {
-        const bool turned = box.checked() != was;
-        was = box.checked();
-        if (turned && !form_.filling()) act();
+    box.valueChanged().connect([this, act = std::move(act)] {
+        if (!form_.filling()) act();
     });
 }
 

@@ -25,8 +25,10 @@ void ChoiceField::setItems(std::vector<std::string> items) {
     if (items == items_) return;
     items_ = std::move(items);
     ++edition_;
-    if (index_ >= static_cast<int>(items_.size())) index_ = none;
-    changed().emit();
+    if (index_ >= static_cast<int>(items_.size()))
+        setIndex(none);
+    else
+        changed().emit();
 }
 
 void ChoiceField::setDetails(std::vector<std::string> details) {
@@ -38,7 +40,7 @@ void ChoiceField::setDetails(std::vector<std::string> details) {
 
 void ChoiceField::setIndex(int index) {
     const bool known = index >= 0 && index < static_cast<int>(items_.size());
-    assign(index_, known ? index : none);
+    assignValue(index_, known ? index : none);
 }
 
 std::string ChoiceField::text() const {

@@ -27,6 +27,7 @@ public:
     const std::string& tip() const { return tip_; }
     void setTip(std::string tip) { assign(tip_, std::move(tip)); }
 
+    // Anything that shows has changed: content, enabling, visibility, tip.
     sigc::signal<void()>& changed() { return changed_; }
 
 protected:
@@ -66,11 +67,27 @@ public:
     // Why the content can't be written; empty while nothing is known against it.
     const std::string& problem() const { return problem_; }
     void setProblem(std::string problem) { assign(problem_, std::move(problem)); }
+    // What the gateway holds of it. A field of many parts marks those that differ.
+    virtual void setHeld(const std::string&) {}
+    // The content alone has changed; told before changed().
+    sigc::signal<void()>& valueChanged() { return valueChanged_; }
 
 protected:
     ~InputField() = default;
 
+    void tellValue() {
+        valueChanged_.emit();
+        changed().emit();
+    }
+    template <class Value>
+    void assignValue(Value& held, Value value) {
+        if (held == value) return;
+        held = std::move(value);
+        tellValue();
+    }
+
 private:
+    sigc::signal<void()> valueChanged_;
     Standing standing_ = Standing::Free;
     std::string problem_;
 };
@@ -83,7 +100,7 @@ public:
     std::string value() const override { return text_; }
     void setValue(const std::string& value) override { setText(value); }
     const std::string& text() const { return text_; }
-    void setText(std::string text) { assign(text_, std::move(text)); }
+    void setText(std::string text) { assignValue(text_, std::move(text)); }
 
 private:
     std::string text_;
@@ -98,12 +115,21 @@ public:
     std::string value() const override { return checked_ ? "1" : "0"; }
     void setValue(const std::string& value) override { setChecked(value == "1"); }
     bool checked() const { return checked_; }
-    void setChecked(bool checked) { assign(checked_, checked); }
+    void setChecked(bool checked) { assignValue(checked_, checked); }
     const std::string& caption() const { return caption_; }
+
+    // The operator's press, which turns it over; what the program sets is none. A disabled box ignores it.
+    void press() {
+        if (!enabled()) return;
+        setChecked(!checked_);
+        pressed_.emit();
+    }
+    sigc::signal<void()>& pressed() { return pressed_; }
 
 private:
     std::string caption_;
     bool checked_ = false;
+    sigc::signal<void()> pressed_;
 };
 
 // A list of which one entry is chosen.
@@ -147,7 +173,7 @@ public:
     int highest() const { return highest_; }  // positions are 0 to this
     int position() const { return position_; }
     // A position outside the range is none.
-    void setPosition(int position) { assign(position_, position < 0 || position > highest_ ? none : position); }
+    void setPosition(int position) { assignValue(position_, position < 0 || position > highest_ ? none : position); }
     // As with ChoiceField.
     std::string value() const override { return position_ == none ? std::string() : std::to_string(position_); }
     void setValue(const std::string& value) override;

@@ -9,14 +9,12 @@ void RecordForm::add(InputField& field) {
     const auto index = entries_.size();
     entries_.push_back({&field, {}, field.value()});
     field.setStanding(InputField::Standing::Unread);
-    field.changed().connect([this, index] { fieldChanged(index); });
+    field.valueChanged().connect([this, index] { fieldChanged(index); });
 }
 
 void RecordForm::fieldChanged(std::size_t index) {
     auto& entry = entries_[index];
-    auto value = entry.field->value();
-    if (value == entry.shown) return;  // a mark, the enabling or the tip has changed
-    entry.shown = std::move(value);
+    entry.shown = entry.field->value();
     entry.field->setProblem({});
     mark(entry);
     if (!filling_) changed_.emit();
@@ -30,6 +28,12 @@ void RecordForm::mark(Entry& entry) {
         entry.field->setStanding(Edited);
     else
         entry.field->setStanding(known_ ? AsRead : Unread);
+}
+
+// What is shown counts as held: the value as the field has it, for what a list does not have is none there too.
+void RecordForm::hold(Entry& entry) {
+    entry.held = entry.shown;
+    entry.field->setHeld(entry.held);
 }
 
 void RecordForm::show(Entry& entry, const std::string& value) {
@@ -57,7 +61,7 @@ void RecordForm::turnTo(const std::string& key) {
         entry.held.clear();
         entry.field->setProblem({});
         show(entry, std::string());
-        entry.held = entry.shown;  // an empty check box is "0"
+        hold(entry);  // an empty check box is "0"
         mark(entry);
     }
     filling_ = false;
@@ -78,9 +82,8 @@ void RecordForm::take(const Values& held) {
         else if (drafted)
             mine = draft->second[i];
         const auto problem = mine ? entry.field->problem() : std::string();
-        // The value as the field holds it: what a list does not have is none there too.
         show(entry, held);
-        entry.held = entry.shown;
+        hold(entry);
         if (mine) show(entry, *mine);
         entry.field->setProblem(problem);
         mark(entry);
@@ -95,7 +98,7 @@ void RecordForm::propose(const Values& values) {
     filling_ = true;
     for (auto& entry : entries_) {
         show(entry, values);
-        entry.held = entry.shown;
+        hold(entry);
         mark(entry);
     }
     filling_ = false;
@@ -122,7 +125,7 @@ std::vector<std::string> RecordForm::unwritten() const {
 
 void RecordForm::settle() {
     for (auto& entry : entries_) {
-        entry.held = entry.shown;
+        hold(entry);
         mark(entry);
     }
     changed_.emit();

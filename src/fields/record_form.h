@@ -63,6 +63,7 @@ private:
 
     void fieldChanged(std::size_t index);
     void mark(Entry& entry);
+    static void hold(Entry& entry);
     void show(Entry& entry, const std::string& value);
     void show(Entry& entry, const Values& values);
 

@@ -28,11 +28,11 @@ frmConnectionSelect::frmConnectionSelect(Dialogs& dialogs, Settings& settings, S
     : dialogs_(dialogs), settings_(settings), optionalHistory_(history, "OMDM"), hostHistory_(history, "IPSave") {
     fillPorts(ports);
     load();
-    cmbConSelect.changed().connect([this] { showKind(); });
-    chkSERVER.changed().connect([this] { followServer(); });
-    chkMasterLog.changed().connect([this] { followMaster(); });
-    txtIP.changed().connect([this] { lblHostError.setText(""); });
-    txtPort.changed().connect([this] { lblPortError.setText(""); });
+    cmbConSelect.valueChanged().connect([this] { showKind(); });
+    chkSERVER.valueChanged().connect([this] { followServer(); });
+    chkMasterLog.valueChanged().connect([this] { followMaster(); });
+    txtIP.valueChanged().connect([this] { lblHostError.setText(""); });
+    txtPort.valueChanged().connect([this] { lblPortError.setText(""); });
     showKind();
     if (chkSERVER.checked()) followServer();
     followMaster();

@@ -27,6 +27,17 @@ std::int16_t Indexes::at(std::size_t position) const {
     return digits[position];
 }
 
+std::vector<std::string_view> splitLong(std::string_view text, char separator) {
+    std::vector<std::string_view> fields;
+    for (std::size_t from = 1;;) {
+        const auto end = text.find(separator, from);
+        fields.push_back(text.substr(0, end));
+        if (end == std::string_view::npos) return fields;
+        text.remove_prefix(end + 1);
+        from = 0;
+    }
+}
+
 Indexes getIndexs(std::string_view text) {
     Indexes indexes;
     if (text.size() > indexes.digits.size()) throw std::out_of_range("index too long");

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 namespace trunvex {
 
@@ -49,6 +50,9 @@ private:
 // second character, so a text that begins with the separator keeps it in its first element. An empty text is one
 // empty field. Throws std::out_of_range for more than 50 fields.
 Fields splitString(std::string_view text, char separator);
+
+// The same for a record that may be longer: any number of fields, and no end mark behind them.
+std::vector<std::string_view> splitLong(std::string_view text, char separator);
 
 // The digits of an index, one number a character: "112" is 1, 1, 2.
 struct Indexes {

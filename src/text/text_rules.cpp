@@ -14,6 +14,8 @@ bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 bool isAlphanumeric(char c) { return isDigit(c) || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
 
+char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
+
 }  // namespace
 
 std::int64_t val(std::string_view text) {
@@ -74,6 +76,17 @@ bool like(std::string_view text, std::string_view pattern) {
     }
     while (p < pattern.size() && pattern[p] == '*') ++p;
     return p == pattern.size();
+}
+
+std::string folded(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(), lower);
+    return text;
+}
+
+bool containsFolded(std::string_view text, std::string_view foldedPart) {
+    return std::search(text.begin(), text.end(), foldedPart.begin(), foldedPart.end(),
+                       [](char one, char other) { return lower(one) == other; }) != text.end() ||
+           foldedPart.empty();
 }
 
 std::string pad(std::string_view text, std::size_t length, char fill, PadSide side) {

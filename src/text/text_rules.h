@@ -32,6 +32,11 @@ bool like(std::string_view text, std::string_view pattern);
 
 inline bool contains(std::string_view text, std::string_view part) { return text.find(part) != std::string_view::npos; }
 
+// The text in small letters, as far as ASCII goes.
+std::string folded(std::string text);
+// True when the text holds the part, letters of either case alike. The part is folded already; an empty one is in all.
+bool containsFolded(std::string_view text, std::string_view foldedPart);
+
 enum class PadSide { Left, Right };
 
 // Fills the text with `fill` up to `length` characters; a text that is long enough comes back as it is.

@@ -208,6 +208,18 @@ TEST_F(Selection, ReadsNothingInASessionThatOnlyWatches) {
     EXPECT_EQ(sim.lblSimCaption.text(), "Port 5, SIM 2 Setting");
 }
 
+TEST_F(Selection, WritesNoRecordThatWasNeverRead) {
+    pages.forget();
+    system.form.forgetAll();
+    system.cmdComputerTime.press();
+    for (auto* button : {&isdn.CmdWriteISDN_, &system.cmdSetTime_}) {
+        console.notices.tell("");
+        press(*button);
+        EXPECT_EQ(console.notices.lblNotice.text(), nothingReadText) << button->name();
+    }
+    EXPECT_THAT(arrived(), IsEmpty());
+}
+
 TEST_F(Selection, SaysWhatItNeedsBeforeItReadsOrWrites) {
     pages.main.forget();
     EXPECT_EQ(refusal(port.cmdModRefresh), "Please select first the port in the ports list.");

@@ -155,7 +155,10 @@ void bind(CheckField& field, QCheckBox* box, QChar mnemonic) {
     box->setText(withMnemonic(caption, mnemonic));
     box->setAccessibleName(caption);
     follow(box, field, [&field, box] { box->setChecked(field.checked()); });
-    QObject::connect(box, &QCheckBox::toggled, box, [&field](bool checked) { field.setChecked(checked); });
+    // Whatever turns the widget over and not the field is the operator's hand.
+    QObject::connect(box, &QCheckBox::toggled, box, [&field](bool checked) {
+        if (checked != field.checked()) field.press();
+    });
 }
 
 void bind(CheckField& field, QToolButton* button) {
@@ -163,7 +166,9 @@ void bind(CheckField& field, QToolButton* button) {
     button->setText(shown(field.caption()));
     button->setFocusPolicy(Qt::StrongFocus);
     follow(button, field, [&field, button] { button->setChecked(field.checked()); });
-    QObject::connect(button, &QToolButton::toggled, button, [&field](bool checked) { field.setChecked(checked); });
+    QObject::connect(button, &QToolButton::toggled, button, [&field](bool checked) {
+        if (checked != field.checked()) field.press();
+    });
 }
 
 void bind(LabelField& field, QLabel* label, const QString& accessibleName) {

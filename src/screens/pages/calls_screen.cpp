@@ -1,7 +1,5 @@
 #include "screens/pages/calls_screen.h"
 
-#include <QApplication>
-#include <QClipboard>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QHeaderView>
@@ -12,9 +10,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QShortcut>
-#include <QStyledItemDelegate>
 #include <QTabWidget>
-#include <QTableView>
 #include <QVBoxLayout>
 
 #include "cdr/calls_page.h"
@@ -22,8 +18,8 @@
 #include "screens/kit/field_binding.h"
 #include "screens/kit/labels.h"
 #include "screens/kit/settings_form.h"
+#include "screens/kit/table_view.h"
 #include "screens/kit/theme.h"
-#include "screens/pages/call_list_model.h"
 #include "text/text_rules.h"
 
 namespace trunvex {
@@ -32,8 +28,6 @@ namespace {
 
 constexpr int sideWidth = 304;
 constexpr int captionWidth = 104;
-constexpr int rowHeight = 22;
-constexpr int mostCopied = 20000;  // calls; more would hold the window up
 constexpr const char* section = "CallList";
 constexpr const char* headerKey = "Header";
 constexpr int columnWidths[] = {52, 48, 80, 92, 144, 152, 184, 164, 164, 164, 80, 92, 108, 68, 64, 104};
@@ -56,19 +50,6 @@ QPushButton* button(ActionField& action) {
     made->setProperty("role", "small");
     return made;
 }
-
-// Figures stand at the right of their column, and the text of the next one begins at its left: a little room between.
-class FigureDelegate : public QStyledItemDelegate {
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-protected:
-    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
-        QStyledItemDelegate::initStyleOption(option, index);
-        constexpr QChar room(0x2003);
-        if ((option->displayAlignment & Qt::AlignRight) != 0) option->text += room;
-    }
-};
 
 QString minutesAndSeconds(std::int64_t seconds) {
     return QString("%1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QChar('0'));
@@ -173,24 +154,13 @@ QLayout* CallsScreen::buildFilters() {
 
 QWidget* CallsScreen::buildList() {
     auto& page = page_;
-    table_ = new QTableView;
+    table_ = new TableView(page.callTable, tr("Calls"));
     table_->setObjectName("lsvCallReport");
-    table_->setAccessibleName(tr("Calls"));
-    table_->setModel(new CallListModel(page.lsvCallReport, table_));
-    table_->setItemDelegate(new FigureDelegate(table_));
-    table_->setSelectionBehavior(QAbstractItemView::SelectRows);
-    table_->setWordWrap(false);
-    table_->setShowGrid(false);
-    table_->setFont(figureFont());
-    table_->setTabKeyNavigation(false);
-    table_->verticalHeader()->hide();
-    table_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    table_->verticalHeader()->setDefaultSectionSize(rowHeight);
+    connect(table_, &TableView::copyRefused, this, [this] {
+        page_.tell(tr("At most %1 calls are copied; CSV writes all of them.").arg(TableView::mostCopied).toStdString());
+    });
     auto* header = table_->horizontalHeader();
     header->setSectionsMovable(true);
-    header->setHighlightSections(false);
-    header->setSortIndicator(-1, Qt::AscendingOrder);
-    table_->setSortingEnabled(true);
     for (int column = 0; column < static_cast<int>(callColumnCount); ++column)
         table_->setColumnWidth(column, columnWidths[column]);
     const auto kept = tools_.setting.Read(section, headerKey);
@@ -199,12 +169,6 @@ QWidget* CallsScreen::buildList() {
     header->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(header, &QWidget::customContextMenuRequested, this, [this](const QPoint& at) { chooseColumns(at); });
     connect(header, &QHeaderView::sectionMoved, this, [this] { keepColumns(); });
-    auto* copy = new QShortcut(QKeySequence::Copy, table_, nullptr, nullptr, Qt::WidgetShortcut);
-    connect(copy, &QShortcut::activated, this, [this] { copySelected(); });
-    empty_ = roleLabel({}, "muted", table_->viewport());
-    empty_->setAlignment(Qt::AlignCenter);
-    auto* over = new QVBoxLayout(table_->viewport());
-    over->addWidget(empty_);
     return table_;
 }
 
@@ -352,38 +316,14 @@ void CallsScreen::showTotals() {
     const auto& page = page_;
     const auto& totals = page.lsvCallReport.sums().all();
     totals_->setText(inWords(totals));
-    empty_->setVisible(totals.calls == 0);
-    if (totals.calls != 0) return;
-    if (page.lsvCallReport.held() > 0)
-        empty_->setText(tr("No call holds what is searched for."));
+    if (totals.calls != 0)
+        table_->setEmptyText({});
+    else if (page.lsvCallReport.held() > 0)
+        table_->setEmptyText(tr("No call holds what is searched for."));
     else if (!page_.gatewayIsKnown())
-        empty_->setText(tr("The calls of a gateway are shown once it is connected."));
+        table_->setEmptyText(tr("The calls of a gateway are shown once it is connected."));
     else
-        empty_->setText(tr("No calls yet. Press Start to fetch them from the gateway."));
-}
-
-// As a table: a tab between two columns, a line end behind each row, in the order of the screen.
-void CallsScreen::copySelected() {
-    int count = 0;
-    for (const auto& range : table_->selectionModel()->selection()) count += range.height();
-    if (count > mostCopied) {
-        page_.tell(tr("At most %1 calls are copied; CSV writes all of them.").arg(mostCopied).toStdString());
-        return;
-    }
-    auto sorted = table_->selectionModel()->selectedRows();
-    if (sorted.isEmpty()) return;
-    std::sort(sorted.begin(), sorted.end());
-    const auto* header = table_->horizontalHeader();
-    QString text;
-    for (const auto& row : sorted) {
-        QStringList cells;
-        for (int place = 0; place < header->count(); ++place) {
-            const int column = header->logicalIndex(place);
-            if (!header->isSectionHidden(column)) cells << row.siblingAtColumn(column).data().toString();
-        }
-        text += cells.join('\t') + '\n';
-    }
-    QApplication::clipboard()->setText(text);
+        table_->setEmptyText(tr("No calls yet. Press Start to fetch them from the gateway."));
 }
 
 void CallsScreen::chooseColumns(const QPoint& at) {

@@ -9,12 +9,12 @@
 
 class QGroupBox;
 class QLabel;
-class QTableView;
 
 namespace trunvex {
 
 class BarChart;
 class CallsPage;
+class TableView;
 
 // The page "call": the list of calls with its filters and totals, charts of what is shown, the download and its
 // settings.
@@ -36,15 +36,13 @@ private:
     void showTotals();
     void showCharts();
     void showOrder();
-    void copySelected();
     void chooseColumns(const QPoint& at);
     void keepColumns();
 
     CallsPage& page_;
     ScreenTools tools_;
-    QTableView* table_ = nullptr;
+    TableView* table_ = nullptr;
     QLabel* totals_ = nullptr;
-    QLabel* empty_ = nullptr;
     std::vector<BarChart*> charts_;  // in the order of chartGroups
     // A download adds calls faster than sums and charts are looked at: they are shown at once, then after each pause.
     std::unique_ptr<Timer> pause_;

@@ -1,0 +1,29 @@
+#include "config/record_page.h"
+
+namespace trunvex {
+
+void RecordPage::addForm(RecordForm& form, const Buttons& buttons, std::vector<QueueItem> batch,
+                         std::function<bool()> write) {
+    auto& sheet = sheets_.emplace_back(form, buttons, std::move(batch), std::move(write));
+    form.changed().connect([&sheet] { sheet.buttons.undo.setEnabled(sheet.form.edited()); });
+    buttons.undo.setEnabled(form.edited());
+    buttons.undo.pressed().connect([&sheet] { sheet.form.undo(); });
+    buttons.read.pressed().connect([this, &sheet] {
+        if (tools_.connected() && tools_.mayLose(sheet.form)) tools_.read(sheet.batch, readBudgetMs);
+    });
+    buttons.write.pressed().connect([this, &sheet] {
+        if (mayWrite(sheet.form) && sheet.write()) writeStarted.emit();
+    });
+}
+
+void RecordPage::holdWrites(bool held) {
+    for (auto& sheet : sheets_) sheet.buttons.write.setEnabled(!held);
+}
+
+bool RecordPage::mayWrite(const RecordForm& form) const {
+    if (!tools_.connected()) return false;
+    if (!form.known()) tools_.tell(nothingReadText);
+    return form.known();
+}
+
+}  // namespace trunvex
