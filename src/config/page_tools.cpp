@@ -17,7 +17,7 @@ bool PageTools::mayLose(RecordForm& form) const {
         dialogs.agreed(Button::Yes,
                        {"What was changed here is not written to the gateway yet.\r\nRead again and lose the changes?",
                         "Refresh", ButtonSet::YesNo, BoxIcon::Question, 2},
-                       Ticket::of([&form] { return std::pair(form.key(), form.known()); }));
+                       forSession(session) && Ticket::of([&form] { return std::pair(form.key(), form.known()); }));
     if (!agreed) return false;
     form.undo();
     return true;

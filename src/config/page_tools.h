@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "fields/record_form.h"
+#include "link/session_state.h"
 #include "model/shared_tables.h"
 #include "platform/dialogs.h"
 #include "queues/command_sender.h"
@@ -24,6 +25,7 @@ struct PageTools {
     SharedTables& tables;
     ReadQueue& reads;
     WriteQueue& writes;
+    const SessionState& session;
     std::function<void(const std::string&)> tell;  // a line in the window, where no box is called for
 
     // False, and the operator is told, while the link is down.

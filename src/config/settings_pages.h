@@ -14,6 +14,7 @@ struct SettingsPages {
                 tables,
                 session.reads,
                 session.writes,
+                session.state,
                 [&session](const std::string& text) { session.tell(text); }},
           groupWrite(session.writes), port(tools, tree, settingsRecords, groupWrite),
           sim(tools, tree, settingsRecords, groupWrite), main(session, tree, port, sim, groupWrite),

@@ -69,12 +69,13 @@ std::vector<Button> offered(ButtonSet set) {
 
 }  // namespace
 
+void ScriptedDialogs::runBehind(const MessageBox& box) {
+    if (const auto run = std::exchange(behind, nullptr)) run(box);
+}
+
 Button ScriptedDialogs::message(const MessageBox& box) {
     shown.push_back(box);
-    if (behind) {
-        auto run = std::exchange(behind, nullptr);
-        run(box);
-    }
+    runBehind(box);
     const auto buttons = offered(box.buttons);
     if (answers.empty()) return buttons.front();
     const auto answer = answers.front();

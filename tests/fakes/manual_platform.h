@@ -57,10 +57,15 @@ private:
 class ScriptedDialogs : public Dialogs {
 public:
     Button message(const MessageBox& box) override;
-    std::string openFilePath(const std::string&, const std::string&) override { return file; }
-    std::string saveFilePath(const std::string&, const std::string&, const std::string&, AskReplace) override {
+    std::string openFilePath(const std::string& title, const std::string&) override {
+        runBehind({title, title});
         return file;
     }
+    std::string saveFilePath(const std::string& title, const std::string&, const std::string&, AskReplace) override {
+        runBehind({title, title});
+        return file;
+    }
+    void runBehind(const MessageBox& box);
 
     std::deque<Button> answers;
     std::function<void(const MessageBox&)> behind;
