@@ -3,7 +3,6 @@
 #include <sigc++/sigc++.h>
 
 #include <functional>
-#include <memory>
 #include <string>
 #include <string_view>
 
@@ -78,7 +77,6 @@ private:
     void setPhase(SessionPhase phase);
     Ticket whileItLasts() const;
     void wrongPassword();
-    void noteFirstPolledLine(const std::string& line);
 
     Platform& platform_;
     Settings& settings_;
@@ -92,8 +90,6 @@ private:
     ReadQueue& refreshes_;
     WriteQueue& writes_;
     SerialPortMap ports_;
-    std::unique_ptr<SerialPort> MSComm_;
-    std::unique_ptr<TcpSocket> wskNET_;
     bool linkDialogOpen_ = false;
 };
 
