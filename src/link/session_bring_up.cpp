@@ -79,7 +79,6 @@ void SessionBringUp::tearDown() {
     panel_.ProgressState = ucProgress::Write;
     panel_.EndProgress(ucProgress::Writing);
     panel_.StartProgress("disconnect");
-    stopCallRecords.emit();
     session_.gGotClock = false;
     session_.gGotActivePorts = false;
     session_.gGotESN = false;

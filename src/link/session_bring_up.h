@@ -53,7 +53,6 @@ public:
     sigc::signal<void(const std::string& host, const std::string& port)> addressChosen;  // a valid TCP entry
     sigc::signal<void()> dialModem;  // the port to the modem is open
     sigc::signal<void()> armCallRecordTimer;
-    sigc::signal<void()> stopCallRecords;
     sigc::signal<void()> openPasswords;
 
 private:
