@@ -52,7 +52,7 @@ void split(benchmark::State& state) {
 void deliver(benchmark::State& state, trunvex::fakes::ConsoleBench& bench) {
     const auto trace = mixedTrace();
     bench.connect();
-    for (auto _ : state) bench.platform.socket->deliver(trace);
+    for (auto _ : state) bench.platform.peer.deliver(trace);
 }
 
 void analyze(benchmark::State& state) {

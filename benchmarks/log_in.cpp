@@ -18,7 +18,7 @@ constexpr auto roundTrip = std::chrono::milliseconds(20);
 constexpr int roundTrips = 4;
 
 // Answers the log-in's lines a round trip later.
-void answerLater(trunvex::TcpSocket& peer, std::string_view bytes, trunvex::Timer& timer, std::string& answer) {
+void answerLater(trunvex::BytePipe& peer, std::string_view bytes, trunvex::Timer& timer, std::string& answer) {
     (void)peer;
     const std::string_view mnemonic = bytes.substr(0, 5);
     answer = mnemonic == "C_CPW"   ? "A_CPW65535\r"
@@ -32,21 +32,17 @@ void logIn(benchmark::State& state) {
     const trunvex::fakes::TemporaryFolder folder;
     trunvex::QtPlatform platform;
     trunvex::Console console(platform, folder.path());
-    auto gateway = platform.makeTcpSocket();
+    constexpr int port = 45171;
+    auto gateway = platform.makePipe(trunvex::ListenTarget{port});
     std::string answer;
     auto timer = platform.makeTimer([&] {
-        gateway->sendData(answer);
+        gateway->send(answer);
         answer.clear();
     });
     // One answer a command: the timer rests until the next one comes.
-    gateway->onDataArrival = [&](std::string_view bytes) {
+    gateway->onReceived = [&](std::string_view bytes) {
         if (bytes.substr(0, 3) != "SRV") answerLater(*gateway, bytes, *timer, answer);
     };
-    gateway->onConnectionRequest = [&](int request) {
-        gateway->close();
-        gateway->accept(request);
-    };
-    constexpr int port = 45171;
     console.session.bringUp.showConnectionDialog = [&](trunvex::frmConnectionSelect& dialog) {
         dialog.cmbConSelect.setText("NET");
         dialog.txtIP.setText("127.0.0.1");
@@ -54,9 +50,7 @@ void logIn(benchmark::State& state) {
         if (!dialog.accept()) dialog.cancel();
     };
     for (auto _ : state) {
-        gateway->close();
-        gateway->setLocalPort(port);
-        gateway->listen();
+        gateway->open();
         const auto start = std::chrono::steady_clock::now();
         console.mainWindow.openPage("connect");
         while (console.session.bringUp.phase() != trunvex::SessionPhase::Connected)

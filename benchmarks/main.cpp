@@ -9,7 +9,7 @@
 #include <map>
 
 #include "cdr/call_record.h"
-#include "platform/qt/qt_tcp_socket.h"
+#include "platform/qt/qt_tcp_pipe.h"
 #include "ratios.h"
 #include "start_up.h"
 #include "storm.h"
@@ -185,7 +185,7 @@ private:
             case QEvent::Expose:
                 return WorkClock::Painting;
             case QEvent::MetaCall:  // what a socket has read is taken up from the loop
-                return dynamic_cast<trunvex::QtTcpSocket*>(receiver) ? WorkClock::TakingLines : WorkClock::Else;
+                return dynamic_cast<trunvex::QtTcpPipe*>(receiver) ? WorkClock::TakingLines : WorkClock::Else;
             default:
                 return WorkClock::Else;
         }

@@ -43,11 +43,10 @@ void queued(benchmark::State& state) {
     trunvex::SessionState session;
     trunvex::ucProgress panel(platform);
     trunvex::ActionField button("tool_connect");
-    auto socket = platform.makeTcpSocket();
-    trunvex::CSpooling spool(session, panel, button);
+    trunvex::CSpooling spool(platform, session, panel, button);
     trunvex::ReadQueue reads(platform, spool, trunvex::pageReads);
     spool.AnalyzeCmd = [&](std::string_view received, bool) { reads.takeAnswer(received); };
-    spool.InitNET(*socket, "127.0.0.1", std::to_string(gateway.port()));
+    spool.InitNET("127.0.0.1", std::to_string(gateway.port()));
     spool.FillBuffer();
     while (!spool.isConnected()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     std::vector<trunvex::QueueItem> batch;

@@ -30,7 +30,7 @@ void dispatching(benchmark::State& state) {
     bench.console.session.dispatcher.on(
         "I_ALR", [](const trunvex::Record& record) { benchmark::DoNotOptimize(record.fields().size()); });
     bench.connect();
-    for (auto _ : state) bench.platform.socket->deliver(bytes);
+    for (auto _ : state) bench.platform.peer.deliver(bytes);
     state.SetItemsProcessed(state.iterations() * traceLines);
 }
 
@@ -45,7 +45,7 @@ void withFields(benchmark::State& state) {
     bench.connect();
     bench.receive("A_ESN4711");
     bench.console.board.opened();
-    for (auto _ : state) bench.platform.socket->deliver(bytes);
+    for (auto _ : state) bench.platform.peer.deliver(bytes);
     state.SetItemsProcessed(state.iterations() * traceLines);
 }
 

@@ -15,7 +15,7 @@ void connect(trunvex::fakes::ConsoleBench& bench) {
         return;
     }
     bench.console.session.bringUp.ConnectChange("connect", false);
-    bench.platform.socket->peerAccepts();
+    bench.platform.peer.accepts();
 }
 
 void move(trunvex::fakes::ConsoleBench& bench, std::uint8_t what) {
@@ -37,10 +37,10 @@ void move(trunvex::fakes::ConsoleBench& bench, std::uint8_t what) {
             console.mainWindow.openPage("sim");
             break;
         case 6:
-            bench.platform.socket->peerCloses();
+            bench.platform.peer.closes();
             break;
         case 7:
-            bench.platform.socket->fails("reset");
+            bench.platform.peer.fails("reset");
             break;
         default:
             bench.platform.boxes.answers = {Button::Retry, Button::Ignore, Button::Yes};
@@ -55,20 +55,20 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static trunvex::fakes::ConsoleBench bench;
     bench.platform.boxes.shown.clear();
     bench.platform.boxes.answers.clear();
-    bench.platform.socket->sent.clear();
+    bench.platform.peer.sent.clear();
     connect(bench);
     std::string piece;
     for (std::size_t i = 0; i < size; ++i) {
-        auto& socket = *bench.platform.socket;
+        auto& peer = bench.platform.peer;
         const bool isMove = data[i] >= 1 && data[i] <= 8;
         if (!isMove) piece += static_cast<char>(data[i]);
-        if ((isMove || i + 1 == size) && socket.state() == trunvex::TcpSocket::State::Connected) {
-            socket.deliver(std::exchange(piece, {}));
+        if ((isMove || i + 1 == size) && peer.reached()) {
+            peer.deliver(std::exchange(piece, {}));
             if (isMove) move(bench, data[i]);
-        } else if (isMove && socket.state() == trunvex::TcpSocket::State::Closed) {
+        } else if (isMove && peer.state == trunvex::BytePipe::State::Closed) {
             connect(bench);
-        } else if (isMove && socket.state() == trunvex::TcpSocket::State::Connecting) {
-            socket.peerAccepts();
+        } else if (isMove && peer.state == trunvex::BytePipe::State::Opening) {
+            peer.accepts();
         }
     }
     if (bench.console.session.state.sessionFlag) bench.console.session.bringUp.ConnectChange("disconnect", true);

@@ -5,78 +5,56 @@
 
 namespace trunvex {
 
+namespace {
+
+int portOf(std::string_view text) { return static_cast<int>(val(text)); }
+
+}  // namespace
+
 bool carriesPassword(std::string_view line) {
     return contains(line, "C_UPW") || contains(line, "C_CPW") || contains(line, "C_APW") || like(line, "*SRV*:PSW*");
 }
 
-CSpooling::CSpooling(SessionState& session, ucProgress& panel, ActionField& connectButton)
-    : session_(session), panel_(panel), connectButton_(connectButton) {}
+CSpooling::CSpooling(Platform& platform, SessionState& session, ucProgress& panel, ActionField& connectButton)
+    : platform_(platform), session_(session), panel_(panel), connectButton_(connectButton) {}
 
-void CSpooling::InitCOM(SerialPort& serial, const std::string& settings, int portNumber, int inBufferSize,
-                        int outBufferSize) {
-    objMsCom_ = &serial;
-    if (serial.portOpen()) serial.close();
-    ClearBuffer();
-    serial.setRTSEnable(true);
-    serial.setSettings(settings);
-    serial.setCommPort(portNumber);
-    serial.setBufferSizes(inBufferSize, outBufferSize);
-    serial.onReceive = [this](std::string_view bytes) { received(bytes); };
-    serial.onDsrChange = [this] { onSplAction_.emit(DsrChanged); };
-    kind_ = Kind::Serial;
+void CSpooling::InitCOM(const SerialTarget& target) { choose(target, Farewell::None); }
+
+void CSpooling::InitNET(const std::string& host, std::string_view portText) {
+    choose(TcpTarget{host, portOf(portText)}, Farewell::ToMasterPc);
 }
 
-void CSpooling::InitNET(TcpSocket& socket, const std::string& host, std::string_view portText) {
-    objWskNET_ = &socket;
+void CSpooling::listenNET(std::string_view portText) { choose(ListenTarget{portOf(portText)}, Farewell::ToMasterPc); }
+
+void CSpooling::choose(const PipeTarget& target, Farewell farewell) {
+    if (pipe_) pipe_->close();
     ClearBuffer();
-    remoteHost_ = host;
-    remotePort_ = static_cast<int>(val(portText));
-    socket.onConnect = [this] { onSplAction_.emit(SocketConnected); };
-    socket.onConnectionRequest = [this](int requestId) { ConnectionRequest(requestId); };
-    socket.onDataArrival = [this](std::string_view bytes) { received(bytes); };
-    socket.onClose = [this] { socketClosed(); };
-    socket.onError = [this](const std::string& reason) {
-        openFailed_.emit(reason);
-        onSplAction_.emit(SocketError);
+    // The pipe before is kept: this may be called behind a box that one of its own events has opened.
+    former_ = std::exchange(pipe_, platform_.makePipe(target));
+    farewell_ = farewell;
+    pipe_->onReceived = [this](std::string_view bytes) {
+        cutter_.feed(bytes, [this](std::string_view line) { AnalyzeCmd(line, true); });
     };
-    socket.onSendComplete = [this] { onSplAction_.emit(SocketSent); };
-    kind_ = Kind::Net;
+    pipe_->onUp = [this] { onSplAction_.emit(SocketConnected); };
+    pipe_->onCalled = [this] { ConnectionRequest(); };
+    pipe_->onLost = [this](const Loss& loss) { lost(loss); };
 }
 
 void CSpooling::FillBuffer() {
+    if (!pipe_) return;
     quietly("FillBuffer", [this] {
         try {
-            if (kind_ == Kind::Net) openNet();
-            if (kind_ == Kind::Serial) openSerial();
+            pipe_->open();
         } catch (const LinkError& error) {
             openFailed_.emit(error.what());
-            if (kind_ == Kind::Net) listenFailed_.emit();
+            if (pipe_->listens()) listenFailed_.emit();
             throw;
         }
+        if (pipe_->state() != BytePipe::State::Waiting) return;
+        panel_.setPanelText("Server status: Listening");
+        connectButton_.setCaption("Stop server");
+        panel_.StartServer();
     });
-}
-
-void CSpooling::openNet() {
-    if (objWskNET_->state() != TcpSocket::State::Closed) objWskNET_->close();
-    if (!session_.server) {
-        objWskNET_->connect(remoteHost_, remotePort_);
-        return;
-    }
-    objWskNET_->setLocalPort(remotePort_);
-    objWskNET_->listen();
-    panel_.setPanelText("Server status: Listening");
-    connectButton_.setCaption("Stop server");
-    panel_.StartServer();
-}
-
-void CSpooling::openSerial() {
-    if (!objMsCom_->portOpen()) objMsCom_->open();
-}
-
-bool CSpooling::isConnected() const {
-    if (kind_ == Kind::Net) return objWskNET_->state() == TcpSocket::State::Connected;
-    if (kind_ == Kind::Serial) return objMsCom_->portOpen();
-    return false;
 }
 
 void CSpooling::SendCommand(std::string_view line, bool isError, bool localOnly) {
@@ -84,10 +62,7 @@ void CSpooling::SendCommand(std::string_view line, bool isError, bool localOnly)
         if (!localOnly) {
             if (isConnected() && !line.empty()) {
                 outgoing_.assign(line).push_back('\r');
-                if (kind_ == Kind::Net)
-                    objWskNET_->sendData(outgoing_);
-                else
-                    objMsCom_->output(outgoing_);
+                pipe_->send(outgoing_);
             }
             if (carriesPassword(line)) return;
         }
@@ -95,53 +70,43 @@ void CSpooling::SendCommand(std::string_view line, bool isError, bool localOnly)
     });
 }
 
-void CSpooling::ClearBuffer() {
-    cutter_.clear();
-    polledLine_.clear();
-    firstPolledLine_ = true;
-}
-
 void CSpooling::Disconnect() {
     ClearBuffer();  // what is left of the read in hand belongs to the session that ends
-    if (kind_ == Kind::Net) {
-        if (objWskNET_->state() == TcpSocket::State::Closed) return;
-        SendCommand("SRV" + session_.gMasterSessionId + ":CLOSE");
-        objWskNET_->close();
-    } else if (kind_ == Kind::Serial && objMsCom_->portOpen()) {
-        objMsCom_->close();
-    }
+    if (!pipe_ || pipe_->state() == BytePipe::State::Closed) return;
+    if (farewell_ == Farewell::ToMasterPc) SendCommand("SRV" + session_.gMasterSessionId + ":CLOSE");
+    pipe_->close();
 }
 
-void CSpooling::received(std::string_view bytes) {
-    cutter_.feed(bytes, [this](std::string_view line) { AnalyzeCmd(line, true); });
-}
-
-void CSpooling::ConnectionRequest(int requestId) {
-    if (objWskNET_->state() != TcpSocket::State::Closed) objWskNET_->close();
+void CSpooling::ConnectionRequest() {
     ClearBuffer();
-    objWskNET_->accept(requestId);
     peerCalled_.emit();
     panel_.StartProgress("connecting", 100, 5, 1);
 }
 
-void CSpooling::socketClosed() {
-    if (session_.server) {
+void CSpooling::lost(const Loss& loss) {
+    switch (loss.cause) {
+        case Loss::Cause::PeerClosed:
+            peerClosed();
+            break;
+        case Loss::Cause::Failed:
+            openFailed_.emit(pipe_->farEnd() + ": " + loss.reason);
+            onSplAction_.emit(SocketError);
+            break;
+        case Loss::Cause::DsrChanged:
+        case Loss::Cause::DeviceGone:
+            onSplAction_.emit(DsrChanged);
+            break;
+    }
+}
+
+void CSpooling::peerClosed() {
+    if (pipe_->listens()) {
         peerLeft_.emit();
         FillBuffer();
         return;
     }
-    objWskNET_->close();
+    pipe_->close();
     onSplAction_.emit(SocketClosed);
-}
-
-void CSpooling::readBufLine(char character) {
-    if (character != '\r') {
-        polledLine_ += character;
-        return;
-    }
-    const auto line = std::exchange(polledLine_, {});
-    const bool first = std::exchange(firstPolledLine_, false);
-    onNumLineFill_.emit(first ? line : std::string(mid(line, 2)));
 }
 
 }  // namespace trunvex

@@ -4,16 +4,16 @@ namespace trunvex {
 
 Session::Session(Platform& platform_, Settings& setting_, Settings& data, const std::string& applicationFolder,
                  Notices& notices_)
-    : platform(platform_), setting(setting_), notices(notices_), panel(platform), objSpool(state, panel, connectButton),
-      reads(platform, objSpool, pageReads), refreshes(platform, objSpool, boardReads),
-      writes(platform, objSpool, panel), firmware(platform, objSpool, panel, writes),
+    : platform(platform_), setting(setting_), notices(notices_), panel(platform),
+      objSpool(platform, state, panel, connectButton), reads(platform, objSpool, pageReads),
+      refreshes(platform, objSpool, boardReads), writes(platform, objSpool, panel),
+      firmware(platform, objSpool, panel, writes),
       bringUp(platform, setting, data, state, events, objSpool, panel, connectButton, reads, refreshes, writes),
       dispatcher(state, events, objSpool, panel, {&reads, &refreshes}, writes, bringUp, realTimeUpdate),
       records(dispatcher, state, events, panel, refreshes, writes, bringUp, realTimeUpdate) {
     state.applicationFolder = applicationFolder;
     forgetESN(state);
     objSpool.AnalyzeCmd = [this](std::string_view line, bool show) { dispatcher.AnalyzeCmd(line, show); };
-    objSpool.onNumLineFill().connect([this](const std::string& line) { dispatcher.AnalyzeCmd(line, true); });
     writes.feedBack = [this](std::string_view line) { dispatcher.AnalyzeCmd(line, false); };
     records.updateCompleted.connect([this] { firmware.NextCoommand(); });
     const auto say = [this](const std::string& text) { tell(text); };

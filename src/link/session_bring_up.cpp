@@ -31,9 +31,7 @@ SessionBringUp::SessionBringUp(Platform& platform, Settings& settings, Settings&
                                ReadQueue& reads, ReadQueue& refreshes, WriteQueue& writes)
     : platform_(platform), settings_(settings), history_(history), session_(session), events_(events), spool_(spool),
       panel_(panel), connectButton_(connectButton), reads_(reads), refreshes_(refreshes), writes_(writes),
-      ports_(platform, settings),
-      MSComm_(platform.makeSerialPort([this](int number) { return ports_.deviceOf(number); })),
-      wskNET_(platform.makeTcpSocket()) {
+      ports_(platform, settings) {
     panel_.SetTimeOut(panelWords[0], panelWords[1], panelWords[2], panelWords[3], panelWords[4]);
     panel_.stepped().connect([this](int mode, int value) { panelStep(mode, value); });
     panel_.ended().connect([this](int mode) { panelEnd(mode); });
@@ -42,7 +40,6 @@ SessionBringUp::SessionBringUp(Platform& platform, Settings& settings, Settings&
     spool_.peerCalled().connect([this] { setPhase(SessionPhase::Connecting); });
     spool_.peerLeft().connect([this] { peerLeft(); });
     spool_.listenFailed().connect([this] { listenLost(); });
-    spool_.onNumLineFill().connect([this](const std::string& line) { noteFirstPolledLine(line); });
     writes_.RecievingChange = [this] { RecievingChange(); };
     writes_.ended().connect([this](WriteQueue::Ending ending) { batchEnded(ending); });
 }
@@ -82,7 +79,6 @@ void SessionBringUp::tearDown() {
     panel_.ProgressState = ucProgress::Write;
     panel_.EndProgress(ucProgress::Writing);
     panel_.StartProgress("disconnect");
-    stopCallRecords.emit();
     session_.gGotClock = false;
     session_.gGotActivePorts = false;
     session_.gGotESN = false;
@@ -133,7 +129,10 @@ void SessionBringUp::bindLink(frmConnectionSelect& dialog) {
         session_.server = dialog.chkSERVER.checked();
         session_.unitID = dialog.txtUnitID.text();
         addressChosen.emit(dialog.txtIP.text(), dialog.txtPort.text());
-        spool_.InitNET(*wskNET_, dialog.txtIP.text(), dialog.txtPort.text());
+        if (session_.server)
+            spool_.listenNET(dialog.txtPort.text());
+        else
+            spool_.InitNET(dialog.txtIP.text(), dialog.txtPort.text());
         return;
     }
     session_.server = false;
@@ -141,7 +140,11 @@ void SessionBringUp::bindLink(frmConnectionSelect& dialog) {
         session_.optionalModemText = dialog.txtOptionalMdn.text();
         session_.gModemPhone = dialog.txtPhone.text();
     }
-    spool_.InitCOM(*MSComm_, dialog.rate() + ",n,8,1", dialog.portNumber(), inBufferBytes, outBufferBytes);
+    spool_.InitCOM({.settings = dialog.rate() + ",n,8,1",
+                    .number = dialog.portNumber(),
+                    .inBufferBytes = inBufferBytes,
+                    .outBufferBytes = outBufferBytes,
+                    .deviceOf = [this](int number) { return ports_.deviceOf(number); }});
 }
 
 void SessionBringUp::dropSession() {
@@ -327,12 +330,6 @@ void SessionBringUp::rejectedByMaster() {
     if (platform_.dialogs().ask({"Rejected by PC Master .", "rejected", ButtonSet::Ok, BoxIcon::Critical},
                                 untilNextConnection(session_)))
         dropSession();
-}
-
-void SessionBringUp::noteFirstPolledLine(const std::string& line) {
-    if (!contains(line, "MOD") && !contains(line, "BCH") && !contains(line, "SIM")) return;
-    session_.firstDataFlag = true;
-    panel_.setPanelText("Receiving Data...");
 }
 
 void SessionBringUp::cmdConSwitch(int index) {

@@ -3,7 +3,6 @@
 #include <sigc++/sigc++.h>
 
 #include <functional>
-#include <memory>
 #include <string>
 #include <string_view>
 
@@ -54,7 +53,6 @@ public:
     sigc::signal<void(const std::string& host, const std::string& port)> addressChosen;  // a valid TCP entry
     sigc::signal<void()> dialModem;  // the port to the modem is open
     sigc::signal<void()> armCallRecordTimer;
-    sigc::signal<void()> stopCallRecords;
     sigc::signal<void()> openPasswords;
 
 private:
@@ -78,7 +76,6 @@ private:
     void setPhase(SessionPhase phase);
     Ticket whileItLasts() const;
     void wrongPassword();
-    void noteFirstPolledLine(const std::string& line);
 
     Platform& platform_;
     Settings& settings_;
@@ -92,8 +89,6 @@ private:
     ReadQueue& refreshes_;
     WriteQueue& writes_;
     SerialPortMap ports_;
-    std::unique_ptr<SerialPort> MSComm_;
-    std::unique_ptr<TcpSocket> wskNET_;
     bool linkDialogOpen_ = false;
 };
 

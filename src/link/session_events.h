@@ -16,10 +16,9 @@ enum class LogInOutcome {
 // nobody else does.
 struct SessionEvents {
     sigc::signal<void()> phaseChanged;
-    sigc::signal<void()> begun;           // a log-in begins: nothing is known of the gateway
-    sigc::signal<void()> started;         // the session's clock may tick
-    sigc::signal<void()> identified;      // gESN has come
-    sigc::signal<void()> rightsReceived;  // gAccessRights changed
+    sigc::signal<void()> begun;       // a log-in begins: nothing is known of the gateway
+    sigc::signal<void()> started;     // the session's clock may tick
+    sigc::signal<void()> identified;  // gESN has come
     sigc::signal<void(LogInOutcome)> loggedIn;
     sigc::signal<void()> tornDown;  // blank what the session showed
 };

@@ -48,7 +48,6 @@ void SessionRecords::addRows() {
 
     dispatcher_.on("A_CPW", [this](const Record& record) {
         session_.gAccessRights = record.fields().at(0);
-        events_.rightsReceived.emit();
         writes_.answered("CPW");
     });
     dispatcher_.on("A_ESN", [this](const Record& record) {

@@ -178,7 +178,7 @@ TEST_F(PortPageTest, KnowsWhatALostLinkLeavesOpen) {
     writeSevenDigits();
     bench.advance(350);
     EXPECT_THAT(outcomes(), ElementsAre(Outcome::Written, Outcome::Waiting, Outcome::Waiting));
-    bench.platform.socket->peerCloses();
+    bench.platform.peer.closes();
     EXPECT_THAT(outcomes(), ElementsAre(Outcome::Written, Outcome::NoAnswer, Outcome::NotSent));
     EXPECT_THAT(notice(), HasSubstr("Not written: Port 2 and 1 more"));
     EXPECT_FALSE(port.cmdWritePort.enabled());

@@ -213,7 +213,7 @@ TEST_F(Tree, AsksWhereToWhenItCantSaveForAGateway) {
     tree.cmdImportGroups.press();
     EXPECT_EQ(text("GRP01"), "Group 1");
     answers = {Button::Yes};
-    bench.platform.socket->sent.clear();
+    bench.platform.peer.sent.clear();
     tree.cmdSaveGroups.press();
     EXPECT_THAT(lastBox(), HasSubstr("Error gateway ESN number"));
     EXPECT_THAT(bench.sent(), ElementsAre("R_ESN"));

@@ -41,19 +41,19 @@ ConsoleBench::ConsoleBench(std::filesystem::path home) : console(platform, home.
 
 void ConsoleBench::connect() {
     console.mainWindow.openPage("connect");
-    platform.socket->peerAccepts();
+    platform.peer.accepts();
 }
 
 void ConsoleBench::attach(simulator::Station& station) {
     station_ = &station;
     station.linkDown();
-    platform.socket->onOpened = [this] {
+    platform.peer.onOpened = [this] {
         station_->linkUp();
         runStation();
     };
-    platform.socket->onClosed = [this] { station_->linkDown(); };
+    platform.peer.onClosed = [this] { station_->linkDown(); };
     // What the console sends crosses the wire too: it may do so from within a line that the station is delivering.
-    platform.socket->onBytes = [this](std::string_view bytes) {
+    platform.peer.onBytes = [this](std::string_view bytes) {
         platform.loop.at(platform.loop.now(), [this, sent = std::string(bytes)] {
             station_->advanceTo(platform.loop.now());
             station_->receive(sent);
@@ -61,13 +61,13 @@ void ConsoleBench::attach(simulator::Station& station) {
         });
     };
     station.onOutput = [this](std::string_view bytes) {
-        if (platform.socket->state() == TcpSocket::State::Connected) platform.socket->deliver(bytes);
+        if (platform.peer.reached()) platform.peer.deliver(bytes);
     };
     station.onHangUp = [this] {
         platform.loop.at(platform.loop.now(), [this] {
-            if (platform.socket->state() != TcpSocket::State::Connected) return;
+            if (!platform.peer.reached()) return;
             station_->linkDown();
-            platform.socket->peerCloses();
+            platform.peer.closes();
         });
     };
 }

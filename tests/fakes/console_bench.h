@@ -51,9 +51,9 @@ public:
     void logIn(simulator::Station& station);
     void advance(int milliseconds) { platform.loop.advance(std::chrono::milliseconds(milliseconds)); }
     // A line of the gateway's arrives.
-    void receive(const std::string& line) { platform.socket->deliver(line + '\r'); }
+    void receive(const std::string& line) { platform.peer.deliver(line + '\r'); }
     const std::string& panelText() const { return console.session.panel.getPanelText(); }
-    std::vector<std::string> sent() const { return platform.socket->sentLines(); }
+    std::vector<std::string> sent() const { return platform.peer.sentLines(); }
 
     TemporaryFolder folder{CALL_TEMPLATE};
     ManualPlatform platform;

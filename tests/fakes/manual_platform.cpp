@@ -133,51 +133,60 @@ std::unique_ptr<PrintDocument> FakePrinter::begin(const std::string& title) {
     return std::make_unique<FakeDocument>(*this, std::move(document));
 }
 
-void FakeSocket::connect(const std::string& host, int port) {
-    state_ = State::Connecting;
-    target = host + ":" + std::to_string(port);
-}
+class FakePipe : public BytePipe {
+public:
+    FakePipe(FakePeer& peer, const PipeTarget& target) : peer_(peer), target_(target) {
+        peer_.pipe_ = this;
+        peer_.target = target;
+    }
 
-void FakeSocket::listen() {
-    if (listenFails) throw LinkError("Can't listen on port " + std::to_string(localPort) + ": in use");
-    state_ = State::Listening;
-}
+    State state() const override { return current() ? peer_.state : State::Closed; }
+    bool listens() const override { return std::holds_alternative<ListenTarget>(target_); }
+    std::string farEnd() const override { return "gateway"; }
+    void open() override {
+        if (!peer_.refusal.empty()) throw LinkError(peer_.refusal);
+        peer_.state = listens() ? State::Waiting : State::Opening;
+        if (std::holds_alternative<SerialTarget>(target_)) peer_.come();
+    }
+    void close() override {
+        if (!current()) return;
+        const bool was = peer_.reached();
+        peer_.state = State::Closed;
+        if (was && peer_.onClosed) peer_.onClosed();
+    }
+    void send(std::string_view bytes) override {
+        peer_.sent += bytes;
+        if (peer_.onBytes) peer_.onBytes(bytes);
+    }
 
-void FakeSocket::accept(int) {
-    state_ = State::Connected;
+private:
+    bool current() const { return peer_.pipe_ == this; }
+
+    FakePeer& peer_;
+    PipeTarget target_;
+};
+
+void FakePeer::come() {
+    state = BytePipe::State::Up;
     if (onOpened) onOpened();
 }
 
-void FakeSocket::close() {
-    const bool was = state_ == State::Connected;
-    state_ = State::Closed;
-    if (was && onClosed) onClosed();
+void FakePeer::accepts() {
+    come();
+    pipe_->onUp();
 }
 
-void FakeSocket::sendData(std::string_view bytes) {
-    sent += bytes;
-    if (onBytes) onBytes(bytes);
+void FakePeer::calls() {
+    come();
+    pipe_->onCalled();
 }
 
-void FakeSocket::peerAccepts() {
-    state_ = State::Connected;
-    if (onOpened) onOpened();
-    onConnect();
+void FakePeer::lose(Loss::Cause cause, const std::string& reason) {
+    state = BytePipe::State::Closed;
+    pipe_->onLost({cause, reason});
 }
 
-void FakeSocket::peerCalls() { onConnectionRequest(1); }
-
-void FakeSocket::peerCloses() {
-    state_ = State::Closed;
-    onClose();
-}
-
-void FakeSocket::fails(const std::string& reason) {
-    state_ = State::Closed;
-    onError(reason);
-}
-
-std::vector<std::string> FakeSocket::sentLines() const {
+std::vector<std::string> FakePeer::sentLines() const {
     std::vector<std::string> lines;
     std::size_t start = 0;
     for (auto end = sent.find('\r'); end != std::string::npos; end = sent.find('\r', start)) {
@@ -187,26 +196,13 @@ std::vector<std::string> FakeSocket::sentLines() const {
     return lines;
 }
 
-void FakeSerial::open() {
-    if (!refusal.empty()) throw LinkError(refusal);
-    open_ = true;
-}
-
 std::chrono::local_seconds ManualClock::localTime() const {
     constexpr std::chrono::local_seconds start{std::chrono::local_days{std::chrono::year{2026} / 3 / 1}};
     return start + std::chrono::duration_cast<std::chrono::seconds>(loop_.now());
 }
 
-std::unique_ptr<SerialPort> ManualPlatform::makeSerialPort(std::function<std::string(int)>) {
-    auto made = std::make_unique<FakeSerial>();
-    serial = made.get();
-    return made;
-}
-
-std::unique_ptr<TcpSocket> ManualPlatform::makeTcpSocket() {
-    auto made = std::make_unique<FakeSocket>();
-    socket = made.get();
-    return made;
+std::unique_ptr<BytePipe> ManualPlatform::makePipe(const PipeTarget& target) {
+    return std::make_unique<FakePipe>(peer, target);
 }
 
 }  // namespace trunvex::fakes

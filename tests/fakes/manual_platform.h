@@ -103,56 +103,35 @@ private:
     Dialogs& dialogs_;
 };
 
-class FakeSocket : public TcpSocket {
+// The far end of the console's pipe, in memory, whatever the console takes it for: it stays when another pipe is made.
+class FakePeer {
 public:
-    State state() const override { return state_; }
-    void setLocalPort(int port) override { localPort = port; }
-    void connect(const std::string& host, int port) override;
-    void listen() override;
-    void accept(int requestId) override;
-    void close() override;
-    void sendData(std::string_view bytes) override;
+    // Takes the console's call.
+    void accepts();
+    void calls();
+    void closes() { lose(Loss::Cause::PeerClosed, "closed"); }
+    void fails(const std::string& reason) { lose(Loss::Cause::Failed, reason); }
+    void changesDsr() { pipe_->onLost({Loss::Cause::DsrChanged, "DSR fell"}); }
+    void deliver(std::string_view bytes) { pipe_->onReceived(bytes); }
 
-    // The peer's side.
-    void peerAccepts();
-    void peerCalls();
-    void peerCloses();
-    void fails(const std::string& reason);
-    void deliver(std::string_view bytes) { onDataArrival(bytes); }
-
+    bool reached() const { return state == BytePipe::State::Up; }
     std::vector<std::string> sentLines() const;
 
-    State state_ = State::Closed;
-    int localPort = 0;
-    bool listenFails = false;
-    std::string target;  // "host:port" of the last connect
+    BytePipe::State state = BytePipe::State::Closed;
+    std::string refusal;  // what open() throws; empty opens
+    PipeTarget target;    // what the pipe was made for
     std::string sent;
-    std::function<void()> onOpened;                       // the link came up
+    std::function<void()> onOpened;                       // the pipe came up
     std::function<void(std::string_view bytes)> onBytes;  // the console sent
     std::function<void()> onClosed;                       // the console closed
-};
-
-class FakeSerial : public SerialPort {
-public:
-    void setSettings(const std::string& value) override { settings = value; }
-    void setCommPort(int value) override { number = value; }
-    void setRTSEnable(bool value) override { rts = value; }
-    void setBufferSizes(int in, int out) override { inBytes = in, outBytes = out; }
-    bool portOpen() const override { return open_; }
-    void open() override;
-    void close() override { open_ = false; }
-    void output(std::string_view bytes) override { sent += bytes; }
-
-    std::string settings;
-    int number = 0;
-    bool rts = false;
-    int inBytes = 0;
-    int outBytes = 0;
-    std::string refusal;  // what open() throws; empty opens
-    std::string sent;
 
 private:
-    bool open_ = false;
+    friend class FakePipe;
+
+    void come();
+    void lose(Loss::Cause cause, const std::string& reason);
+
+    BytePipe* pipe_ = nullptr;  // the one last made
 };
 
 class FakeTray : public Tray {
@@ -181,9 +160,8 @@ public:
         return std::make_unique<ManualTimer>(loop, std::move(onTick));
     }
     Clock& clock() override { return clock_; }
-    std::unique_ptr<SerialPort> makeSerialPort(std::function<std::string(int)> deviceOf) override;
+    std::unique_ptr<BytePipe> makePipe(const PipeTarget& target) override;
     std::vector<SerialDevice> serialDevices() override { return devices; }
-    std::unique_ptr<TcpSocket> makeTcpSocket() override;
     Dialogs& dialogs() override { return boxes; }
     Printer& printer() override { return paper; }
     Tray& tray() override { return trayIcon; }
@@ -195,9 +173,7 @@ public:
     FakePrinter paper{boxes};
     FakeTray trayIcon;
     std::vector<SerialDevice> devices;
-    // The transports last made; they live as long as who asked for them.
-    FakeSocket* socket = nullptr;
-    FakeSerial* serial = nullptr;
+    FakePeer peer;
 
 private:
     ManualClock clock_{loop};

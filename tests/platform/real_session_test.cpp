@@ -9,7 +9,6 @@
 
 #include "fakes/console_bench.h"
 #include "platform/qt/qt_platform.h"
-#include "platform/qt/qt_serial_port.h"
 
 namespace trunvex {
 namespace {
@@ -29,6 +28,12 @@ bool waitFor(const std::function<bool()>& condition) {
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
     }
     return true;
+}
+
+int freePort() {
+    QTcpServer server;
+    server.listen(QHostAddress::LocalHost);
+    return server.serverPort();
 }
 
 // The program trunvex-gateway, as far as the first line that it prints.
@@ -83,11 +88,6 @@ protected:
             shown.chkSERVER.setChecked(server);
         };
     }
-    static QString freePort() {
-        QTcpServer server;
-        server.listen(QHostAddress::LocalHost);
-        return QString::number(server.serverPort());
-    }
 
     fakes::TemporaryFolder folder;
     RealPlatform platform;
@@ -109,7 +109,7 @@ TEST_F(RealSession, LogsInOverTcpReadsAPageAndSeesTheGatewayLeave) {
 }
 
 TEST_F(RealSession, IsCalledByAGatewayAgainAndAgain) {
-    const auto port = freePort();
+    const auto port = QString::number(freePort());
     chooseNet(port, true);
     press();
     ASSERT_EQ(console.session.bringUp.phase(), SessionPhase::Listening);
@@ -125,17 +125,8 @@ TEST_F(RealSession, IsCalledByAGatewayAgainAndAgain) {
     EXPECT_THAT(platform.boxes.shown, IsEmpty());
 }
 
-TEST_F(RealSession, TellsAPortThatIsTaken) {
-    QTcpServer other;
-    other.listen(QHostAddress::Any);
-    chooseNet(QString::number(other.serverPort()), true);
-    press();
-    EXPECT_EQ(console.session.bringUp.phase(), SessionPhase::Idle);
-    EXPECT_THAT(console.mainWindow.lblNotice.text(), HasSubstr("Can't listen on port"));
-}
-
 TEST_F(RealSession, TellsAPeerThatRefuses) {
-    chooseNet(freePort());
+    chooseNet(QString::number(freePort()));
     press();
     ASSERT_TRUE(waitFor([&] { return !platform.boxes.shown.empty(); }));
     EXPECT_TRUE(reaches(SessionPhase::Idle));
@@ -154,17 +145,25 @@ TEST_F(RealSession, LogsInOverASerialLineAndSeesItGo) {
     EXPECT_TRUE(reaches(SessionPhase::Idle));
 }
 
-TEST(RealSerialPort, TellsWhyItDoesNotOpen) {
-    const std::pair<const char*, const char*> cases[] = {
-        {"", "has no device"}, {"/dev/none", "no such device"}, {"/dev/null", "/dev/null"}};
-    for (const auto& [device, reason] : cases) {
-        QtSerialPort port([device = std::string(device)](int) { return device; });
+TEST(RealPipe, TellsWhyItDoesNotOpen) {
+    QtPlatform platform;
+    QTcpServer other;
+    other.listen(QHostAddress::Any);
+    const auto serial = [](const char* device) { return SerialTarget{.deviceOf = [device](int) { return device; }}; };
+    const std::pair<PipeTarget, const char*> cases[] = {{serial(""), "COM 1 has no device"},
+                                                        {serial("/dev/none"), "no such device"},
+                                                        {serial("/dev/null"), "/dev/null"},
+                                                        {ListenTarget{other.serverPort()}, "Can't listen on port"}};
+    for (const auto& [target, reason] : cases) {
+        const auto pipe = platform.makePipe(target);
+        std::string told;
         try {
-            port.open();
-            ADD_FAILURE() << device << " opened";
+            pipe->open();
         } catch (const LinkError& error) {
-            EXPECT_THAT(error.what(), HasSubstr(reason));
+            told = error.what();
         }
+        EXPECT_THAT(told, HasSubstr(reason));
+        EXPECT_EQ(pipe->state(), BytePipe::State::Closed);
     }
 }
 
@@ -186,25 +185,35 @@ TEST(RealTimer, TicksAtOnceOneTickAnEventAndStopsWhenTold) {
     EXPECT_EQ(ticks, 5) << "slowed down before the posted tick came";
 }
 
-TEST(RealSocket, DeliversWhatCameBeforeThePeerLeft) {
+// A caller's bytes may have come before it was taken, and its hang-up with them.
+TEST(RealPipe, DeliversWhatCameBeforeThePeerLeft) {
     QtPlatform platform;
     QTcpServer server;
     server.listen(QHostAddress::LocalHost);
-    auto socket = platform.makeTcpSocket();
-    std::vector<std::string> events;
-    socket->onDataArrival = [&](std::string_view bytes) { events.emplace_back(bytes); };
-    socket->onClose = [&] {
-        events.emplace_back("closed");
-        socket->close();
-    };
-    socket->connect("127.0.0.1", server.serverPort());
-    ASSERT_TRUE(waitFor([&] { return server.hasPendingConnections(); }));
-    auto* peer = server.nextPendingConnection();
-    peer->write("last");
-    peer->disconnectFromHost();
-    ASSERT_TRUE(waitFor([&] { return !events.empty() && events.back() == "closed"; }));
-    EXPECT_THAT(events, ElementsAre("last", "closed"));
-    EXPECT_EQ(socket->state(), TcpSocket::State::Closed);
+    for (const bool called : {false, true}) {
+        const auto port = freePort();
+        const auto pipe = called ? platform.makePipe(ListenTarget{port})
+                                 : platform.makePipe(TcpTarget{"127.0.0.1", server.serverPort()});
+        std::vector<std::string> events;
+        pipe->onUp = [&] { events.emplace_back("up"); };
+        pipe->onCalled = [&] { events.emplace_back("called"); };
+        pipe->onReceived = [&](std::string_view bytes) { events.emplace_back(bytes); };
+        pipe->onLost = [&](const Loss& loss) {
+            events.emplace_back(pipe->farEnd() + (loss.cause == Loss::Cause::PeerClosed ? " left" : loss.reason));
+            pipe->close();
+        };
+        pipe->open();
+        QTcpSocket caller;
+        if (called) caller.connectToHost("127.0.0.1", port);
+        ASSERT_TRUE(waitFor([&] { return called ? caller.isOpen() : server.hasPendingConnections(); }));
+        auto* peer = called ? &caller : server.nextPendingConnection();
+        peer->write("last");
+        peer->disconnectFromHost();
+        ASSERT_TRUE(waitFor([&] { return events.size() == 3; })) << called;
+        EXPECT_THAT(events, ElementsAre(called ? "called" : "up", "last", HasSubstr("127.0.0.1")));
+        EXPECT_THAT(events.back(), HasSubstr(" left"));
+        EXPECT_EQ(pipe->state(), BytePipe::State::Closed);
+    }
 }
 
 }  // namespace

@@ -18,7 +18,7 @@ protected:
     WriteQueueTest() {
         bench.connect();
         console.session.bringUp.sessionStands();
-        bench.platform.socket->sent.clear();
+        bench.platform.peer.sent.clear();
     }
     bool start(std::vector<std::string> lines, WriteBatch batch = {}) {
         for (const auto& line : lines) batch.items.push_back(command(line, "[" + line + "]"));
@@ -100,7 +100,7 @@ TEST_F(WriteQueueTest, DropsTheBatchWhenTheLinkFallsBehindItsBox) {
     for (const auto answer : {Button::Retry, Button::Ignore, Button::Abort}) {
         start({"C_A", "C_B"});
         answers = {answer};
-        bench.platform.boxes.behind = [this](const MessageBox&) { bench.platform.socket->peerCloses(); };
+        bench.platform.boxes.behind = [this](const MessageBox&) { bench.platform.peer.closes(); };
         bench.advance(1000);
         EXPECT_EQ(bench.panelText(), "Disconnected");
         bench.advance(200000);
@@ -110,7 +110,7 @@ TEST_F(WriteQueueTest, DropsTheBatchWhenTheLinkFallsBehindItsBox) {
         bench.platform.boxes.shown.clear();
         bench.connect();
         console.session.bringUp.sessionStands();
-        bench.platform.socket->sent.clear();
+        bench.platform.peer.sent.clear();
     }
 }
 
@@ -234,7 +234,7 @@ TEST_F(WriteQueueTest, PumpsFirmwareFromTheEndOfItsList) {
     ASSERT_TRUE(console.session.firmware.updateAll({"C_SLU11", "C_SLU12"}));
     answers = {Button::Abort};
     bench.advance(10000);
-    bench.platform.socket->sent.clear();
+    bench.platform.peer.sent.clear();
     bench.receive(completed);
     EXPECT_THAT(bench.sent(), IsEmpty()) << "a late word must not go on with what the operator stopped";
     // The only target: it may be tried again, and no second answer is taken for the first.

@@ -41,12 +41,12 @@ TEST_F(BoardStorm, EveryCellEndsAtItsLastLineAndIsPaintedOnceAFrameAtMost) {
         for (int i = 0; i < linesPerMs; ++i) unread += (i == 0 ? channelLine() : portLine()) + '\r';
         // Reads end anywhere in a line, and paint events come whenever the loop is reached.
         const auto cut = unread.size() - random() % 9;
-        bench.platform.socket->deliver(std::string_view(unread).substr(0, cut));
+        bench.platform.peer.deliver(std::string_view(unread).substr(0, cut));
         unread.erase(0, cut);
         bench.advance(1);
         QCoreApplication::processEvents();
     }
-    bench.platform.socket->deliver(unread);
+    bench.platform.peer.deliver(unread);
     settle();
 
     constexpr int frames = lengthMs / BoardFrame::intervalMs + 3;

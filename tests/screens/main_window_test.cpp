@@ -64,8 +64,8 @@ TEST_F(Windows, ConnectThroughTheDialogAndBack) {
     });
     tool("connect")->trigger();
     ASSERT_TRUE(driven);
-    EXPECT_EQ(bench.platform.socket->target, "10.0.0.7:4001");
-    bench.platform.socket->peerAccepts();
+    EXPECT_EQ(std::get<TcpTarget>(bench.platform.peer.target).host, "10.0.0.7");
+    bench.platform.peer.accepts();
     bench.advance(3000);
     EXPECT_EQ(console.session.bringUp.phase(), SessionPhase::Connected);
     EXPECT_EQ(tool("connect")->text(), "Disconnect");
@@ -79,7 +79,7 @@ TEST_F(Windows, CloseTheDialogMeansCancel) {
     QTimer::singleShot(0, [] { QApplication::activeModalWidget()->close(); });
     tool("connect")->trigger();
     EXPECT_EQ(console.session.bringUp.phase(), SessionPhase::Idle);
-    EXPECT_EQ(bench.platform.socket->state(), TcpSocket::State::Closed);
+    EXPECT_EQ(bench.platform.peer.state, BytePipe::State::Closed);
 }
 
 TEST_F(Windows, EveryPageOpensByItsToolAndItsShortcut) {

@@ -32,7 +32,7 @@ public:
         console.callStore.take(1, call);
         console.callStore.add(1);
     }
-    void loseLink() { bench.platform.socket->peerCloses(); }
+    void loseLink() { bench.platform.peer.closes(); }
     // Of two items the first is not answered; its time and its tries run out.
     void failToWrite() {
         simulator::switchOn(gateway.faults(), "silent");
@@ -49,7 +49,7 @@ public:
     void failToConnect(bool refused) {
         loseLink();
         console.mainWindow.openPage("connect");
-        if (refused) bench.platform.socket->fails("refused");
+        if (refused) bench.platform.peer.fails("refused");
         bench.advance(100000);
     }
     void receiveNothing() {
@@ -91,7 +91,8 @@ public:
             all += "\n" + std::string(esn) + ": " + std::string(count->text(0));
         }
         for (const char* file : {"out.grp", "out.csv"}) all += "\n" + contentOf(bench.folder.path() / file);
-        return all + "\n" + port.TxtMinDigits.text() + console.session.connectButton.caption();
+        return all + "\n" + port.TxtMinDigits.text() + console.session.connectButton.caption() +
+               std::to_string(static_cast<int>(console.session.state.phase));
     }
 
     using SettingsBench::bench, SettingsBench::boxes, SettingsBench::console, SettingsBench::group, SettingsBench::port,

@@ -102,7 +102,7 @@ TEST(LogIn, EndsCleanlyWhereverTheLinkFalls) {
         bench.connect();
         bench.advance(moment);
         gateway.linkDown();
-        bench.platform.socket->peerCloses();
+        bench.platform.peer.closes();
         EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Idle) << moment;
         EXPECT_EQ(bench.platform.loop.runningTimers(), 0) << moment;
         bench.advance(200000);
@@ -125,7 +125,7 @@ TEST(Connecting, AsksAfterAHundredSecondsAndRetriesWithoutTheDialog) {
     bench.advance(1);
     EXPECT_THAT(bench.platform.boxes.texts(), ElementsAre("Error: Time out, unable to connect to the gateway!!"));
     EXPECT_EQ(bench.panelText(), "Retrying Connecting...");
-    EXPECT_EQ(bench.platform.socket->state(), TcpSocket::State::Connecting);
+    EXPECT_EQ(bench.platform.peer.state, BytePipe::State::Opening);
     bench.advance(100000);
     EXPECT_EQ(bench.panelText(), "Connection failed");
     EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Idle);
@@ -138,13 +138,13 @@ TEST(Connecting, TellsWhyTheSocketFailedAndRetries) {
     bench.platform.boxes.answers = {Button::Retry};
     // While the box is open the link can't fail a second time into a second box.
     bench.console.mainWindow.openPage("connect");
-    bench.platform.socket->fails("gw port 4001: Connection refused");
+    bench.platform.peer.fails("Connection refused");
     EXPECT_THAT(bench.platform.boxes.texts(),
                 ElementsAre("Error: can't connect to the gateway ,please check your connection"));
     EXPECT_EQ(bench.panelText(), "Retrying Connecting...");
-    bench.platform.socket->fails("gw port 4001: Connection refused");
+    bench.platform.peer.fails("Connection refused");
     EXPECT_EQ(bench.panelText(), "Connection failed");
-    EXPECT_THAT(bench.console.mainWindow.lblNotice.text(), HasSubstr("Connection refused"));
+    EXPECT_THAT(bench.console.mainWindow.lblNotice.text(), HasSubstr("gateway: Connection refused"));
     EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
 }
 
@@ -155,21 +155,21 @@ TEST(Serial, BindsOpensAndLosesTheLine) {
         dialog.cmbConSelect.setText("COM");
         dialog.cmbRate.setText("9600");
     };
-    auto& serial = *bench.platform.serial;
+    auto& line = bench.platform.peer;
     bench.console.mainWindow.openPage("connect");
-    EXPECT_EQ(serial.settings, "9600,n,8,1");
-    EXPECT_EQ(serial.number, 1);
-    EXPECT_EQ(serial.inBytes, 1024);
-    EXPECT_TRUE(serial.portOpen() && serial.rts);
+    const auto& target = std::get<SerialTarget>(line.target);
+    EXPECT_EQ(target.settings, "9600,n,8,1");
+    EXPECT_EQ(target.deviceOf(target.number), "/dev/ttyS0");
+    EXPECT_TRUE(line.reached() && target.rtsEnable);
     bench.advance(1100);
-    EXPECT_EQ(serial.sent, "C_CPWkestr\r");
-    serial.onReceive("A_CPW65535\r");
+    EXPECT_EQ(line.sent, "C_CPWkestr\r");
+    line.deliver("A_CPW65535\r");
     bench.advance(1);
-    EXPECT_EQ(serial.sent, "C_CPWkestr\rR_ESN\r");
-    serial.onDsrChange();
-    EXPECT_FALSE(serial.portOpen());
+    line.changesDsr();
+    EXPECT_EQ(line.sent, "C_CPWkestr\rR_ESN\r") << "no farewell on a serial line";
+    EXPECT_FALSE(line.reached());
     EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Idle);
-    serial.onDsrChange();
+    line.changesDsr();
     EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Idle);
     EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
 }
@@ -177,7 +177,7 @@ TEST(Serial, BindsOpensAndLosesTheLine) {
 TEST(Serial, TellsWhyAPortDoesNotOpen) {
     ConsoleBench bench;
     bench.dialog = [](frmConnectionSelect& dialog) { dialog.cmbConSelect.setText("COM"); };
-    bench.platform.serial->refusal = "Can't open COM 1 (/dev/ttyS0): no permission.";
+    bench.platform.peer.refusal = "Can't open COM 1 (/dev/ttyS0): no permission.";
     bench.console.mainWindow.openPage("connect");
     EXPECT_EQ(bench.console.mainWindow.lblNotice.text(), "Can't open COM 1 (/dev/ttyS0): no permission.");
     bench.advance(100000);
@@ -218,7 +218,7 @@ TEST(LogIn, IsNotDisturbedByABoxOfTheSessionBefore) {
     gateway.faults() = {};
     bench.platform.boxes.behind = [&](const MessageBox& box) {
         EXPECT_THAT(box.text, HasSubstr("not complete"));
-        bench.platform.socket->peerCloses();
+        bench.platform.peer.closes();
         bench.connect();
     };
     bench.advance(1);
@@ -234,7 +234,7 @@ TEST(LogIn, TellsWhatALostLinkLeftUnwritten) {
     WriteBatch batch;
     batch.items = {command("C_A", "Port 1"), command("C_B", "Port 2"), command("C_C", "Port 3")};
     bench.console.session.writes.start(batch);
-    bench.platform.socket->peerCloses();
+    bench.platform.peer.closes();
     EXPECT_THAT(bench.console.mainWindow.lblNotice.text(), HasSubstr("Not written: Port 1 and 2 more"));
 }
 
@@ -244,13 +244,13 @@ TEST(Connecting, ABoxThatOutlivesItsAttemptStartsAnew) {
     bench.attach(gateway);
     bench.platform.boxes.answers = {Button::Retry};
     bench.platform.boxes.behind = [&](const MessageBox&) {
-        bench.platform.socket->peerAccepts();
+        bench.platform.peer.accepts();
         bench.console.session.bringUp.RecievingChange();
     };
     bench.console.mainWindow.openPage("connect");
     bench.advance(100000);
     gateway.forgetLinesReceived();
-    bench.platform.socket->peerAccepts();
+    bench.platform.peer.accepts();
     bench.advance(3000);
     EXPECT_EQ(gateway.linesReceived(), logInLines);
     EXPECT_EQ(bench.platform.boxes.shown.size(), 1u);
@@ -317,29 +317,29 @@ TEST_F(Master, CallsAListeningConsoleAgainAndAgain) {
     EXPECT_EQ(bench.console.session.connectButton.caption(), "Stop server");
     for (int call = 0; call < 3; ++call) {
         gateway.forgetLinesReceived();
-        bench.platform.socket->peerCalls();
+        bench.platform.peer.calls();
         bench.advance(call == 1 ? 1100 : 3000);  // the second call falls in the middle of its log-in
         if (call != 1) {
             EXPECT_EQ(gateway.linesReceived(), logInLines) << call;
         }
         master.linkDown();
-        bench.platform.socket->peerCloses();
-        EXPECT_EQ(bench.platform.socket->state(), TcpSocket::State::Listening);
+        bench.platform.peer.closes();
+        EXPECT_EQ(bench.platform.peer.state, BytePipe::State::Waiting);
         EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Listening);
         bench.advance(20000);
         EXPECT_THAT(bench.platform.boxes.shown, IsEmpty());
     }
     // A probe of the port that leaves before anything was said.
-    bench.platform.socket->peerCalls();
-    bench.platform.socket->peerCloses();
+    bench.platform.peer.calls();
+    bench.platform.peer.closes();
     bench.advance(200000);
     EXPECT_THAT(bench.platform.boxes.shown, IsEmpty());
     bench.console.mainWindow.openPage("connect");
-    EXPECT_EQ(bench.platform.socket->state(), TcpSocket::State::Closed);
+    EXPECT_EQ(bench.platform.peer.state, BytePipe::State::Closed);
     bench.console.mainWindow.openPage("connect");
-    bench.platform.socket->listenFails = true;
-    bench.platform.socket->peerCalls();
-    bench.platform.socket->peerCloses();
+    bench.platform.peer.refusal = "Can't listen on port 4001: in use";
+    bench.platform.peer.calls();
+    bench.platform.peer.closes();
     EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Idle) << "the port is gone";
     bench.console.mainWindow.openPage("connect");
     EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Idle);

@@ -113,7 +113,7 @@ TEST_F(Pages, EndTheirReadsWithTheLink) {
     simulator::switchOn(gateway.faults(), "silent");
     window.tool("sim").press();
     bench.advance(100);
-    bench.platform.socket->peerCloses();
+    bench.platform.peer.closes();
     EXPECT_TRUE(bench.console.session.reads.formEnabled());
     EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
 }

@@ -5,13 +5,21 @@
 #include "platform/qt/qt_clock.h"
 #include "platform/qt/qt_dialogs.h"
 #include "platform/qt/qt_printer.h"
-#include "platform/qt/qt_serial_port.h"
-#include "platform/qt/qt_tcp_socket.h"
+#include "platform/qt/qt_serial_pipe.h"
+#include "platform/qt/qt_tcp_listener.h"
 #include "platform/qt/qt_timer.h"
 #include "platform/qt/qt_tray.h"
 #include "platform/sqlite/sqlite_engine.h"
 
 namespace trunvex {
+
+namespace {
+
+std::unique_ptr<BytePipe> pipeTo(const TcpTarget& target) { return std::make_unique<QtTcpClient>(target); }
+std::unique_ptr<BytePipe> pipeTo(const ListenTarget& target) { return std::make_unique<QtTcpListener>(target); }
+std::unique_ptr<BytePipe> pipeTo(const SerialTarget& target) { return std::make_unique<QtSerialPipe>(target); }
+
+}  // namespace
 
 QtPlatform::QtPlatform()
     : clock_(std::make_unique<QtClock>()), dialogs_(std::make_unique<QtDialogs>()), tray_(std::make_unique<QtTray>()),
@@ -25,8 +33,8 @@ std::unique_ptr<Timer> QtPlatform::makeTimer(std::function<void()> onTick) {
 
 Clock& QtPlatform::clock() { return *clock_; }
 
-std::unique_ptr<SerialPort> QtPlatform::makeSerialPort(std::function<std::string(int)> deviceOf) {
-    return std::make_unique<QtSerialPort>(std::move(deviceOf));
+std::unique_ptr<BytePipe> QtPlatform::makePipe(const PipeTarget& target) {
+    return std::visit([](const auto& chosen) { return pipeTo(chosen); }, target);
 }
 
 std::vector<SerialDevice> QtPlatform::serialDevices() {
@@ -36,7 +44,6 @@ std::vector<SerialDevice> QtPlatform::serialDevices() {
     return devices;
 }
 
-std::unique_ptr<TcpSocket> QtPlatform::makeTcpSocket() { return std::make_unique<QtTcpSocket>(); }
 Dialogs& QtPlatform::dialogs() { return *dialogs_; }
 Tray& QtPlatform::tray() { return *tray_; }
 

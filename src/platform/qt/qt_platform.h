@@ -14,9 +14,8 @@ public:
 
     std::unique_ptr<Timer> makeTimer(std::function<void()> onTick) override;
     Clock& clock() override;
-    std::unique_ptr<SerialPort> makeSerialPort(std::function<std::string(int number)> deviceOf) override;
+    std::unique_ptr<BytePipe> makePipe(const PipeTarget& target) override;
     std::vector<SerialDevice> serialDevices() override;
-    std::unique_ptr<TcpSocket> makeTcpSocket() override;
     Dialogs& dialogs() override;
     Printer& printer() override;
     Tray& tray() override;

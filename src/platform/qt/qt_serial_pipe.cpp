@@ -1,4 +1,4 @@
-#include "platform/qt/qt_serial_port.h"
+#include "platform/qt/qt_serial_pipe.h"
 
 #include <poll.h>
 #include <unistd.h>
@@ -10,10 +10,11 @@ namespace trunvex {
 namespace {
 
 constexpr int dsrWatchMs = 250;  // the system tells of no change of the modem lines, so they are looked at
+constexpr const char* deviceGone = "the device was pulled out, or its other end went away";
 
 }  // namespace
 
-QtSerialPort::QtSerialPort(std::function<std::string(int)> deviceOf) : deviceOf_(std::move(deviceOf)) {
+QtSerialPipe::QtSerialPipe(SerialTarget target) : target_(std::move(target)) {
     dsrWatch_.setInterval(dsrWatchMs);
     connect(&dsrWatch_, &QTimer::timeout, this, [this] { watchDsr(); });
     // Taken up from the loop, not within the port's own signal, which is not raised again while a box is open in it.
@@ -21,29 +22,21 @@ QtSerialPort::QtSerialPort(std::function<std::string(int)> deviceOf) : deviceOf_
         &port_, &QSerialPort::readyRead, this,
         [this] {
             const auto bytes = port_.readAll();
-            if (onReceive && !bytes.isEmpty()) onReceive({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+            if (onReceived && !bytes.isEmpty()) onReceived({bytes.constData(), static_cast<std::size_t>(bytes.size())});
         },
         Qt::QueuedConnection);
     connect(
         &port_, &QSerialPort::errorOccurred, this,
         [this](QSerialPort::SerialPortError error) {
-            // The device was pulled out, or its other end went away.
-            if (error == QSerialPort::ResourceError && port_.isOpen() && onDsrChange) onDsrChange();
+            if (error == QSerialPort::ResourceError && port_.isOpen()) lose(Loss::Cause::DeviceGone, deviceGone);
         },
         Qt::QueuedConnection);
 }
 
-QtSerialPort::~QtSerialPort() { QtSerialPort::close(); }
+QtSerialPipe::~QtSerialPipe() { QtSerialPipe::close(); }
 
-void QtSerialPort::setBufferSizes(int inBytes, int) {
-    // Qt's output buffer has no bound; the input buffer only says when reading from the system pauses, and a burst of
-    // status lines is larger than the classic sizes, so they are taken as a least size.
-    constexpr int leastBytes = 65536;
-    port_.setReadBufferSize(std::max(inBytes, leastBytes));
-}
-
-void QtSerialPort::applySettings() {
-    const auto parts = QString::fromStdString(settings_).split(',');
+void QtSerialPipe::applySettings() {
+    const auto parts = QString::fromStdString(target_.settings).split(',');
     const auto part = [&](int index) { return parts.value(index).trimmed().toLower(); };
     port_.setBaudRate(part(0).toInt());
     port_.setParity(part(1) == "e"   ? QSerialPort::EvenParity
@@ -52,10 +45,14 @@ void QtSerialPort::applySettings() {
     port_.setDataBits(part(2) == "7" ? QSerialPort::Data7 : QSerialPort::Data8);
     port_.setStopBits(part(3) == "2" ? QSerialPort::TwoStop : QSerialPort::OneStop);
     port_.setFlowControl(QSerialPort::NoFlowControl);
+    // Qt's output buffer has no bound; the input buffer only says when reading from the system pauses, and a burst of
+    // status lines is larger than the classic sizes, so they are taken as a least size.
+    constexpr int leastBytes = 65536;
+    port_.setReadBufferSize(std::max(target_.inBufferBytes, leastBytes));
 }
 
-std::string QtSerialPort::refusal(const std::string& device) const {
-    const auto start = "Can't open COM " + std::to_string(number_) + " (" + device + "): ";
+std::string QtSerialPipe::refusal(const std::string& device) const {
+    const auto start = "Can't open " + farEnd() + " (" + device + "): ";
     switch (port_.error()) {
         case QSerialPort::PermissionError:
             if (::access(device.c_str(), R_OK | W_OK) != 0)
@@ -68,13 +65,14 @@ std::string QtSerialPort::refusal(const std::string& device) const {
     }
 }
 
-void QtSerialPort::open() {
-    const auto device = deviceOf_(number_);
-    if (device.empty()) throw LinkError("COM " + std::to_string(number_) + " has no device: no serial port was found.");
+void QtSerialPipe::open() {
+    if (port_.isOpen()) return;
+    const auto device = target_.deviceOf(target_.number);
+    if (device.empty()) throw LinkError(farEnd() + " has no device: no serial port was found.");
     port_.setPortName(QString::fromStdString(device));
     applySettings();
     if (!port_.open(QIODevice::ReadWrite)) throw LinkError(refusal(device));
-    port_.setRequestToSend(rtsEnable_);
+    port_.setRequestToSend(target_.rtsEnable);
     port_.clearError();
     dsr_ = port_.pinoutSignals().testFlag(QSerialPort::DataSetReadySignal);
     // A line without modem lines, such as a pseudo-terminal, answers with an error; only its hang-up is watched.
@@ -83,28 +81,34 @@ void QtSerialPort::open() {
     dsrWatch_.start();
 }
 
-void QtSerialPort::close() {
+void QtSerialPipe::close() {
     dsrWatch_.stop();
     if (!port_.isOpen()) return;
     port_.flush();
     port_.close();
 }
 
-void QtSerialPort::output(std::string_view bytes) { port_.write(bytes.data(), static_cast<qint64>(bytes.size())); }
+void QtSerialPipe::send(std::string_view bytes) {
+    if (port_.isOpen()) port_.write(bytes.data(), static_cast<qint64>(bytes.size()));
+}
 
-void QtSerialPort::watchDsr() {
+void QtSerialPipe::lose(Loss::Cause cause, std::string reason) {
+    if (onLost) onLost({cause, std::move(reason)});
+}
+
+void QtSerialPipe::watchDsr() {
     pollfd line{port_.handle(), 0, 0};
     const bool gone = ::poll(&line, 1, 0) > 0 && (line.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0;
     if (gone) {
         dsrWatch_.stop();
-        if (onDsrChange) onDsrChange();
+        lose(Loss::Cause::DeviceGone, deviceGone);
         return;
     }
     if (!hasModemLines_) return;
     const bool dsr = port_.pinoutSignals().testFlag(QSerialPort::DataSetReadySignal);
     if (dsr == dsr_) return;
     dsr_ = dsr;
-    if (onDsrChange) onDsrChange();
+    lose(Loss::Cause::DsrChanged, dsr ? "DSR rose" : "DSR fell");
 }
 
 }  // namespace trunvex
