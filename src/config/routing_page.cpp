@@ -51,9 +51,7 @@ void RoutingPage::takeChannel(const Fields& fields) {
 
 // Address XY, flag, B-channel (31 and 32 are the reserved lines), prefix number.
 void RoutingPage::takePort(const Fields& fields) {
-    const auto address = getIndexs(fields.at(0));
-    if (address.at(0) < 1 || address.at(0) > mcuCount || address.at(1) < 1 || address.at(1) > modulesPerMcu) return;
-    const auto port = static_cast<std::size_t>(portNumber(address.at(0), address.at(1)) - 1);
+    const auto port = PortAddress::parse(fields.at(0)).slot();
     chkTSLPort.at(port).setChecked(lowBit(fields.at(1)));
     const auto channel = fields.at(2);
     lblTSLBch.at(port).setText(channel == "31"   ? "RESERVED1"

@@ -1,4 +1,5 @@
 // What the reports of the gateway do to the board: the "ALR" events of frmSimStatus::UpdateSimStatus.
+#include "model/port_address.h"
 #include "monitor/sim_status.h"
 #include "text/text_rules.h"
 
@@ -60,8 +61,7 @@ void frmSimStatus::systemAlarm(const Fields& fields) {
     } else if (code == "116" && fields.at(6) == "OK") {
         row(static_cast<int>(val(first))).lblSTBBch.setColour(val(second) == 1 ? bchIdle : bchDisabled);
     } else if (code == "136" && fields.at(6) == "OK") {
-        const auto address = getIndexs(first);
-        cell(portNumber(address.at(0), address.at(1))).lblBCH.setColour(val(second) == 1 ? colourBlack : headingRed);
+        cell(PortAddress::parse(first).number()).lblBCH.setColour(val(second) == 1 ? colourBlack : headingRed);
     }
 }
 
@@ -73,7 +73,8 @@ void frmSimStatus::bindChannel(std::string_view port, std::string_view channel) 
 }
 
 void frmSimStatus::portAlarm(const Fields& fields) {
-    auto& port = cell(portNumber(static_cast<int>(val(fields.at(0))), static_cast<int>(val(fields.at(1)))));
+    const PortAddress address(static_cast<int>(val(fields.at(0))), static_cast<int>(val(fields.at(1))));
+    auto& port = cell(address.number());
     const auto sim = fields.at(2);
     const auto code = fields.at(3);
     constexpr int messageReport = 19;  // of the messages, and no state of a cell

@@ -99,7 +99,7 @@ void PortState::updateSTS(const Fields& record) {
 
 void PortState::takeSimAlarm(const Fields& record) {
     const auto number = [&](std::size_t field) { return static_cast<int>(val(record.at(field))); };
-    auto& sim = tables_.sim(number(0), number(1), number(2));
+    auto& sim = tables_.sim({{number(0), number(1)}, number(2)});
     switch (val(record.at(3))) {
         case 21:
             sim.network = escaped(record.at(4));
@@ -126,18 +126,14 @@ void PortState::takeSimAlarm(const Fields& record) {
 }
 
 void PortState::takeKinds() {
-    for (int index = 1; index <= portCount; ++index) {
-        const auto [mcu, module] = portAtPosition(index);
-        board_.cell(index).kind = tables_.port(mcu, module).Kind;
-    }
+    for (const auto port : everyPort) board_.cell(port.number()).kind = tables_.port(port).Kind;
     board_.hardwareChanged.emit();
 }
 
 void PortState::UpdateCDMA() {
-    for (int index = 1; index <= portCount; ++index) {
-        const auto [mcu, module] = portAtPosition(index);
-        if (trim(tables_.port(mcu, module).Kind) != "CDM") continue;
-        auto& cell = board_.cell(index);
+    for (const auto port : everyPort) {
+        if (trim(tables_.port(port).Kind) != "CDM") continue;
+        auto& cell = board_.cell(port.number());
         cell.lblNetBCCH.setText("CDMA");
         cell.lblNetBCCH.setBold(true);
         cell.showSim(false);

@@ -15,10 +15,7 @@ constexpr const char* lampPictures[] = {"imgLedRed", "imgLedYellow", "imgLedGree
 
 bool lowBit(std::string_view flag) { return (val(flag) & 1) != 0; }
 
-int boardIndex(std::string_view address) {
-    const auto digits = getIndexs(address);
-    return portNumber(digits.at(0), digits.at(1));
-}
+int boardIndex(std::string_view address) { return PortAddress::parse(address).number(); }
 
 std::string portHeading(int index, std::string_view channel) {
     return "Port #" + std::to_string(index) + ",  B-Ch #" + escaped(channel);
@@ -68,8 +65,8 @@ void frmSimStatus::takeRecords(Session& session) {
         for (int position = 1; position <= portCount + channelCount; ++position) {
             const auto flag = mid(record.body, static_cast<std::size_t>(position), 1);
             const bool isPort = position <= portCount;
-            const auto [mcu, module] = portAtPosition(position);
-            const auto address = isPort ? std::to_string(mcu * 10 + module) : std::to_string(position - portCount);
+            const auto address =
+                isPort ? PortAddress::ofNumber(position).digits() : std::to_string(position - portCount);
             Fields event;
             event.add(address);
             event.add(flag);
@@ -174,9 +171,8 @@ void frmSimStatus::refresh() {
     std::vector<QueueItem> batch;
     for (int index = 1; index <= portCount; ++index) {
         if (val(mid(state_.gActivePorts, static_cast<std::size_t>(index), 1)) < 1) continue;
-        const auto [mcu, module] = portAtPosition(index);
         batch.push_back(
-            command("R_STS" + std::to_string(mcu * 10 + module), "Get data from port " + std::to_string(index)));
+            command("R_STS" + PortAddress::ofNumber(index).digits(), "Get data from port " + std::to_string(index)));
     }
     refreshes_.start(std::move(batch));
 }

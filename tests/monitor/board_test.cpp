@@ -183,7 +183,7 @@ TEST_F(Board, TakesTheReportsAboutTheSystem) {
     receive("I_ALR531,6");
     EXPECT_EQ(cell().lblMsg.text(), "DISCONNECTED MS ()");
     receive("I_ALR531,21");
-    EXPECT_EQ(cell().lblNetworkID.text() + console.tables.sim(5, 3, 1).network, "");
+    EXPECT_EQ(cell().lblNetworkID.text() + console.tables.sim({{5, 3}, 1}).network, "");
     receive("I_ALR530,19,0,2,");
     EXPECT_EQ(cell().lblMsg.text(), "DISCONNECTED MS ()") << "a message report is no state";
     // Reports about what is not there end quietly.
@@ -244,14 +244,14 @@ TEST_F(Board, KeepsTheRecordOfEachSim) {
                                      {"24", "UNREGISTERED"},
                                      {"40", "UNREGISTERED"}}) {
         report(code, "42501");
-        EXPECT_EQ(console.tables.sim(5, 3, 1).network, text);
+        EXPECT_EQ(console.tables.sim({{5, 3}, 1}).network, text);
     }
     EXPECT_EQ(ready, "11");
     for (const auto* bad : {"I_ALR535,21,x,,", "I_ALR951,21,x,,", "I_ALR531,21"}) receive(bad);
 }
 
 TEST_F(Board, KeepsACdmaCellFromShowingASim) {
-    console.tables.port(5, 3).Kind = "CDM";
+    console.tables.port({5, 3}).Kind = "CDM";
     console.portState.UpdateCDMA();
     report("15", "61", "0");
     EXPECT_EQ(cell().lblNetBCCH.text(), "CDMA");

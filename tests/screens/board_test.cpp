@@ -193,7 +193,7 @@ TEST_F(BoardWindow, TheTipTellsWhatAScreenReaderHears) {
 }
 
 TEST_F(BoardWindow, ACdmaCellShowsNothingOfASim) {
-    console.tables.port(1, 1).Kind = "CDM";
+    console.tables.port({1, 1}).Kind = "CDM";
     report(1, "4", "00012:33");
     console.portState.UpdateCDMA();
     open();

@@ -82,8 +82,8 @@ BoardCell::BoardCell(PortCell& cell, BoardFrame& frame, QWidget* parent) : QWidg
     static const bool spoken = (QAccessible::installFactory(speak), true);
     Q_UNUSED(spoken)
     setObjectName(QString("portCell_%1").arg(index));
-    const auto [mcu, module] = portAtPosition(index);
-    setAccessibleName(tr("Port %1, MCU %2, module %3").arg(index).arg(mcu).arg(module));
+    const auto port = PortAddress::ofNumber(index);
+    setAccessibleName(tr("Port %1, MCU %2, module %3").arg(index).arg(port.mcu()).arg(port.module()));
     setAttribute(Qt::WA_OpaquePaintEvent);
     setFocusPolicy(Qt::ClickFocus);
     const int part = frame.add([this] { repaintLater(); });
@@ -120,7 +120,7 @@ bool BoardCell::absent() const {
 }
 
 QStringList BoardCell::stateLines() const {
-    const auto [mcu, module] = portAtPosition(cell_.index);
+    const auto port = PortAddress::ofNumber(cell_.index);
     const auto kind = shown(cell_.kind);
     QStringList lines;
     const auto add = [&lines](const QString& line) {
@@ -132,8 +132,8 @@ QStringList BoardCell::stateLines() const {
     };
     add(lblBCH());
     add(tr("MCU %1, module %2: %3")
-            .arg(mcu)
-            .arg(module)
+            .arg(port.mcu())
+            .arg(port.module())
             .arg(kind.isEmpty()  ? tr("not reported yet")
                  : kind == "ERR" ? tr("no module")
                                  : kind));
