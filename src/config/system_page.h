@@ -5,6 +5,7 @@
 
 #include "config/page_tools.h"
 #include "fields/fields.h"
+#include "model/status_reports.h"
 #include "pages/page.h"
 
 namespace trunvex {
@@ -45,7 +46,7 @@ private:
     void begun() override;
     void tornDown() override;
     void delayedClockTick();
-    void takeClock(const Fields& fields);
+    void takeClock(const ClockReport& report);
     void showDate();
     void blank();
     void readDateFormat();

@@ -98,7 +98,7 @@ TEST_F(Board, WipesACellOnceForAMissingSim) {
     EXPECT_EQ(cell().lblMsg.text(), "SIM ABSENCE");
     EXPECT_EQ(cell().lblLimit.text(), "Count:");
     EXPECT_EQ(cell().shpSim.colour(), colour(BoardColours::PORT_NOT_ACTIVE));
-    cell().lblMsgNumber.setText("kept");
+    cell().status.callNumber = "kept";
     report("26");
     EXPECT_EQ(cell().lblMsgNumber.text(), "kept");
     report("25", "40");
@@ -135,14 +135,14 @@ TEST_F(Board, GrowsDotsWhileAModuleRegisters) {
     report("21", "42501");
     report("22");
     EXPECT_TRUE(cell().lblNetworkID.bold());
-    cell().lblNetworkID.setText("");
+    report("21", "");
     std::vector<std::size_t> lengths;
     for (int i = 0; i < 10; ++i) {
         bench.advance(200);
         lengths.push_back(cell().lblNetworkID.text().size());
     }
     EXPECT_THAT(lengths, ElementsAre(1, 2, 3, 4, 5, 6, 7, 8, 0, 1));
-    cell().lblNetworkID.setText("A long network name");
+    report("21", "A long network name");
     bench.advance(400);
     EXPECT_EQ(cell().lblNetworkID.text(), std::string(11, '.')) << "no more dots than there are";
     report("23");
@@ -166,7 +166,7 @@ TEST_F(Board, TakesTheReportsAboutTheSystem) {
     EXPECT_EQ(cell().lblBCH.text(), "Port #19,  B-Ch #17");
     EXPECT_EQ(getDynamicBCH(board, 19), 17);
     receive("I_ALR000,120,19,4,");
-    EXPECT_EQ(cell().portBch, 4);
+    EXPECT_EQ(cell().status.portBch, 4);
     EXPECT_EQ(getDynamicBCH(board, 19), 4);
     receive("I_ALR000,140,17,,");
     EXPECT_EQ(board.row(17).lblSTBBch.colour(), bchInCall);
@@ -208,7 +208,7 @@ TEST_F(Board, MarksPortsAndChannelsOnOrOff) {
     console.session.realTimeUpdate("PRT", splitString("53,1", ','));
     EXPECT_TRUE(cell().chkSTPEnable.checked());
     EXPECT_EQ(cell().lblBCH.text(), "Port #19 (RESERVED2)") << "the record has not told a channel";
-    EXPECT_EQ(cell().portBch, 32);
+    EXPECT_EQ(cell().status.portBch, 32);
 }
 
 TEST_F(Board, RestoresACellFromASnapshot) {
@@ -270,13 +270,19 @@ TEST_F(Board, KeepsACdmaCellFromShowingASim) {
 TEST_F(Board, AddsUpTheTalkTime) {
     bench.connect();
     bench.advance(1100);
-    board.cell(1).lblLimit.setText("Count:00010:50");
-    board.cell(2).lblLimit.setText("Count:00001:20");
-    bench.advance(1000);
-    EXPECT_EQ(board.lblTotalCounter.text(), "12 :10");
-    board.cell(2).lblLimit.setText("Count:00001:11");
-    bench.advance(1000);
-    EXPECT_EQ(board.lblTotalCounter.text(), "12 :01");
+    receive("I_ALR111,4,00010:50,,");
+    for (const auto& [counter, total] : {std::pair{"00001:20", "12 :10"},
+                                         {"00001:11", "12 :01"},
+                                         {"99999:99", "100011 :29"},
+                                         {"1:5", "10 :50"},
+                                         {"000001:05", "10 :50"},
+                                         {"x:10", "10 :50"},
+                                         {"00001-10", "10 :50"}}) {
+        receive(std::string("I_ALR121,18,") + counter + ",,");
+        bench.advance(1000);
+        EXPECT_EQ(board.lblTotalCounter.text(), total) << counter;
+        EXPECT_EQ(board.cell(2).lblLimit.text(), std::string("Count:") + counter);
+    }
 }
 
 TEST_F(Board, RefreshAsksForEveryActivePort) {
@@ -331,7 +337,7 @@ TEST_F(Board, KeepsItsColours) {
     // Two states in one colour are two states still, and part again.
     window.lblColor[BoardColours::PORT_CONNECTED].setColour(board.colours()[BoardColours::PORT_PROBLEM]);
     window.cmdSave.press();
-    EXPECT_EQ(cell().state, BoardColours::PORT_CONNECTED);
+    EXPECT_EQ(cell().status.state, BoardColours::PORT_CONNECTED);
     window.cmdDefault.press();
     window.cmdSave.press();
     EXPECT_EQ(cell().shpSim.colour(), 14811110u);

@@ -173,7 +173,7 @@ void PortTreeScreen::showFacts() {
 }
 
 std::array<QString, PortTreeScreen::factCount> PortTreeScreen::factsOf(PortAddress port, const std::string& key) const {
-    const auto& cell = board_.cell(port.number());
+    const auto& cell = board_.cell(port);
     const auto type = node_key::kindOf(key);
     std::array<QString, factCount> facts;
     facts[Address] = tr("MCU %1, module %2").arg(port.mcu()).arg(port.module());
@@ -186,7 +186,7 @@ std::array<QString, PortTreeScreen::factCount> PortTreeScreen::factsOf(PortAddre
     facts[Sim] = cell.LblSIM_num.visible() ? shown(cell.LblSIM_num.text()) : QString();
     facts[Network] = shown(cell.lblNetworkID.text());
     facts[Signal] = shown(cell.lblStrengthDB.text());
-    facts[Counter] = cell.lblLimit.visible() ? shown(cell.lblLimit.text()).section(':', 1) : QString();
+    facts[Counter] = cell.lblLimit.visible() ? shown(cell.status.counter) : QString();
     return facts;
 }
 
