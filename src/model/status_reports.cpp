@@ -21,9 +21,8 @@ AlarmCode alarmOf(std::int64_t number) {
 }
 
 int digit(std::string_view text) {
-    const auto digits = getIndexs(text);
-    if (digits.count != 1) throw std::out_of_range("no digit");
-    return digits.at(0);
+    if (text.size() != 1 || text[0] < '0' || text[0] > '9') throw std::invalid_argument("no digit");
+    return text[0] - '0';
 }
 
 }  // namespace

@@ -94,8 +94,7 @@ void frmSimStatus::systemAlarm(const AlarmReport& report) {
 
 void frmSimStatus::bindChannel(std::string_view port, std::string_view channel) {
     auto& bound = cell(PortAddress::ofNumber(val(port)));
-    bound.status.channel = escaped(channel);
-    bound.status.portBch = static_cast<int>(val(channel));
+    bound.status.bind(channel);
     bound.status.reserved = false;
     show(bound);
 }
@@ -123,11 +122,11 @@ bool frmSimStatus::simAbsence(PortCell& port, const AlarmReport& report) {
     auto& status = port.status;
     if (!report.is(AlarmCode::SimAbsent)) {
         status.simAbsent = false;
-        if (report.sim == 0 && !report.is(AlarmCode::Signal)) clearCell(port);
+        if (report.sim == 0 && !report.is(AlarmCode::Signal)) resetPortCell(port);
         return false;
     }
     if (!status.simAbsent) {
-        clearCell(port);
+        resetPortCell(port);
         status.event = report.alarm;
         status.simAbsent = true;
     }

@@ -56,7 +56,7 @@ struct PortCell {
     LabelField lblNetBCCH;
     LabelField lblRM_HM;       // "Hm" at home, "Rm" roaming
     LabelField lblStrengthDB;  // "-71db"
-    PictureField imgAntenna;   // signal: "imgAnt_0" (none) to "imgAnt_4" (full), "imgREG1", "imgREG2"
+    PictureField imgAntenna;   // signal: "imgAnt_0" (none) to "imgAnt_4" (full), "imgREG2"
     PictureField imgSMS;       // "" or "imgSMSPic"
     LabelField lblSimClick;
     LabelField lblSimLed;

@@ -39,9 +39,10 @@ bool PortStatus::countCall() {
     return true;
 }
 
-int PortStatus::boundChannel() const {
-    const int number = reserved ? portBch + 1 - firstReserved : portBch;
-    return number < 0 || number > firstReserved + 1 ? 0 : number;
+void PortStatus::bind(std::string_view told) {
+    const auto number = val(told);
+    channel = escaped(told);
+    portBch = number < 0 || number > firstReserved + 1 ? 0 : static_cast<int>(number);
 }
 
 }  // namespace trunvex

@@ -67,8 +67,10 @@ struct PortStatus {
 
     bool message = false;  // a new one has come
 
-    // The B-channel bound to the port now: a reserved line counts from 1, and what is no channel is 0.
-    int boundChannel() const;
+    // Takes the B-channel as it was told; what is none has the number 0.
+    void bind(std::string_view told);
+    // The B-channel bound to the port now; a reserved line counts from 1.
+    int boundChannel() const { return reserved ? portBch + 1 - firstReserved : portBch; }
     // Forgets the SIM, the call and the registration; what else is known of the port stays.
     void clearCell();
     // Decides by the last event whether the port is in a call; true when that is new.

@@ -88,10 +88,8 @@ void frmSimStatus::UpdateSimStatus(const PortReport& report) {
     status.enabled = report.enabled.value_or(false);
     if (report.channel) {
         using enum PortStatus::Heading;
-        status.channel = escaped(*report.channel);
-        status.portBch = static_cast<int>(val(*report.channel));
-        status.reserved =
-            status.portBch == PortStatus::firstReserved || status.portBch == PortStatus::firstReserved + 1;
+        status.bind(*report.channel);
+        status.reserved = status.portBch >= PortStatus::firstReserved;
         status.heading = !*status.enabled ? Off : status.reserved ? Reserved : Plain;
     }
     show(port);
@@ -112,12 +110,7 @@ void frmSimStatus::showGateway() {
     lblLoading.setText(std::to_string(gateway_.portsInCall));
 }
 
-void frmSimStatus::resetPortCell(int index) {
-    clearCell(cell(index));
-    show(cell(index));
-}
-
-void frmSimStatus::clearCell(PortCell& port) {
+void frmSimStatus::resetPortCell(PortCell& port) {
     port.tmrAnimation->stop();
     port.status.clearCell();
 }

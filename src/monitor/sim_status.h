@@ -30,8 +30,6 @@ public:
     void UpdateSimStatus(const PortReport& report);
     void UpdateSimStatus(const ChannelReport& report);
     void UpdateSimStatus(const AlarmReport& report);
-    // Back to the empty state of a cell, board index 1 to 32.
-    void resetPortCell(int index);
 
     // The cell of a board index, 1 to 32; throws std::out_of_range beyond.
     PortCell& cell(int index) { return cell(PortAddress::ofNumber(index)); }
@@ -72,7 +70,7 @@ private:
     void takeRecords(Session& session);
     void takeClock(const ClockReport& report);
     void takeFlags(std::string_view flags);
-    void clearCell(PortCell& cell);
+    void resetPortCell(PortCell& cell);
     void systemAlarm(const AlarmReport& report);
     void bindChannel(std::string_view port, std::string_view channel);
     void portAlarm(PortCell& cell, const AlarmReport& report);

