@@ -148,7 +148,7 @@ bool parseCallRecord(const Fields& fields, CDRSlot& slot) {
     const int mcu = static_cast<int>(val(channel.substr(0, 1)));
     const int module = (right(channel, 1) == "3" ? 3 : 1) + ((flags & secondPortBit) != 0 ? 1 : 0);
     slot.sim = std::to_string((flags & simBits) / 8);
-    slot.port = std::to_string(portNumber(mcu, module));
+    slot.port = std::to_string(PortAddress(mcu, module).number());
     slot.Direction = (flags & incomingBit) != 0 ? "IN" : "OUT";
     if (const auto type = typeOfCall(flags); !type.empty()) slot.TypeOfCall = type;
     slot.SimID = fieldOf(fields, 4);

@@ -115,8 +115,7 @@ void CdrDownload::start() {
     doneBefore_ = -1;
     for (int slot = 1; slot <= cdrChannelCount; ++slot) {
         const auto address = getMCU_XY(slot);
-        const auto position =
-            static_cast<std::size_t>((val(mid(address, 1, 1)) - 1) * modulesPerMcu + val(right(address, 1)));
+        const auto position = PortAddress::parse(address).slot() + 1;
         if (val(mid(session_.gActivePorts, position, 1)) == 0)
             unasked_.push_back(slot);
         else

@@ -51,7 +51,7 @@ bool usable(const TreeItem& item) {
     if (node_key::isGroup(item.Key)) return item.Kind == "GRP" && item.Number == mid(item.Key, 4, 2);
     if (node_key::isSim(item.Key)) return item.Kind == "SIM";
     const bool portKind = item.Kind == "GSM" || item.Kind == "CDM" || item.Kind.empty();
-    return portKind && node_key::isPort(item.Key) && mid(item.Key, 1, 3) == "MOD";
+    return portKind && node_key::kindOf(item.Key) == node_key::Kind::Gsm;
 }
 
 }  // namespace

@@ -54,7 +54,8 @@ void MainPage::select() {
         forget();
         return;
     }
-    const bool ofSim = contains(key, "SIM") || contains(key, "SMM");
+    const auto kind = node_key::kindOf(key);
+    const bool ofSim = kind == node_key::Kind::Sim || kind == node_key::Kind::GroupSim;
     NodePage& page = ofSim ? static_cast<NodePage&>(simPage) : portPage;
     if (page.shownKey() != key) page.show(key);
     turnTo(&page);

@@ -1,8 +1,6 @@
 #include "config/node_page.h"
 
-#include <algorithm>
-
-#include "text/text_rules.h"
+#include "model/node_key.h"
 
 namespace trunvex {
 
@@ -26,10 +24,7 @@ void NodePage::begin() {
     forget();
 }
 
-bool NodePage::showsGroup() const {
-    const auto types = {"GRP", "MDD", "PRT", "SMM"};
-    return std::any_of(types.begin(), types.end(), [this](const char* type) { return contains(key_, type); });
-}
+bool NodePage::showsGroup() const { return node_key::parse(key_).group != 0; }
 
 void NodePage::forget() {
     key_.clear();
@@ -60,8 +55,8 @@ void NodePage::refresh() {
 
 void NodePage::showGroup() {
     const auto ports = tree_.ports(key_);
-    const std::string sim(mid(key_, 6, 1));
-    frame.caption.setText("Groups " + std::to_string(val(mid(key_, 4, 2))) + (sim.empty() ? "" : ", SIM " + sim) +
+    const auto [kind, group, port, sim] = node_key::parse(key_);
+    frame.caption.setText("Groups " + std::to_string(group) + (sim == 0 ? "" : ", SIM " + std::to_string(sim)) +
                           " Ports: " + PortTree::listed(ports));
     fillGroup(ports);
     if (ports.empty()) frame.hint.setText("This group has no ports.");

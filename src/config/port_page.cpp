@@ -7,6 +7,9 @@ namespace trunvex {
 
 namespace {
 
+using NodeKind = node_key::Kind;
+using node_key::kindOf;
+
 constexpr int swapping = 1;  // the choice that goes by txtSimSwap
 
 std::string rejectIndex(const PortRec& port) {
@@ -49,8 +52,8 @@ PortPage::PortPage(const PageTools& tools, PortTree& tree, SettingsRecords& reco
     bindSwitching();
     table_.addFieldsTo(form);
     table_.addBoxesTo(chkIncGrpMod, "chkIncGrpMod");
-    records.portStored.connect([this](int mcu, int module) {
-        if (portOf(key_) == &tools_.tables.port(mcu, module)) refresh();
+    records.portStored.connect([this](PortAddress port) {
+        if (portOf(key_) == &tools_.tables.port(port)) refresh();
     });
     tools_.reads.onComplete("MOD", [this](const std::string&) {
         if (showsGroup()) refresh();
@@ -104,7 +107,7 @@ void PortPage::bindSwitching() {
 }
 
 PortRec* PortPage::portOf(std::string_view key) const {
-    return node_key::isPort(key) ? &tools_.tables.port(node_key::mcu(key), node_key::module(key)) : nullptr;
+    return node_key::isPort(key) ? &tools_.tables.port(*node_key::portOf(key)) : nullptr;
 }
 
 std::string PortPage::nodeText() const {
@@ -112,12 +115,12 @@ std::string PortPage::nodeText() const {
     return node ? node->text : key_;
 }
 
-bool PortPage::writable() const { return node_key::isPort(key_) && !contains(key_, "ERR"); }
+bool PortPage::writable() const { return node_key::isPort(key_) && kindOf(key_) != NodeKind::Missing; }
 
 void PortPage::fillRecord() {
     const auto* port = portOf(key_);
     showFacts(port);
-    if (contains(key_, "ERR")) {
+    if (kindOf(key_) == NodeKind::Missing) {
         lblPortCaption.setText(nodeText() + ": Port not found");
         lblPortHint.setText("The gateway found no module here.");
         showLevels(false, false);
@@ -177,7 +180,7 @@ void PortPage::followRules() {
 QueueItem PortPage::readCommand() const { return command("R_" + node_key::stored(key_), nodeText()); }
 
 void PortPage::readMissing() {
-    if (contains(key_, "MOD") && !form.known()) tools_.read({readCommand()}, readBudgetMs);
+    if (kindOf(key_) == NodeKind::Gsm && !form.known()) tools_.read({readCommand()}, readBudgetMs);
 }
 
 std::vector<QueueItem> PortPage::readBatch() const {
@@ -212,12 +215,12 @@ BuiltLine PortPage::WriteMod(std::string_view key, bool isCdma) {
     if (auto fault = firstFault(); !fault.word.empty()) return fault;
     const auto* port = portOf(key);
     auto to = port ? *port : PortRec{};
-    to.Kind = isCdma ? "CDM" : contains(key, "MOD") ? "GSM" : "";
+    to.Kind = isCdma ? "CDM" : kindOf(key) == NodeKind::Gsm ? "GSM" : "";
     return BuiltLine::change(node_key::stored(key),
                              table_.line(to, port_at::LineEnd, [this](std::size_t box) { return included(box); }));
 }
 
-BuiltLine PortPage::buildShown() { return WriteMod(key_, contains(key_, "CDM")); }
+BuiltLine PortPage::buildShown() { return WriteMod(key_, kindOf(key_) == NodeKind::Cdma); }
 
 BuiltLine PortPage::buildMember(const std::string& key) { return WriteMod(key, portOf(key)->Kind == "CDM"); }
 

@@ -14,7 +14,11 @@ namespace {
 constexpr std::size_t mostChildren = 201;
 constexpr const char* emptyPortList = "Ports(0)";
 
-std::string portText(int mcu, int module) { return "Port " + std::to_string(portNumber(mcu, module)); }
+using node_key::Kind;
+
+constexpr const char* portTypes[] = {"MOD", "CDM", "ERR"};
+
+std::string portText(PortAddress port) { return "Port " + std::to_string(port.number()); }
 
 // The type letters of a node, from the module's type.
 const char* nodeType(std::string_view kind) { return kind == "GSM" ? "MOD" : kind == "CDM" ? "CDM" : "ERR"; }
@@ -68,7 +72,7 @@ PortTree::PortTree(Session& session, SharedTables& tables, PortDetection& detect
             auto& tree = tvGroups[link / 2];
             tree.change([&] {
                 for (const auto& node : std::vector(tree.nodes()))
-                    if (contains(node.key, "MOD")) tree.setChecked(node.key, link % 2 == 0);
+                    if (node_key::kindOf(node.key) == Kind::Gsm) tree.setChecked(node.key, link % 2 == 0);
             });
         });
 }
@@ -90,7 +94,7 @@ void PortTree::build(Views which, bool fromFile) {
 std::string PortTree::successor(const TreeField& view, const std::string& selected) const {
     if (view.find(selected)) return selected;
     if (node_key::isPort(selected))
-        for (const char* type : {"MOD", "CDM", "ERR"})
+        for (const char* type : portTypes)
             if (auto key = type + std::string(right(selected, 2)); view.find(key)) return key;
     return view.nodes().front().key;
 }
@@ -123,12 +127,12 @@ void PortTree::addMembers(TreeField& view) {
         if (one.Kind == "GRP" || one.Parent.empty()) continue;
         quietly("addMembers", [&] {
             const auto type = moduleType(one.Key);
-            if (node_key::isSim(one.Key)) {
-                const auto port = node_key::port("MOD", node_key::mcu(one.Key), node_key::module(one.Key));
+            if (const auto sim = node_key::simOf(one.Key)) {
+                const auto port = node_key::port("MOD", sim->port());
                 if (type == "GSM" && one.Parent == port) view.add({one.Key, one.Caption, port});
                 return;
             }
-            if (!contains(one.Parent, "PRT")) return;
+            if (node_key::kindOf(one.Parent) != Kind::GroupPorts) return;
             const auto key = std::string(nodeType(type)) + std::string(right(one.Key, 2));
             if (view.add({key, one.Caption, one.Parent})) countMember(view, one.Parent);
         });
@@ -140,28 +144,27 @@ void PortTree::countMember(TreeField& view, const std::string& groupKey) {
 }
 
 void PortTree::addFreePorts(TreeField& view, bool last) {
-    for (int mcu = 1; mcu <= mcuCount; ++mcu)
-        for (int module = 1; module <= modulesPerMcu; ++module) {
-            const auto key = node_key::port(nodeType(tables_.port(mcu, module).Kind), mcu, module);
-            if (!view.find(key)) {
-                const auto* known = item(node_key::stored(key));
-                view.add({key, known ? known->Caption : portText(mcu, module), {}});
-            }
-            addSims(view, mcu, module);
-            if (last) completeList(mcu, module);
+    for (const auto port : everyPort) {
+        const auto key = node_key::port(nodeType(tables_.port(port).Kind), port);
+        if (!view.find(key)) {
+            const auto* known = item(node_key::stored(key));
+            view.add({key, known ? known->Caption : portText(port), {}});
         }
+        addSims(view, port);
+        if (last) completeList(port);
+    }
 }
 
-void PortTree::addSims(TreeField& view, int mcu, int module) {
-    if (tables_.port(mcu, module).Kind != "GSM") return;
+void PortTree::addSims(TreeField& view, PortAddress port) {
+    if (tables_.port(port).Kind != "GSM") return;
     for (int sim = 1; sim <= simsPerModule; ++sim)
-        view.add({node_key::sim(mcu, module, sim), "SIM " + std::to_string(sim), node_key::port("MOD", mcu, module)});
+        view.add({node_key::sim({port, sim}), "SIM " + std::to_string(sim), node_key::port("MOD", port)});
 }
 
 // A fresh list fills itself from what the gateway has reported.
-void PortTree::completeList(int mcu, int module) {
-    const auto key = node_key::port("MOD", mcu, module);
-    const auto& kind = tables_.port(mcu, module).Kind;
+void PortTree::completeList(PortAddress port) {
+    const auto key = node_key::port("MOD", port);
+    const auto& kind = tables_.port(port).Kind;
     const auto append = [this](std::string itemKind, std::string itemKey, std::string caption, std::string parent) {
         if (auto* known = item(itemKey)) {
             if (node_key::isSim(itemKey)) known->Parent = std::move(parent);
@@ -174,17 +177,16 @@ void PortTree::completeList(int mcu, int module) {
         made.Parent = std::move(parent);
         tables_.gTreeItems.push_back(std::move(made));
     };
-    append(kind.empty() ? "ERR" : kind, key, portText(mcu, module), {});
+    append(kind.empty() ? "ERR" : kind, key, portText(port), {});
     if (kind != "GSM") return;
     for (int sim = 1; sim <= simsPerModule; ++sim)
-        append("SIM", node_key::sim(mcu, module, sim), "SIM " + std::to_string(sim), key);
+        append("SIM", node_key::sim({port, sim}), "SIM " + std::to_string(sim), key);
 }
 
 std::string PortTree::moduleType(std::string_view key) const {
-    const int mcu = node_key::mcu(key);
-    const int module = node_key::module(key);
-    if (mcu < 1 || mcu > mcuCount || module < 1 || module > modulesPerMcu) throw std::out_of_range("no such port");
-    const auto& kind = tables_.port(mcu, module).Kind;
+    const auto port = node_key::portOf(key);
+    if (!port) throw std::out_of_range("no such port");
+    const auto& kind = tables_.port(*port).Kind;
     return kind == "GSM" || kind == "CDM" ? kind : "ERR";
 }
 
@@ -206,7 +208,7 @@ std::vector<std::string> PortTree::ports(std::string_view groupKey) const {
 std::string PortTree::listed(const std::vector<std::string>& ports) {
     std::string text;
     for (const auto& port : ports)
-        text += (text.empty() ? "" : ", ") + std::to_string(portNumber(node_key::mcu(port), node_key::module(port)));
+        text += (text.empty() ? "" : ", ") + std::to_string(node_key::portOf(port).value().number());
     return text;
 }
 
@@ -214,9 +216,9 @@ std::string PortTree::captionOf(std::string_view key) const {
     const auto stored = node_key::isPort(key) ? node_key::stored(key) : std::string(key);
     for (const auto& one : tables_.gTreeItems)
         if (one.Key == stored && node_key::isPort(stored)) return one.Caption;
-    auto text = portText(node_key::mcu(key), node_key::module(key));
-    if (node_key::isSim(key)) text += " SIM " + std::string(mid(key, 6, 1));
-    return text;
+    const auto parts = node_key::parse(key);
+    if (!parts.port) return std::string(key);
+    return portText(*parts.port) + (parts.kind == Kind::Sim ? " SIM " + std::to_string(parts.sim) : "");
 }
 
 bool PortTree::rename(std::string_view key, const std::string& text) {
@@ -235,7 +237,8 @@ void PortTree::deleteItem(std::string_view key) {
 }
 
 bool PortTree::movePort(std::string_view portKey, std::string_view groupKey) {
-    const bool toGroup = contains(groupKey, "PRT") || contains(groupKey, "GRP");
+    const auto target = node_key::kindOf(groupKey);
+    const bool toGroup = target == Kind::GroupPorts || target == Kind::Group;
     auto* moved = node_key::isPort(portKey) ? item(node_key::stored(portKey)) : nullptr;
     const auto list = node_key::ofGroup("PRT", groupKey);
     if (!toGroup || !moved || !item(node_key::ofGroup("GRP", groupKey)) || moved->Parent == list) return false;
@@ -268,7 +271,8 @@ void PortTree::createGroup() {
 void PortTree::deleteSelected() {
     const auto key = view().selected();
     const auto* node = view().find(key);
-    if (!node || (!contains(key, "MOD") && !contains(key, "GRP"))) {
+    const auto kind = node_key::kindOf(key);
+    if (!node || (kind != Kind::Gsm && kind != Kind::Group)) {
         dialogs_.info("you can only delete groups or port items!");
         return;
     }
@@ -277,7 +281,7 @@ void PortTree::deleteSelected() {
                           BoxIcon::Question, 2},
                          forThisList()))
         return;
-    if (contains(key, "GRP"))
+    if (kind == Kind::Group)
         for (const auto& member : children(node_key::ofGroup("PRT", key))) deleteItem(member);
     deleteItem(key);
     build(Both, false);
@@ -285,7 +289,7 @@ void PortTree::deleteSelected() {
 
 void PortTree::renameSelected() {
     const auto key = view().selected();
-    if (!contains(key, "GRP"))
+    if (!node_key::isGroup(key))
         dialogs_.info("you can only rename groups node!!");
     else
         editName.emit(key);
@@ -298,7 +302,7 @@ void PortTree::moveChecked() {
     if (!list.good() || window.result.empty() || !item(node_key::ofGroup("GRP", window.result))) return;
     const auto nodes = view().nodes();
     for (auto node = nodes.rbegin(); node != nodes.rend(); ++node) {
-        if (!node->checked || !contains(node->key, "MOD")) continue;
+        if (!node->checked || node_key::kindOf(node->key) != Kind::Gsm) continue;
         auto* moved = item(node_key::stored(node->key));
         if (!moved) continue;
         moved->Parent = window.result;
@@ -310,29 +314,31 @@ void PortTree::moveChecked() {
 
 void PortTree::selectPort() {
     if (cmbGRPSelectPort.index() == ChoiceField::none) return;
-    const auto [mcu, module] = portAtPosition(cmbGRPSelectPort.index() + 1);
+    const auto port = PortAddress::ofNumber(cmbGRPSelectPort.index() + 1);
     // As it stands in the tree, which may be older than what is known of the module.
     for (auto& tree : tvGroups)
-        for (const char* type : {"MOD", "CDM", "ERR"})
-            if (const auto key = node_key::port(type, mcu, module); tree.find(key)) tree.select(key);
+        for (const char* type : portTypes)
+            if (const auto key = node_key::port(type, port); tree.find(key)) tree.select(key);
     cmbGRPSelectPort.setIndex(ChoiceField::none);  // so that the same port can be gone to again
 }
 
 std::vector<QueueItem> PortTree::groupWrite(std::string_view key, const Builder& buildLine) const {
     std::vector<QueueItem> batch;
-    const auto add = [&](const std::string& member, const std::string& sim) {
+    const auto add = [&](const std::string& member) {
+        const auto parts = node_key::parse(member);
         auto line = buildLine(member);
         if (line.empty()) return;
-        batch.push_back(command(std::move(line), portText(node_key::mcu(member), node_key::module(member)) + sim));
+        const auto sim = parts.kind == Kind::Sim ? " SIM " + std::to_string(parts.sim) : "";
+        batch.push_back(command(std::move(line), portText(parts.port.value()) + sim));
     };
-    const std::string number(mid(key, 6, 1));
+    const int number = node_key::parse(key).sim;
     for (const auto& port : ports(key)) {
-        if (number.empty()) {
-            add(port, {});
+        if (number == 0) {
+            add(port);
             continue;
         }
-        for (const auto& sim : children(port))
-            if (node_key::isSim(sim) && right(sim, 1) == number) add(sim, " SIM " + number);
+        for (const auto& child : children(port))
+            if (const auto sim = node_key::simOf(child); sim && sim->sim() == number) add(child);
     }
     return batch;
 }

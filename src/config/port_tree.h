@@ -103,8 +103,8 @@ private:
     void addGroups(TreeField& view);
     void addMembers(TreeField& view);
     void addFreePorts(TreeField& view, bool last);
-    void addSims(TreeField& view, int mcu, int module);
-    void completeList(int mcu, int module);
+    void addSims(TreeField& view, PortAddress port);
+    void completeList(PortAddress port);
     void countMember(TreeField& view, const std::string& groupKey);
     void createGroup();
     void deleteSelected();

@@ -23,8 +23,6 @@ constexpr Allocation allocations[] = {
     {6, true, 2, "By Prefixes Random allocation of B-channels and Ports"},
 };
 
-bool lowBit(std::string_view flag) { return (val(flag) & 1) != 0; }
-
 }  // namespace
 
 RoutingPage::RoutingPage(Session& session) : Page(session, {"tsl", "Routing", "B-channel and port routing", Prefixes}) {
@@ -35,31 +33,27 @@ RoutingPage::RoutingPage(Session& session) : Page(session, {"tsl", "Routing", "B
         lblTSLBch.emplace_back(arrayName("lblTSLBch", i));
         txtTSLPRF.emplace_back(arrayName("txtTSLPRF", i));
     }
-    session.realTimeUpdate.on("BCH", [this](const Fields& fields) { takeChannel(fields); });
-    session.realTimeUpdate.on("PRT", [this](const Fields& fields) { takePort(fields); });
+    onReport<ChannelReport>(session.realTimeUpdate, "BCH", [this](const auto& report) { takeChannel(report); });
+    onReport<PortReport>(session.realTimeUpdate, "PRT", [this](const auto& report) { takePort(report); });
     session.realTimeUpdate.on("SEL", [this](const Fields& fields) { takeAllocation(fields); });
 }
 
-// Channel number, flag, number.
-void RoutingPage::takeChannel(const Fields& fields) {
-    const auto channel = val(fields.at(0));
-    if (channel < 1 || channel > lineCount) return;
-    const auto line = static_cast<std::size_t>(channel - 1);
-    chkTSLChannel.at(line).setChecked(lowBit(fields.at(1)));
-    txtTSLNumber.at(line).setText(escaped(fields.at(2)));
+void RoutingPage::takeChannel(const ChannelReport& report) {
+    if (report.channel < 1 || report.channel > lineCount) return;
+    const auto line = static_cast<std::size_t>(report.channel - 1);
+    chkTSLChannel[line].setChecked(report.enabled.value_or(false));
+    if (report.number) txtTSLNumber[line].setText(escaped(*report.number));
 }
 
-// Address XY, flag, B-channel (31 and 32 are the reserved lines), prefix number.
-void RoutingPage::takePort(const Fields& fields) {
-    const auto address = getIndexs(fields.at(0));
-    if (address.at(0) < 1 || address.at(0) > mcuCount || address.at(1) < 1 || address.at(1) > modulesPerMcu) return;
-    const auto port = static_cast<std::size_t>(portNumber(address.at(0), address.at(1)) - 1);
-    chkTSLPort.at(port).setChecked(lowBit(fields.at(1)));
-    const auto channel = fields.at(2);
-    lblTSLBch.at(port).setText(channel == "31"   ? "RESERVED1"
-                               : channel == "32" ? "RESERVED2"
-                                                 : "B-ch #" + escaped(channel));
-    txtTSLPRF.at(port).setText(std::to_string(val(fields.at(3))));
+// Of a record that ends before the channel only the flag is taken.
+void RoutingPage::takePort(const PortReport& report) {
+    const auto port = report.port.slot();
+    chkTSLPort[port].setChecked(report.enabled.value_or(false));
+    if (!report.channel) return;
+    lblTSLBch[port].setText(report.channel == "31"   ? "RESERVED1"
+                            : report.channel == "32" ? "RESERVED2"
+                                                     : "B-ch #" + escaped(*report.channel));
+    txtTSLPRF[port].setText(std::to_string(val(report.prefix.value_or(""))));
 }
 
 void RoutingPage::takeAllocation(const Fields& fields) {

@@ -3,7 +3,7 @@
 #include <deque>
 
 #include "fields/fields.h"
-#include "model/shared_tables.h"
+#include "model/status_reports.h"
 #include "pages/page.h"
 
 namespace trunvex {
@@ -24,8 +24,8 @@ public:
     LabelField lblAllocation{"lblAllocation"};  // the allocation mode in words, shown on the status board
 
 private:
-    void takeChannel(const Fields& fields);
-    void takePort(const Fields& fields);
+    void takeChannel(const ChannelReport& report);
+    void takePort(const PortReport& report);
     void takeAllocation(const Fields& fields);
 };
 

@@ -46,8 +46,8 @@ SimPage::SimPage(const PageTools& tools, PortTree& tree, SettingsRecords& record
     table_.addFieldsTo(form);
     table_.addBoxesTo(chkIncGrpSim, "chkIncGrpSim");
     timeTable.followTurns();
-    records.simStored.connect([this](int mcu, int module, int sim) {
-        if (key_ == node_key::sim(mcu, module, sim)) refresh();
+    records.simStored.connect([this](SimAddress sim) {
+        if (node_key::simOf(key_) == sim) refresh();
     });
     tools_.reads.onComplete("SIM", [this](const std::string& command) {
         if (showsGroup() && command == "R_" + readKey()) refresh();
@@ -103,8 +103,8 @@ void SimPage::bindBundle() {
 }
 
 SimRec* SimPage::simOf(std::string_view key) const {
-    if (!node_key::isSim(key)) return nullptr;
-    return &tools_.tables.sim(node_key::mcu(key), node_key::module(key), static_cast<int>(val(mid(key, 6, 1))));
+    const auto sim = node_key::simOf(key);
+    return sim ? &tools_.tables.sim(*sim) : nullptr;
 }
 
 // Where the values come from. A group's are read at the address that its number spells, with 1 for 0; where there is
@@ -122,10 +122,11 @@ bool SimPage::writable() const { return node_key::isSim(key_) && tree_.moduleTyp
 
 void SimPage::fillRecord() {
     timeTable.setForGroup(false);
-    const auto port = tree_.captionOf(node_key::port("MOD", node_key::mcu(key_), node_key::module(key_)));
-    lblSimCaption.setText(!node_key::isSim(key_) ? ""
-                          : writable()           ? port + ", SIM " + std::string(right(key_, 1)) + " Setting"
-                                                 : port + ": Port not found");
+    const auto address = node_key::simOf(key_);
+    const auto port = address ? tree_.captionOf(node_key::port("MOD", address->port())) : std::string();
+    lblSimCaption.setText(!address     ? ""
+                          : writable() ? port + ", SIM " + std::to_string(address->sim()) + " Setting"
+                                       : port + ": Port not found");
     const auto* sim = writable() && simOf(key_)->loaded() ? simOf(key_) : nullptr;
     showFacts(sim);
     if (sim) form.take(table_.held(*sim));

@@ -21,10 +21,10 @@ SystemPage::SystemPage(Session& session, const PageTools& tools)
     for (InputField* field : std::initializer_list<InputField*>{&dtpDate, &dtpClock, &cmbDay}) form.add(*field);
     addForm(form, {cmdUndoClock, cmdClkRefresh, cmdSetTime_},
             {command("R_CLK", "System time"), command("R_SYS", "System Version")}, [this] { return cmdSetTime(); });
-    session.realTimeUpdate.on("CLK", [this](const Fields& fields) { takeClock(fields); });
-    session.realTimeUpdate.on("SYS", [this](const Fields& fields) {
-        tools_.tables.isdn.SystemVersion = fields.at(0);
-        TxtSystemVer.setText(escaped(fields.at(0)));
+    onReport<ClockReport>(session.realTimeUpdate, "CLK", [this](const auto& report) { takeClock(report); });
+    onReport<SystemReport>(session.realTimeUpdate, "SYS", [this](const SystemReport& report) {
+        tools_.tables.isdn.SystemVersion = report.version;
+        TxtSystemVer.setText(escaped(report.version));
     });
     dtpDate.valueChanged().connect([this] {
         if (!form.filling()) followDate();
@@ -67,18 +67,17 @@ void SystemPage::readDateFormat() {
     cmbDateFormat.setIndex(yearFirst_ ? 0 : 1);
 }
 
-// Day, month, two-digit year, weekday (1 is Sunday), hour, minute.
-void SystemPage::takeClock(const Fields& fields) {
-    reportedDate_ = {std::string(fields.at(0)), std::string(fields.at(1)), std::string(fields.at(2))};
+void SystemPage::takeClock(const ClockReport& report) {
+    reportedDate_ = {std::string(report.day), std::string(report.month), std::string(report.year)};
     const auto& [day, month, year] = reportedDate_;
-    lblHoure.setText(escaped(fields.at(4)));
-    lblMinute.setText(escaped(fields.at(5)));
+    lblHoure.setText(escaped(report.hour));
+    lblMinute.setText(escaped(report.minute));
     lblSecond.setText("00");
     showDate();
     if (val(day) == 0 || val(month) == 0) return;
-    const auto weekday = val(fields.at(3));
+    const auto weekday = val(report.weekday);
     form.take({{&dtpDate, escaped(twoDigits(day) + "/" + twoDigits(month) + "/20" + twoDigits(year))},
-               {&dtpClock, escaped(twoDigits(fields.at(4)) + ":" + twoDigits(fields.at(5)))},
+               {&dtpClock, escaped(twoDigits(report.hour) + ":" + twoDigits(report.minute))},
                {&cmbDay, weekday >= 1 && weekday <= 7 ? std::to_string(weekday - 1) : std::string()}});
 }
 

@@ -5,6 +5,7 @@
 
 #include "config/record_page.h"
 #include "fields/fields.h"
+#include "model/status_reports.h"
 
 namespace trunvex {
 
@@ -43,7 +44,7 @@ private:
     void begun() override;
     void tornDown() override;
     void delayedClockTick();
-    void takeClock(const Fields& fields);
+    void takeClock(const ClockReport& report);
     void showDate();
     void blank();
     void readDateFormat();

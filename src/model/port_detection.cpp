@@ -9,10 +9,9 @@ PortDetection::PortDetection(Session& session, SharedTables& tables) {
         auto& state = session.state;
         state.gGotActivePorts = true;
         state.gActivePorts = trim(record.body);
-        for (int position = 1; position <= portCount; ++position) {
-            const auto [mcu, module] = portAtPosition(position);
-            const bool active = mid(state.gActivePorts, static_cast<std::size_t>(position), 1) == "1";
-            tables.port(mcu, module).Kind = active ? "GSM" : "ERR";
+        for (const auto port : everyPort) {
+            const bool active = mid(state.gActivePorts, port.slot() + 1, 1) == "1";
+            tables.port(port).Kind = active ? "GSM" : "ERR";
         }
         portsDetected.emit();
         session.writes.answered("PPR");

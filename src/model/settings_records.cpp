@@ -6,13 +6,6 @@ namespace {
 
 constexpr char acknowledgement = 'C';  // a line of the console's own, in place of the gateway's 'A'
 
-// MCU, module and, of a SIM, its number; throws for any other count of digits.
-Indexes addressOf(const Fields& fields, std::size_t digits) {
-    const auto address = getIndexs(fields.at(0));
-    if (address.count != digits) throw std::out_of_range("no such address");
-    return address;
-}
-
 bool isAcknowledged(const Record& record) { return record.mnemonic[0] == acknowledgement; }
 
 }  // namespace
@@ -22,18 +15,18 @@ SettingsRecords::SettingsRecords(Session& session, SharedTables& tables) {
     auto& dispatcher = session.dispatcher;
     const auto takePort = [this, &tables](const Record& record) {
         const auto fields = record.fields();
-        const auto address = addressOf(fields, 2);
-        auto& port = tables.port(address.at(0), address.at(1));
+        const auto address = PortAddress::parse(fields.at(0));
+        auto& port = tables.port(address);
         const auto kindBefore = port.Kind;
         storePort(port, fields, isAcknowledged(record));
         if (port.Kind != kindBefore) kindsChanged.emit();
-        portStored.emit(address.at(0), address.at(1));
+        portStored.emit(address);
     };
     const auto takeSim = [this, &tables](const Record& record) {
         const auto fields = record.fields();
-        const auto address = addressOf(fields, 3);
-        storeSim(tables.sim(address.at(0), address.at(1), address.at(2)), fields, isAcknowledged(record));
-        simStored.emit(address.at(0), address.at(1), address.at(2));
+        const auto address = SimAddress::parse(fields.at(0));
+        storeSim(tables.sim(address), fields, isAcknowledged(record));
+        simStored.emit(address);
     };
     const auto takeIsdn = [this, &tables](const Record& record) {
         // A gateway without an ISM version begins with the separator, which would hide the first field.

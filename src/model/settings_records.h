@@ -13,9 +13,9 @@ class SettingsRecords {
 public:
     SettingsRecords(Session& session, SharedTables& tables);
 
-    sigc::signal<void(int mcu, int module)> portStored;
+    sigc::signal<void(PortAddress)> portStored;
     sigc::signal<void()> kindsChanged;  // a module is of another kind than was known
-    sigc::signal<void(int mcu, int module, int sim)> simStored;
+    sigc::signal<void(SimAddress)> simStored;
     sigc::signal<void()> isdnStored;
 };
 

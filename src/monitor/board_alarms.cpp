@@ -1,4 +1,6 @@
-// What the reports of the gateway do to the board: the "ALR" events of frmSimStatus::UpdateSimStatus.
+// What the reports of the gateway do to the board: frmSimStatus::UpdateSimStatus of an AlarmReport.
+#include <algorithm>
+
 #include "monitor/sim_status.h"
 #include "text/text_rules.h"
 
@@ -6,248 +8,244 @@ namespace trunvex {
 
 namespace {
 
-constexpr const char* redLamp = "imgLedRed";
-constexpr const char* yellowLamp = "imgLedYellow";
-constexpr const char* greenLamp = "imgLedGreen";
-constexpr Colour headingRed = 255;
 constexpr int animationMs = 200;
 
-struct LampCode {
+enum class SystemEffect { Light, ChannelOfPort, PortOfChannel, CallCleared, CallBegun, ChannelService, PortService };
+
+struct SystemRow {
     std::string_view code;
-    int lamp;
-    const char* picture;
+    SystemEffect effect;
+    std::size_t lamp = 0;
+    Lamp light = Lamp::Off;
 };
 
-// Codes of the system's lamps, compared as text.
-constexpr LampCode lampCodes[] = {
-    {"010", 2, greenLamp}, {"011", 2, redLamp},    {"020", 0, yellowLamp}, {"021", 0, greenLamp},
-    {"022", 0, redLamp},   {"023", 0, yellowLamp}, {"024", 0, redLamp},    {"030", 1, yellowLamp},
-    {"031", 1, greenLamp}, {"032", 1, redLamp},    {"033", 1, yellowLamp}, {"034", 1, redLamp},
+// Codes of the gateway itself, compared as text; in their order.
+constexpr SystemRow systemRows[] = {
+    {"010", SystemEffect::Light, 2, Lamp::Green},
+    {"011", SystemEffect::Light, 2, Lamp::Red},
+    {"020", SystemEffect::Light, 0, Lamp::Yellow},
+    {"021", SystemEffect::Light, 0, Lamp::Green},
+    {"022", SystemEffect::Light, 0, Lamp::Red},
+    {"023", SystemEffect::Light, 0, Lamp::Yellow},
+    {"024", SystemEffect::Light, 0, Lamp::Red},
+    {"030", SystemEffect::Light, 1, Lamp::Yellow},
+    {"031", SystemEffect::Light, 1, Lamp::Green},
+    {"032", SystemEffect::Light, 1, Lamp::Red},
+    {"033", SystemEffect::Light, 1, Lamp::Yellow},
+    {"034", SystemEffect::Light, 1, Lamp::Red},
+    {"100", SystemEffect::PortOfChannel},
+    {"101", SystemEffect::CallCleared},
+    {"102", SystemEffect::CallCleared},
+    {"110", SystemEffect::CallCleared},
+    {"111", SystemEffect::CallCleared},
+    {"112", SystemEffect::CallCleared},
+    {"113", SystemEffect::CallCleared},
+    {"114", SystemEffect::CallCleared},
+    {"115", SystemEffect::CallCleared},
+    {"116", SystemEffect::ChannelService},
+    {"120", SystemEffect::ChannelOfPort},
+    {"136", SystemEffect::PortService},
+    {"140", SystemEffect::CallBegun},
 };
-
-bool clearsChannel(std::string_view code) {
-    return code == "101" || code == "102" || (code.size() == 3 && code >= "110" && code <= "115");
-}
-
-bool isFault(std::int64_t code) { return code == 13 || (code >= 29 && code <= 39); }
-
-// The codes that show a SIM at work.
-bool showsSim(std::int64_t code) { return (code >= 1 && code <= 9) || code == 12 || code == 23 || code == 40; }
-
-std::string count(std::string_view counter) { return "Count:" + escaped(counter); }
+static_assert(std::ranges::is_sorted(systemRows, {}, &SystemRow::code));
 
 }  // namespace
 
-void frmSimStatus::systemAlarm(const Fields& fields) {
-    const auto code = fields.at(3);
-    if (!code.empty() && code.front() == '0')
-        for (const auto& lamp : lampCodes)
-            if (lamp.code == code) imgSystemStatus[static_cast<std::size_t>(lamp.lamp)].setPicture(lamp.picture);
-    const auto first = fields.at(4);
-    const auto second = fields.at(5);
-    if (code == "100") {
-        bindChannel(second, first);
-    } else if (code == "120") {
-        bindChannel(first, second);
-    } else if (clearsChannel(code)) {
-        auto& line = row(static_cast<int>(val(first)));
-        line.lblSTBCause.setText(escaped(second));
-        line.lblSTBBch.setColour(bchIdle);
-    } else if (code == "140") {
-        auto& line = row(static_cast<int>(val(first)));
-        line.lblSTBCause.setText("");
-        line.lblSTBBch.setColour(bchInCall);
-    } else if (code == "116" && fields.at(6) == "OK") {
-        row(static_cast<int>(val(first))).lblSTBBch.setColour(val(second) == 1 ? bchIdle : bchDisabled);
-    } else if (code == "136" && fields.at(6) == "OK") {
-        const auto address = getIndexs(first);
-        cell(portNumber(address.at(0), address.at(1))).lblBCH.setColour(val(second) == 1 ? colourBlack : headingRed);
+void frmSimStatus::systemAlarm(const AlarmReport& report) {
+    const auto* found = std::ranges::lower_bound(systemRows, report.code, {}, &SystemRow::code);
+    if (found == std::end(systemRows) || found->code != report.code) return;
+    const auto channel = [&](ChannelStatus::State state, std::optional<std::string> cause = {}) {
+        auto& line = row(val(report.first));
+        line.status.state = state;
+        if (cause) line.status.cause = *cause;
+        line.show();
+    };
+    using enum ChannelStatus::State;
+    const bool done = report.third == "OK";
+    const bool on = val(report.second) == 1;
+    switch (found->effect) {
+        case SystemEffect::Light:
+            gateway_.lamps[found->lamp] = found->light;
+            showGateway();
+            break;
+        case SystemEffect::PortOfChannel:
+            bindChannel(report.second, report.first);
+            break;
+        case SystemEffect::ChannelOfPort:
+            bindChannel(report.first, report.second);
+            break;
+        case SystemEffect::CallCleared:
+            channel(Idle, escaped(report.second));
+            break;
+        case SystemEffect::CallBegun:
+            channel(InCall, "");
+            break;
+        case SystemEffect::ChannelService:
+            if (done) channel(on ? Idle : Disabled);
+            break;
+        case SystemEffect::PortService:
+            if (!done) break;
+            auto& port = cell(PortAddress::parse(report.first));
+            port.status.heading = on ? PortStatus::Heading::Plain : PortStatus::Heading::Off;
+            show(port);
+            break;
     }
 }
 
 void frmSimStatus::bindChannel(std::string_view port, std::string_view channel) {
-    const auto index = static_cast<int>(val(port));
-    auto& bound = cell(index);
-    bound.lblBCH.setText("Port #" + std::to_string(index) + ",  B-Ch #" + escaped(channel));
-    bound.portBch = static_cast<int>(val(channel));
+    auto& bound = cell(PortAddress::ofNumber(val(port)));
+    bound.status.bind(channel);
+    bound.status.reserved = false;
+    show(bound);
 }
 
-void frmSimStatus::portAlarm(const Fields& fields) {
-    auto& port = cell(portNumber(static_cast<int>(val(fields.at(0))), static_cast<int>(val(fields.at(1)))));
-    const auto sim = fields.at(2);
-    const auto code = fields.at(3);
-    constexpr int messageReport = 19;  // of the messages, and no state of a cell
-    const auto number = val(code);
-    if (number == messageReport || simAbsence(port, sim, code)) return;
-    if (!lamps(port, code, number)) return;
-    if (showsSim(number)) {
-        port.setState(BoardColours::PORT_ACTIVE, colours_);
-        port.LblSIM_num.setText("SIM #" + std::string(sim));
+// The steps keep their order, for later ones see what earlier ones made of the status.
+void frmSimStatus::portAlarm(PortCell& port, const AlarmReport& report) {
+    auto& status = port.status;
+    const auto& row = alarmRow(report.alarm);
+    if (report.alarm == AlarmCode::Message || simAbsence(port, report)) return;
+    if (!lamps(status, report, row)) return;
+    if (row.simAtWork) {
+        status.state = BoardColours::PORT_ACTIVE;
+        status.sim = report.sim;
     }
-    effect(port, fields, number);
-    countCall(port);
+    if (!effect(port, report, row.effect)) return;
+    if (row.call != CallSign::Leaves) status.connected = row.call == CallSign::Shows;
+    if (row.state) status.state = *row.state;
+    if (!status.countCall()) return;
+    gateway_.portsInCall += *status.inCall ? 1 : -1;
+    showGateway();
 }
 
 // A missing SIM is reported again every few seconds; only the first report wipes the cell. True when that was all.
-bool frmSimStatus::simAbsence(PortCell& port, std::string_view sim, std::string_view code) {
-    if (code != "26") {
-        port.simAbsent = false;
-        if (sim == "0" && code != "25") resetPortCell(port.index);
+bool frmSimStatus::simAbsence(PortCell& port, const AlarmReport& report) {
+    auto& status = port.status;
+    if (!report.is(AlarmCode::SimAbsent)) {
+        status.simAbsent = false;
+        if (report.sim == 0 && !report.is(AlarmCode::Signal)) resetPortCell(port);
         return false;
     }
-    const auto& text = statusItems_.at("26");
-    if (!port.simAbsent) {
-        resetPortCell(port.index);
-        port.lblMsg.setText(text);
-        port.simAbsent = true;
+    if (!status.simAbsent) {
+        resetPortCell(port);
+        status.event = report.alarm;
+        status.simAbsent = true;
     }
-    port.imgStatusSim.setPicture(redLamp);
-    port.imgStatusSim.setTip("sim status:" + text);
+    status.simLamp = Lamp::Red;
+    status.simReport = report.alarm;
     return true;
 }
 
-// False when the event ends at its lamp: code 20 has no text for the tip, and never had.
-bool frmSimStatus::lamps(PortCell& port, std::string_view code, std::int64_t number) {
-    if (number >= 26 && number <= 40) {
-        port.imgStatusSim.setPicture(number == 40 ? greenLamp : redLamp);
-        port.imgStatusSim.setTip("sim status:" + statusItems_.at(code));
-    } else if (number == 20 || number == 24) {
-        port.imgStatusNet.setPicture(redLamp);
-        if (number == 20) return false;
-        port.imgStatusNet.setTip("Network status:" + statusItems_.at(code));
-    } else if (number == 22) {
-        port.imgStatusNet.setPicture(yellowLamp);
-        port.lblMsg.setText("REGISTRATION");
-        port.imgStatusNet.setTip("Network status:" + statusItems_.at(code));
-    } else if (number == 21 || number == 23 || number == 50) {
-        port.imgStatusNet.setPicture(greenLamp);
-        port.imgStatusNet.setTip("Network status: REGISTERED");
+// False when the event ends at its lamp: code 20 has no text for the tip, and no code that is spelled otherwise has.
+bool frmSimStatus::lamps(PortStatus& port, const AlarmReport& report, const AlarmRow& row) {
+    const bool told = row.text && report.plain;
+    if (row.lamp == AlarmLamp::Sim) {
+        port.simLamp = row.light;
+        if (told) port.simReport = report.alarm;
+        return told;
     }
+    if (row.lamp == AlarmLamp::None) return true;
+    port.netLamp = row.light;
+    if (row.effect == AlarmEffect::Registering) port.event = report.alarm;
+    const bool registered = row.light == Lamp::Green;
+    if (registered || told) port.netReport = registered ? AlarmCode::Registered : report.alarm;
+    return registered || told;
+}
+
+// False when the event ends here, for a code that is not spelled as its text is kept under.
+bool frmSimStatus::effect(PortCell& port, const AlarmReport& report, AlarmEffect effect) {
+    auto& status = port.status;
+    switch (effect) {
+        case AlarmEffect::CounterEvent:
+        case AlarmEffect::Counter:
+            status.counter = escaped(report.first);
+            status.talked = TalkTime::parse(report.first);
+            return effect == AlarmEffect::Counter || event(status, report, effect);
+        case AlarmEffect::Event:
+        case AlarmEffect::Number:
+        case AlarmEffect::Reason:
+            return event(status, report, effect);
+        case AlarmEffect::Dialled:
+            if (!event(status, report, effect)) return false;
+            dialled_.emit(port.index, status.callNumber);
+            return true;
+        case AlarmEffect::Fault:
+            if (report.plain) status.event = report.alarm;
+            return true;
+        case AlarmEffect::SlaveVersion:
+            gateway_.slaveVersion = escaped(report.first);
+            showGateway();
+            return true;
+        default:
+            networkEvent(port, report, effect);
+            return true;
+    }
+}
+
+bool frmSimStatus::event(PortStatus& port, const AlarmReport& report, AlarmEffect effect) {
+    if (!report.plain) return false;
+    port.event = report.alarm;
+    if (effect == AlarmEffect::Number || effect == AlarmEffect::Dialled) port.callNumber = escaped(report.first);
+    if (effect == AlarmEffect::Reason) port.reason = escaped(report.first);
     return true;
 }
 
-void frmSimStatus::effect(PortCell& port, const Fields& fields, std::int64_t number) {
-    const auto code = fields.at(3);
-    const auto first = fields.at(4);
-    switch (number) {
-        case 1:
-        case 2:
-        case 9:
-            port.lblMsg.setText(statusItems_.at(code));
-            port.lblMsgNumber.setText(escaped(first));
-            if (number == 2) dialled_.emit(port.index, escaped(first));
+void frmSimStatus::networkEvent(PortCell& port, const AlarmReport& report, AlarmEffect effect) {
+    auto& status = port.status;
+    switch (effect) {
+        case AlarmEffect::Bcch:
+            status.bcchMode = trim(report.second) == "0" ? PortStatus::Bcch::Fixed : PortStatus::Bcch::Automatic;
+            status.bcch = escaped(report.first);
             break;
-        case 3:
-            port.lblMsg.setText(statusItems_.at(code));
-            port.imgStatus.setPicture("");
-            port.setState(BoardColours::PORT_CALL, colours_);
+        case AlarmEffect::NetworkId:
+            status.networkId = escaped(report.first);
             break;
-        case 4:
-            port.lblLimit.setText(count(first));
-            port.lblMsg.setText(statusItems_.at(code));
-            port.imgStatus.setPicture(statusItems_.at("IMG4"));
-            port.setState(BoardColours::PORT_CONNECTED, colours_);
-            break;
-        case 12:
-            port.lblMsg.setText(statusItems_.at(code));
-            port.imgStatus.setPicture(statusItems_.at("IMG12"));
-            port.setState(BoardColours::PORT_CONNECTED, colours_);
-            break;
-        case 5:
-        case 7:
-        case 8:
-        case 10:
-        case 27:
-        case 28:
-        case 40:
-            port.lblMsg.setText(statusItems_.at(code));
-            port.imgStatus.setPicture("");
-            break;
-        case 6:
-            port.lblMsg.setText(statusItems_.at(code) + " (" + escaped(first) + ")");
-            port.imgStatus.setPicture("");
-            port.setState(BoardColours::PORT_ACTIVE, colours_);
-            break;
-        case 16:
-            port.lblMsg.setText(statusItems_.at(code));
-            port.setState(BoardColours::PORT_ALARTING, colours_);
-            break;
-        case 18:
-        case 104:
-            port.lblLimit.setText(count(first));
-            break;
-        case 15:
-            if (port.lblNetBCCH.text() != "CDMA")
-                port.lblNetBCCH.setText(trim(fields.at(5)) == "0" ? "BCCH: " + escaped(first) : "BCCH: AUTO");
-            break;
-        case 21:
-            port.lblNetworkID.setText(escaped(first));
-            break;
-        case 22:
-            port.lblNetworkID.setBold(true);
+        case AlarmEffect::Registering:
+            status.registering = true;
             port.tmrAnimation->start(animationMs);
             break;
-        case 23:
-            registered(port, "Hm");
+        case AlarmEffect::Home:
+            registered(port, PortStatus::Network::Home);
             break;
-        case 50:
-            registered(port, "Rm");
+        case AlarmEffect::Roaming:
+            registered(port, PortStatus::Network::Roaming);
             break;
-        case 24:
+        case AlarmEffect::Unregistered:
             port.tmrAnimation->stop();
-            port.lblNetworkID.setBold(false);
-            port.imgAntenna.setPicture(statusItems_.at("IMG24"));
-            port.lblStrengthDB.setText("");
-            port.lblMsg.setText(statusItems_.at(code));
+            status.registering = false;
+            status.antenna = Antenna::Unregistered;
+            status.level.reset();
+            status.event = report.alarm;
             break;
-        case 25:
-            signalLevel(port, val(first));
-            break;
-        case 100:
-            lblSlaveVer.setText(escaped(first));
+        case AlarmEffect::Signal:
+            signalLevel(status, val(report.first));
             break;
         default:
-            if (!isFault(number)) break;
-            port.setState(BoardColours::PORT_PROBLEM, colours_);
-            if (!statusItems_.isEmptyItem(code)) port.lblMsg.setText(statusItems_.at(code));
             break;
     }
 }
 
-void frmSimStatus::registered(PortCell& port, const char* where) {
+void frmSimStatus::registered(PortCell& port, PortStatus::Network network) {
     port.tmrAnimation->stop();
-    port.lblNetworkID.setBold(false);
-    port.lblMsg.setText(statusItems_.at("23"));
-    port.lblRM_HM.setText(where);
+    port.status.registering = false;
+    port.status.event = AlarmCode::Registered;
+    port.status.network = network;
 }
 
 // 0 to 70 above -111 dB; 0 and 99 are no signal. What is in no range keeps the bars as they were.
-void frmSimStatus::signalLevel(PortCell& port, std::int64_t level) {
+void frmSimStatus::signalLevel(PortStatus& port, std::int64_t level) {
+    constexpr std::int64_t absurd = 9999;
     if (level == 0 || level == 99) {
-        port.lblStrengthDB.setText("");
-        port.imgAntenna.setPicture(statusItems_.at("IMG250"));
+        port.level.reset();
+        port.antenna = Antenna::NoSignal;
         return;
     }
-    constexpr std::int64_t absurd = 9999;
     if (level < -absurd || level > absurd) return;
-    port.lblStrengthDB.setText(std::to_string(level - 111) + "db");
-    const char* bars = level < 1     ? nullptr
-                       : level <= 16 ? "IMG251"
-                       : level <= 33 ? "IMG252"
-                       : level <= 49 ? "IMG253"
-                       : level <= 70 ? "IMG254"
-                                     : nullptr;
-    if (bars) port.imgAntenna.setPicture(statusItems_.at(bars));
-}
-
-// The text of the last event decides whether the port is in a call.
-void frmSimStatus::countCall(PortCell& port) {
-    const auto& text = port.lblMsg.text();
-    const bool inCall = text == statusItems_.at("3") || text == statusItems_.at("4");
-    const bool counted = port.lblMsg.tag() == "CON";
-    if (inCall == counted) return;
-    port.lblMsg.setTag(inCall ? "CON" : "DES");
-    lblLoading.setText(std::to_string(val(lblLoading.text()) + (inCall ? 1 : -1)));
+    port.level = static_cast<int>(level);
+    if (level < 1 || level > 70) return;
+    port.antenna = level <= 16   ? Antenna::OneBar
+                   : level <= 33 ? Antenna::TwoBars
+                   : level <= 49 ? Antenna::ThreeBars
+                                 : Antenna::FourBars;
 }
 
 }  // namespace trunvex

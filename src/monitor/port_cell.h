@@ -5,12 +5,13 @@
 
 #include "fields/fields.h"
 #include "monitor/board_colours.h"
+#include "monitor/port_status.h"
 #include "platform/timer.h"
 
 namespace trunvex {
 
 // The cell of one radio module on the status board. Its fields carry the board index in their names
-// ("lblMsg_7"); the screen paints all of them as one widget, portCell_7.
+// ("lblMsg_7") and follow from `status`; the screen paints all of them as one widget, portCell_7.
 struct PortCell {
     // Board index 1 to 32.
     explicit PortCell(int boardIndex);
@@ -32,12 +33,13 @@ struct PortCell {
             visit(*field);
     }
 
+    // Lets the fields follow what has changed in the status.
+    void show(const BoardColours& colours);
     // The colour, and what it stands for: several states may have been given the same one.
-    void setState(BoardColours::Which which, const BoardColours& colours);
-    // All that tells of a SIM of ours. A CDMA module has none.
-    void showSim(bool visible);
+    void showState(const BoardColours& colours);
 
     const int index;
+    PortStatus status;
 
     LabelField lblBCH;        // heading: port and its B-channel
     CheckField chkSTPEnable;  // the port's enable flag
@@ -54,7 +56,7 @@ struct PortCell {
     LabelField lblNetBCCH;
     LabelField lblRM_HM;       // "Hm" at home, "Rm" roaming
     LabelField lblStrengthDB;  // "-71db"
-    PictureField imgAntenna;   // signal: "imgAnt_0" (none) to "imgAnt_4" (full), "imgREG1", "imgREG2"
+    PictureField imgAntenna;   // signal: "imgAnt_0" (none) to "imgAnt_4" (full), "imgREG2"
     PictureField imgSMS;       // "" or "imgSMSPic"
     LabelField lblSimClick;
     LabelField lblSimLed;
@@ -63,21 +65,39 @@ struct PortCell {
     ActionField cmdResetLimit;  // opens the port menu
     std::unique_ptr<Timer> tmrAnimation;
 
-    std::string kind;  // of its module: "GSM", "CDM" or "ERR"; empty until the gateway has told
-    BoardColours::Which state = BoardColours::PORT_NOT_ACTIVE;
-    int portBch = 0;         // the B-channel bound to the port; 31 and 32 are the reserved lines
-    bool simAbsent = false;  // a report of absence has been taken and nothing else since
+private:
+    void showHeading();
+    void showEvent();
+    void showSim();
+    void showNetwork();
+    void showBcch();
+    void showSignal();
+    // All that tells of a SIM of ours.
+    void setSimVisible(bool visible);
+    // Notes that a value of the status is shown; true when it was not.
+    template <auto member>
+    bool taken();
+
+    PortStatus shown_;
+    bool fresh_ = true;  // nothing is shown yet
 };
 
 // One B-channel of the board, 1 to 30; painted as bchRow_n.
 struct BchRow {
     explicit BchRow(int channel);
 
+    // Lets the fields follow the status.
+    void show();
+
     const int channel;
+    ChannelStatus status;
     LabelField lblSTBBch;    // the channel number; its colour is the row's state colour
     LabelField lblSTBCause;  // last cause
     CheckField chkSTBEnable;
 };
+
+// The picture of a lamp.
+const char* lampPicture(Lamp lamp);
 
 // Row colours.
 inline constexpr Colour bchIdle = 13434823;

@@ -1,7 +1,5 @@
 #include "monitor/port_state.h"
 
-#include <stdexcept>
-
 #include "platform/quietly.h"
 #include "text/text_rules.h"
 
@@ -12,16 +10,26 @@ namespace {
 constexpr int beingSetUp = 4;
 constexpr int connected = 8;
 
-enum StatusField {
-    Address = 0,
-    State = 1,
-    FirstSim = 2,
-    BcchMode = 10,
-    Signal = 11,
-    Network = 12,
-    Flags = 13,
-    Bcch = 14
+struct ReadySim {
+    int number = 0;  // none is ready
+    std::string_view talked;
 };
+
+// The first ready one is the one in service.
+ReadySim readySim(const PortSnapshot& snapshot) {
+    constexpr std::string_view ready = "40";
+    for (std::size_t slot = 0; slot < snapshot.sims.size(); ++slot)
+        if (snapshot.sims[slot].state.value() == ready)
+            return {static_cast<int>(slot) + 1, snapshot.sims[slot].talked.value()};
+    return {};
+}
+
+ModuleKind kindOf(std::string_view kind) {
+    return kind == "GSM"   ? ModuleKind::Gsm
+           : kind == "CDM" ? ModuleKind::Cdma
+           : kind == "ERR" ? ModuleKind::Missing
+                           : ModuleKind::NotTold;
+}
 
 }  // namespace
 
@@ -29,11 +37,11 @@ PortState::PortState(Session& session, SharedTables& tables, PortDetection& dete
                      frmSimStatus& board)
     : board_(board), tables_(tables), realTimeUpdate_(session.realTimeUpdate) {
     session.dispatcher.on("A_STS", [this, &session](const Record& record) {
-        quietly("updateSTS", [&] { updateSTS(record.fields()); });
+        quietly("updateSTS", [&] { updateSTS(PortSnapshot::of(record.fields())); });
         session.refreshes.settle();
         session.state.gStatusSeen = true;
     });
-    session.records.simAlarm.connect([this](const Fields& record) { takeSimAlarm(record); });
+    session.records.simAlarm.connect([this](const Fields& record) { takeSimAlarm(AlarmReport::of(record)); });
     for (auto* told : {&detection.portsDetected, &records.kindsChanged})
         told->connect([this] {
             UpdateCDMA();
@@ -42,80 +50,49 @@ PortState::PortState(Session& session, SharedTables& tables, PortDetection& dete
     for (auto* event : {&session.events.begun, &session.events.tornDown}) event->connect([this] { takeKinds(); });
 }
 
-void PortState::updateSTS(const Fields& record) {
-    // The end mark is no field.
-    const struct {
-        const Fields& all;
-        std::string_view at(std::size_t index) const {
-            if (index + 1 >= all.size()) throw std::out_of_range("snapshot too short");
-            return all.at(index);
-        }
-    } fields{record};
-    const auto address = fields.at(Address);
-    getIndexs(address).at(1);  // throws for an address that is not two digits
-    std::string_view sim = "0";
-    std::string_view talked;
-    for (std::size_t slot = 0; slot < 4; ++slot) {
-        if (fields.at(FirstSim + 2 * slot) != "40") continue;
-        sim = std::string_view("1234").substr(slot, 1);
-        talked = fields.at(FirstSim + 2 * slot + 1);
-        break;
-    }
-    // The events that follow one another share their arguments; only those that ignore them see old ones.
-    std::string_view first;
-    std::string_view second;
-    const auto raise = [&](std::string_view code) {
-        Fields event;
-        const auto third = std::string_view();
-        for (const auto text : {address.substr(0, 1), address.substr(1, 1), sim, code, first, second, third})
-            event.add(text);
-        board_.UpdateSimStatus("ALR", event);
+void PortState::updateSTS(const PortSnapshot& snapshot) {
+    const auto sim = readySim(snapshot);
+    const auto raise = [&](std::string_view code, std::string_view first = {}, std::string_view second = {}) {
+        board_.UpdateSimStatus(AlarmReport(snapshot.port, sim.number, code, first, second));
     };
-    const auto state = fields.at(State);
-    raise(state);
-    first = fields.at(Signal);
-    raise("25");
-    first = fields.at(Bcch);
-    second = fields.at(BcchMode);
-    raise("15");
-    if (sim == "0") return;
-    first = talked;
-    raise("104");
-    const auto code = val(state);
-    if (code == 21 || code == 23 || code == 50) {
-        first = fields.at(Network);
-        raise("21");
-    }
+    raise(snapshot.state);
+    raise("25", snapshot.signal.value());
+    raise("15", snapshot.bcch.value(), snapshot.bcchMode.value());
+    if (sim.number == 0) return;
+    raise("104", sim.talked);
+    const auto state = val(snapshot.state);
+    if (state == 21 || state == 23 || state == 50) raise("21", snapshot.network.value());
     raise("40");
-    const auto flags = val(fields.at(Flags));
+    const auto flags = val(snapshot.flags.value());
     if (flags & beingSetUp) {
         raise("3");
     } else if (flags & connected) {
-        first = talked;
-        raise("104");
-        raise("4");
+        raise("104", sim.talked);
+        raise("4", sim.talked);
     }
 }
 
-void PortState::takeSimAlarm(const Fields& record) {
-    const auto number = [&](std::size_t field) { return static_cast<int>(val(record.at(field))); };
-    auto& sim = tables_.sim(number(0), number(1), number(2));
-    switch (val(record.at(3))) {
-        case 21:
-            sim.network = escaped(record.at(4));
+void PortState::takeSimAlarm(const AlarmReport& report) {
+    const SimAddress address(report.port.value(), report.sim);
+    auto& network = tables_.sim(address).network;
+    switch (report.alarm) {
+        case AlarmCode::NetworkId:
+            network = escaped(report.first);
             break;
-        case 22:
-            sim.network = "REGISTERATION";
+        case AlarmCode::Registering:
+            network = "REGISTERATION";
             break;
-        case 23:
-            sim.network = "REGISTERED";
+        case AlarmCode::Registered:
+            network = "REGISTERED";
             break;
-        case 24:
-            sim.network = "UNREGISTERED";
+        case AlarmCode::Unregistered:
+            network = "UNREGISTERED";
             break;
-        case 40: {
+        case AlarmCode::SimReady: {
+            const auto digits = address.digits();
+            const std::string_view text = digits;
             Fields ready;
-            for (std::size_t i = 0; i < 3; ++i) ready.add(record.at(i));
+            for (std::size_t i = 0; i < text.size(); ++i) ready.add(text.substr(i, 1));
             ready.add("1");
             realTimeUpdate_("SIM", ready);
             break;
@@ -126,36 +103,27 @@ void PortState::takeSimAlarm(const Fields& record) {
 }
 
 void PortState::takeKinds() {
-    for (int index = 1; index <= portCount; ++index) {
-        const auto [mcu, module] = portAtPosition(index);
-        board_.cell(index).kind = tables_.port(mcu, module).Kind;
-    }
+    for (const auto port : everyPort) board_.cell(port).status.kind = kindOf(tables_.port(port).Kind);
     board_.hardwareChanged.emit();
 }
 
 void PortState::UpdateCDMA() {
-    for (int index = 1; index <= portCount; ++index) {
-        const auto [mcu, module] = portAtPosition(index);
-        if (trim(tables_.port(mcu, module).Kind) != "CDM") continue;
-        auto& cell = board_.cell(index);
-        cell.lblNetBCCH.setText("CDMA");
-        cell.lblNetBCCH.setBold(true);
-        cell.showSim(false);
+    for (const auto port : everyPort) {
+        if (trim(tables_.port(port).Kind) != "CDM") continue;
+        auto& cell = board_.cell(port);
+        cell.status.cdma = true;
+        board_.show(cell);
     }
 }
 
-int getDynamicBCH(frmSimStatus& board, int index) {
-    auto text = right(board.cell(index).lblBCH.text(), 2);
-    if (!text.empty() && text.front() == '#') text.remove_prefix(1);
-    return static_cast<int>(val(text));
-}
+int getDynamicBCH(frmSimStatus& board, int index) { return board.cell(index).status.boundChannel(); }
 
 const std::string& getRSSI(frmSimStatus& board, int index) { return board.cell(index).lblStrengthDB.text(); }
 
 void haveSMS(frmSimStatus& board, int index, bool flag) {
-    auto& mark = board.cell(index).imgSMS;
-    mark.setPicture(flag ? "imgSMSPic" : "");
-    mark.setTip(flag ? "You have new SMS message" : "");
+    auto& cell = board.cell(index);
+    cell.status.message = flag;
+    board.show(cell);
 }
 
 }  // namespace trunvex

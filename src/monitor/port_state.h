@@ -13,11 +13,9 @@ public:
     PortState(Session& session, SharedTables& tables, PortDetection& detection, SettingsRecords& records,
               frmSimStatus& board);
 
-    // Fields: XY, state code, four pairs of SIM state and talk counter, BCCH mode, signal, network identity, call
-    // flags, BCCH channel.
-    void updateSTS(const Fields& record);
-    // A report about a SIM keeps its record: X, Y, S, code, first argument.
-    void takeSimAlarm(const Fields& record);
+    void updateSTS(const PortSnapshot& snapshot);
+    // A report about a SIM keeps its record.
+    void takeSimAlarm(const AlarmReport& report);
     // A CDMA module has no SIM of ours: its cell says "CDMA" and shows nothing of one.
     void UpdateCDMA();
     // Which module each cell stands for.
@@ -29,7 +27,7 @@ private:
     RealTimeUpdate& realTimeUpdate_;
 };
 
-// The B-channel bound to a port now: the number at the end of its heading.
+// The B-channel bound to a port now.
 int getDynamicBCH(frmSimStatus& board, int index);
 // The port's signal as it is shown.
 const std::string& getRSSI(frmSimStatus& board, int index);

@@ -1,6 +1,5 @@
 #include "monitor/sim_status.h"
 
-#include "model/shared_tables.h"
 #include "platform/quietly.h"
 #include "text/text_rules.h"
 
@@ -8,21 +7,7 @@ namespace trunvex {
 
 namespace {
 
-constexpr Colour headingBlue = 16711680;
-constexpr Colour headingRed = 255;
 constexpr int totalCounterMs = 1000;
-constexpr const char* lampPictures[] = {"imgLedRed", "imgLedYellow", "imgLedGreen"};
-
-bool lowBit(std::string_view flag) { return (val(flag) & 1) != 0; }
-
-int boardIndex(std::string_view address) {
-    const auto digits = getIndexs(address);
-    return portNumber(digits.at(0), digits.at(1));
-}
-
-std::string portHeading(int index, std::string_view channel) {
-    return "Port #" + std::to_string(index) + ",  B-Ch #" + escaped(channel);
-}
 
 }  // namespace
 
@@ -51,119 +36,104 @@ void frmSimStatus::InitFormData() {
     for (int index = 1; index <= portCount; ++index) {
         auto& port = cells_.emplace_back(index);
         port.tmrAnimation = platform_.makeTimer([this, &port] { animate(port); });
-        port.lblBCH.setText(portHeading(index, {}));
-        resetPortCell(index);
+        show(port);
     }
     tmrTotalCounter_ = platform_.makeTimer([this] { countTotal(); });
 }
 
 void frmSimStatus::takeRecords(Session& session) {
     auto& realTimeUpdate = session.realTimeUpdate;
-    for (const char* kind : {"SYS", "PRT", "BCH", "ALR"})
-        realTimeUpdate.on(kind, [this, kind](const Fields& fields) { UpdateSimStatus(kind, fields); });
-    realTimeUpdate.on("CLK", [this](const Fields& fields) { takeClock(fields); });
-    // One digit a port, then one a B-channel. The ports' channels are not among them, so the headings lose theirs
-    // until the routing is read.
-    session.dispatcher.on("A_MON", [this](const Record& record) {
-        for (int position = 1; position <= portCount + channelCount; ++position) {
-            const auto flag = mid(record.body, static_cast<std::size_t>(position), 1);
-            const bool isPort = position <= portCount;
-            const auto [mcu, module] = portAtPosition(position);
-            const auto address = isPort ? std::to_string(mcu * 10 + module) : std::to_string(position - portCount);
-            Fields event;
-            event.add(address);
-            event.add(flag);
-            event.add({});
-            UpdateSimStatus(isPort ? "PRT" : "BCH", event);
-        }
-    });
+    onReport<SystemReport>(realTimeUpdate, "SYS", [this](const auto& report) { UpdateSimStatus(report); });
+    onReport<PortReport>(realTimeUpdate, "PRT", [this](const auto& report) { UpdateSimStatus(report); });
+    onReport<ChannelReport>(realTimeUpdate, "BCH", [this](const auto& report) { UpdateSimStatus(report); });
+    onReport<AlarmReport>(realTimeUpdate, "ALR", [this](const auto& report) { UpdateSimStatus(report); });
+    onReport<ClockReport>(realTimeUpdate, "CLK", [this](const auto& report) { takeClock(report); });
+    session.dispatcher.on("A_MON", [this](const Record& record) { takeFlags(record.body); });
 }
 
-void frmSimStatus::UpdateSimStatus(std::string_view kind, const Fields& fields) {
-    quietly("UpdateSimStatus", [&] {
-        if (kind == "SYS") systemLamps(fields);
-        if (kind == "PRT") portEnabled(fields);
-        if (kind == "BCH") channelEnabled(fields);
-        if (kind != "ALR") return;
-        const bool aboutSystem = fields.at(0) == "0" && fields.at(1) == "0" && fields.at(2) == "0";
-        if (aboutSystem)
-            systemAlarm(fields);
-        else
-            portAlarm(fields);
-    });
+// One digit a port, then one a B-channel. The ports' channels are not among them, so the headings lose theirs until the
+// routing is read.
+void frmSimStatus::takeFlags(std::string_view flags) {
+    const auto flag = [flags](std::size_t position) { return lowBit(mid(flags, position, 1)); };
+    for (const auto port : everyPort) UpdateSimStatus(PortReport{port, flag(port.slot() + 1), "", {}});
+    for (int channel = 1; channel <= channelCount; ++channel)
+        UpdateSimStatus(ChannelReport{channel, flag(static_cast<std::size_t>(portCount + channel)), {}});
 }
 
-void frmSimStatus::systemLamps(const Fields& fields) {
-    for (std::size_t i = 1; i <= 3; ++i) {
-        const auto state = fields.at(i);
-        if (state == "0" || state == "1" || state == "2") imgSystemStatus[i - 1].setPicture(lampPictures[val(state)]);
+BchRow& frmSimStatus::row(std::int64_t channel) {
+    if (channel < 1 || channel > channelCount) throw std::out_of_range("no such B-channel");
+    return rows_[static_cast<std::size_t>(channel - 1)];
+}
+
+void frmSimStatus::UpdateSimStatus(const AlarmReport& report) {
+    if (!report.port) {
+        quietly("UpdateSimStatus", [&] { systemAlarm(report); });
+        return;
     }
+    auto& port = cell(*report.port);
+    quietly("UpdateSimStatus", [&] { portAlarm(port, report); });
+    show(port);
 }
 
-// Address XY, enable flag, bound B-channel.
-void frmSimStatus::portEnabled(const Fields& fields) {
-    const int index = boardIndex(fields.at(0));
-    auto& port = cell(index);
-    port.chkSTPEnable.setChecked(lowBit(fields.at(1)));
-    const auto channel = fields.at(2);
-    if (channel == endMark) return;  // not sent, so nothing is known of it
-    port.portBch = static_cast<int>(val(channel));
-    port.lblBCH.setBold(false);
-    const bool reserved = port.portBch == 31 || port.portBch == 32;
-    if (reserved) {
-        port.lblBCH.setText("Port #" + std::to_string(index) + (port.portBch == 31 ? " (RESERVED1)" : " (RESERVED2)"));
-    } else {
-        port.lblBCH.setText(portHeading(index, channel));
+void frmSimStatus::UpdateSimStatus(const SystemReport& report) {
+    constexpr Lamp lamps[] = {Lamp::Red, Lamp::Yellow, Lamp::Green};
+    for (std::size_t i = 0; i < report.lamps.size(); ++i)
+        if (report.lamps[i]) gateway_.lamps[i] = lamps[*report.lamps[i]];
+    showGateway();
+}
+
+void frmSimStatus::UpdateSimStatus(const PortReport& report) {
+    auto& port = cell(report.port);
+    auto& status = port.status;
+    status.enabled = report.enabled.value_or(false);
+    if (report.channel) {
+        using enum PortStatus::Heading;
+        status.bind(*report.channel);
+        status.reserved = status.portBch >= PortStatus::firstReserved;
+        status.heading = !*status.enabled ? Off : status.reserved ? Reserved : Plain;
     }
-    port.lblBCH.setColour(!port.chkSTPEnable.checked() ? headingRed : reserved ? headingBlue : colourBlack);
+    show(port);
 }
 
-// Channel, enable flag.
-void frmSimStatus::channelEnabled(const Fields& fields) {
-    const auto channel = val(fields.at(0));
-    if (channel < 1 || channel > channelCount) return;
-    auto& line = row(static_cast<int>(channel));
-    line.chkSTBEnable.setChecked(lowBit(fields.at(1)));
-    line.lblSTBBch.setColour(line.chkSTBEnable.checked() ? bchIdle : bchDisabled);
+void frmSimStatus::UpdateSimStatus(const ChannelReport& report) {
+    if (report.channel < 1 || report.channel > channelCount) return;
+    auto& line = row(report.channel);
+    line.status.enabled = report.enabled.value_or(false);
+    line.status.state = *line.status.enabled ? ChannelStatus::State::Idle : ChannelStatus::State::Disabled;
+    line.show();
 }
 
-void frmSimStatus::resetPortCell(int index) {
-    auto& port = cell(index);
-    port.imgStatusSim.setPicture("");
-    port.imgStatusSim.setTip("Sim status: no info");
-    port.imgStatusNet.setPicture("");
-    port.imgStatusNet.setTip("Network status: no info");
+void frmSimStatus::showGateway() {
+    for (std::size_t i = 0; i < gateway_.lamps.size(); ++i)
+        imgSystemStatus[i].setPicture(lampPicture(gateway_.lamps[i]));
+    lblSlaveVer.setText(gateway_.slaveVersion);
+    lblLoading.setText(std::to_string(gateway_.portsInCall));
+}
+
+void frmSimStatus::resetPortCell(PortCell& port) {
     port.tmrAnimation->stop();
-    port.setState(BoardColours::PORT_NOT_ACTIVE, colours_);
-    port.imgStatus.setPicture("");
-    port.lblNetworkID.setBold(false);
-    port.lblNetworkID.setText("");
-    port.lblMsg.setText("");
-    port.lblMsgNumber.setText("");
-    port.lblLimit.setText("Count:");
-    port.LblSIM_num.setText("");
+    port.status.clearCell();
 }
 
 // While a module registers, its network identity is a row of dots that grows and starts over.
 void frmSimStatus::animate(PortCell& port) {
     constexpr std::size_t fullRow = 8;
     constexpr std::string_view dots = "...........";  // as far as a longer text than a full row gets
-    const auto length = port.lblNetworkID.text().size();
-    port.lblNetworkID.setText(length == fullRow ? std::string() : std::string(dots.substr(0, length + 1)));
+    auto& row = port.status.networkId;
+    row = row.size() == fullRow ? std::string() : std::string(dots.substr(0, row.size() + 1));
+    show(port);
 }
 
 void frmSimStatus::countTotal() {
-    std::int64_t minutes = 0;
-    std::int64_t seconds = 0;
+    TalkTime total;
     for (const auto& port : cells_) {
-        const std::string_view text = port.lblLimit.text();
-        const auto colon = text.rfind(':');
-        seconds += val(right(text, 2));
-        if (colon != std::string_view::npos && colon >= 5) minutes += val(text.substr(colon - 5, 5));
+        total.minutes += port.status.talked.minutes;
+        total.seconds += port.status.talked.seconds;
     }
-    minutes += seconds / 60;
-    seconds %= 60;
-    lblTotalCounter.setText(std::to_string(minutes) + " :" + (seconds < 10 ? "0" : "") + std::to_string(seconds));
+    total.minutes += total.seconds / 60;
+    total.seconds %= 60;
+    lblTotalCounter.setText(std::to_string(total.minutes) + " :" + (total.seconds < 10 ? "0" : "") +
+                            std::to_string(total.seconds));
 }
 
 void frmSimStatus::refresh() {
@@ -172,11 +142,9 @@ void frmSimStatus::refresh() {
         return;
     }
     std::vector<QueueItem> batch;
-    for (int index = 1; index <= portCount; ++index) {
-        if (val(mid(state_.gActivePorts, static_cast<std::size_t>(index), 1)) < 1) continue;
-        const auto [mcu, module] = portAtPosition(index);
-        batch.push_back(
-            command("R_STS" + std::to_string(mcu * 10 + module), "Get data from port " + std::to_string(index)));
+    for (const auto port : everyPort) {
+        if (val(mid(state_.gActivePorts, port.slot() + 1, 1)) < 1) continue;
+        batch.push_back(command("R_STS" + port.digits(), "Get data from port " + std::to_string(port.number())));
     }
     refreshes_.start(std::move(batch));
 }
@@ -192,49 +160,33 @@ void frmSimStatus::tellProgress() {
 void frmSimStatus::takeColours(const BoardColours& colours) {
     colours_ = colours;
     colours_.save(settings_);
-    for (auto& port : cells_) port.setState(port.state, colours_);
+    for (auto& port : cells_) port.showState(colours_);
 }
 
 // The board shows the clock as it came: the seconds stay empty when the gateway does not tell them.
-void frmSimStatus::takeClock(const Fields& fields) {
-    lblHoure.setText(escaped(fields.at(4)));
-    lblMinute.setText(escaped(fields.at(5)));
-    const auto second = fields.at(6);
-    lblSecond.setText(second == endMark ? std::string() : escaped(second));
+void frmSimStatus::takeClock(const ClockReport& report) {
+    lblHoure.setText(escaped(report.hour));
+    lblMinute.setText(escaped(report.minute));
+    lblSecond.setText(escaped(report.second.value_or("")));
     lblDate.setText(
-        escaped(std::string(fields.at(0)) + "/" + std::string(fields.at(1)) + "/" + std::string(fields.at(2))));
+        escaped(std::string(report.day) + "/" + std::string(report.month) + "/" + std::string(report.year)));
 }
 
 // The session is over: what is shown is no longer the state of anything.
 void frmSimStatus::tornDown() {
-    for (auto* label : {&lblHoure, &lblMinute, &lblSecond, &lblDate, &lblESN, &lblTotalCounter, &lblSlaveVer})
-        label->setText("");
+    for (auto* label : {&lblHoure, &lblMinute, &lblSecond, &lblDate, &lblESN, &lblTotalCounter}) label->setText("");
     tmrTotalCounter_->stop();
-    for (auto& lamp : imgSystemStatus) lamp.setPicture("");
-    for (int index = 1; index <= portCount; ++index) {
-        auto& port = cell(index);
-        resetPortCell(index);
-        port.simAbsent = false;
-        port.portBch = 0;
-        port.lblMsg.setTag("");
-        port.lblBCH.setText(portHeading(index, {}));
-        port.lblBCH.setColour(colourBlack);
-        port.chkSTPEnable.setChecked(false);
-        port.lblNetBCCH.setText("");
-        port.lblNetBCCH.setBold(false);
-        port.lblRM_HM.setText("");
-        port.lblStrengthDB.setText("");
-        port.imgAntenna.setPicture("");
-        port.imgSMS.setPicture("");
-        port.imgSMS.setTip("");
-        port.showSim(true);
+    for (auto& port : cells_) {
+        port.tmrAnimation->stop();
+        port.status = {};
+        show(port);
     }
     for (auto& line : rows_) {
-        line.lblSTBCause.setText("");
-        line.chkSTBEnable.setChecked(false);
-        line.lblSTBBch.setColour(bchDisabled);
+        line.status = {};
+        line.show();
     }
-    lblLoading.setText("0");
+    gateway_ = {};
+    showGateway();
     holdsData = false;
 }
 

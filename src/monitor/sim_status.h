@@ -6,9 +6,10 @@
 #include <string_view>
 
 #include "fields/fields.h"
+#include "model/status_reports.h"
+#include "monitor/alarm_table.h"
 #include "monitor/board_colours.h"
 #include "monitor/port_cell.h"
-#include "monitor/status_items.h"
 #include "pages/page.h"
 #include "platform/settings.h"
 
@@ -18,22 +19,25 @@ namespace trunvex {
 // calls in progress and the talk time. Nothing is polled; every change comes as a status event.
 class frmSimStatus final : public Page {
 public:
-    static constexpr int portCount = 32;
     static constexpr int channelCount = 30;
 
     explicit frmSimStatus(Session& session);
     std::vector<QueueItem> missing() override;
     void opened() override { asked_.emit(); }
 
-    // A status event. "SYS": version and the three lamps. "PRT": address XY, flag, B-channel. "BCH": channel, flag.
-    // "ALR": X, Y, SIM, code, three arguments. A fault in an event ends it where it stands; what was written stays.
-    void UpdateSimStatus(std::string_view kind, const Fields& fields);
-    // Back to the empty state of a cell, board index 1 to 32.
-    void resetPortCell(int index);
+    // A status event. A fault in it ends it where it stands; what was written stays.
+    void UpdateSimStatus(const SystemReport& report);
+    void UpdateSimStatus(const PortReport& report);
+    void UpdateSimStatus(const ChannelReport& report);
+    void UpdateSimStatus(const AlarmReport& report);
 
     // The cell of a board index, 1 to 32; throws std::out_of_range beyond.
-    PortCell& cell(int index) { return cells_.at(static_cast<std::size_t>(index - 1)); }
-    BchRow& row(int channel) { return rows_.at(static_cast<std::size_t>(channel - 1)); }
+    PortCell& cell(int index) { return cell(PortAddress::ofNumber(index)); }
+    PortCell& cell(PortAddress port) { return cells_[port.slot()]; }
+    BchRow& row(std::int64_t channel);
+    const GatewayStatus& gateway() const { return gateway_; }
+    // Lets the fields of a port follow what became of its status.
+    void show(PortCell& port) { port.show(colours_); }
 
     const BoardColours& colours() const { return colours_; }
     // Keeps and uses these from now on, also for the cells that stand.
@@ -64,19 +68,20 @@ public:
 private:
     void InitFormData();
     void takeRecords(Session& session);
-    void takeClock(const Fields& fields);
-    void systemLamps(const Fields& fields);
-    void portEnabled(const Fields& fields);
-    void channelEnabled(const Fields& fields);
-    void systemAlarm(const Fields& fields);
+    void takeClock(const ClockReport& report);
+    void takeFlags(std::string_view flags);
+    void resetPortCell(PortCell& cell);
+    void systemAlarm(const AlarmReport& report);
     void bindChannel(std::string_view port, std::string_view channel);
-    void portAlarm(const Fields& fields);
-    bool simAbsence(PortCell& cell, std::string_view sim, std::string_view code);
-    bool lamps(PortCell& cell, std::string_view code, std::int64_t number);
-    void effect(PortCell& cell, const Fields& fields, std::int64_t number);
-    void registered(PortCell& cell, const char* where);
-    void signalLevel(PortCell& cell, std::int64_t level);
-    void countCall(PortCell& cell);
+    void portAlarm(PortCell& cell, const AlarmReport& report);
+    bool simAbsence(PortCell& cell, const AlarmReport& report);
+    bool lamps(PortStatus& port, const AlarmReport& report, const AlarmRow& row);
+    bool effect(PortCell& cell, const AlarmReport& report, AlarmEffect effect);
+    bool event(PortStatus& port, const AlarmReport& report, AlarmEffect effect);
+    void networkEvent(PortCell& cell, const AlarmReport& report, AlarmEffect effect);
+    void registered(PortCell& cell, PortStatus::Network network);
+    void signalLevel(PortStatus& port, std::int64_t level);
+    void showGateway();
     void animate(PortCell& cell);
     void countTotal();
     void refresh();
@@ -88,8 +93,8 @@ private:
     SessionState& state_;
     CommandSender& sender_;
     ReadQueue& refreshes_;
-    StatusItems statusItems_;
     BoardColours colours_;
+    GatewayStatus gateway_;
     std::deque<PortCell> cells_;
     std::deque<BchRow> rows_;
     std::unique_ptr<Timer> tmrTotalCounter_;

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "link/clock_text.h"
+#include "model/node_key.h"
 #include "text/text_rules.h"
 
 namespace trunvex {
@@ -233,11 +234,8 @@ void FrmPRIGroups::showClock() {
 }
 
 int FrmPRIGroups::getNumPort(int x, int y, std::string_view key) const {
-    if (!key.empty()) {
-        x = static_cast<int>(val(mid(key, 4, 1)));
-        y = static_cast<int>(val(mid(key, 5, 1)));
-    }
-    return portNumber(x, y);
+    const auto port = node_key::portOf(key);
+    return port ? port->number() : PortAddress(x, y).number();
 }
 
 std::string FrmPRIGroups::getTextPort(std::string_view key) const {

@@ -66,7 +66,4 @@ struct Indexes {
 // Throws std::invalid_argument at a character that is no digit, std::out_of_range for more than 11 characters.
 Indexes getIndexs(std::string_view text);
 
-// The number an operator knows a port by, 1 to 32, from its MCU (1 to 8) and its module on it (1 to 4).
-constexpr int portNumber(int mcu, int module) { return (mcu - 1) * 4 + module; }
-
 }  // namespace trunvex

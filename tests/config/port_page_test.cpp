@@ -165,8 +165,8 @@ TEST_F(PortPageTest, TellsWhichMembersGotAGroupWrite) {
     EXPECT_EQ(pages.groupWrite.members()[1].name, "Port 2");
     EXPECT_THAT(told(), ElementsAre("Error: can't write : \r\nPort 2\r\nplease check your data.",
                                     "Write data not complete seccesful : \r\nPort 2\r\n"));
-    EXPECT_EQ(module("12").settings.minDigits + console.tables.port(1, 2).MinDigits, "33");
-    EXPECT_EQ(module("21").settings.minDigits + console.tables.port(2, 1).MinDigits, "77");
+    EXPECT_EQ(module("12").settings.minDigits + console.tables.port({1, 2}).MinDigits, "33");
+    EXPECT_EQ(module("21").settings.minDigits + console.tables.port({2, 1}).MinDigits, "77");
     boxes.answers = {Button::Abort};
     press(port.cmdWritePort);
     EXPECT_THAT(outcomes(), ElementsAre(Outcome::Written, Outcome::Refused, Outcome::NotSent));

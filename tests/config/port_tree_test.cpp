@@ -22,7 +22,7 @@ protected:
     // Ports 1 and 2 and 32 are GSM, port 3 is CDMA, the rest is in error.
     void detect() {
         console.session.dispatcher.AnalyzeCmd("A_PPR11" + std::string(29, '0') + "1", true);
-        console.tables.port(1, 3).Kind = "CDM";
+        console.tables.port({1, 3}).Kind = "CDM";
         tree.build(PortTree::Both, false);
     }
     void logIn() {
@@ -125,7 +125,7 @@ TEST_F(Tree, MovesPortsByDialogAndByDragging) {
                                        {"GRP01", "PRT02"}})
         EXPECT_FALSE(tree.movePort(port, target)) << port << target;
     // A module that turns CDMA keeps its SIM items out of sight, not out of the list.
-    console.tables.port(1, 1).Kind = "CDM";
+    console.tables.port({1, 1}).Kind = "CDM";
     tree.cmdRefreshTree.press();
     EXPECT_EQ(parent("CDM11"), "PRT01");
     EXPECT_EQ(text("SIM111"), "(none)");

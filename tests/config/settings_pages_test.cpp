@@ -160,10 +160,10 @@ TEST_F(Edits, TakeNothingFromAbsurdRecords) {
         bench.receive(cut);
     EXPECT_EQ(port.WriteMod("MOD11", false).line, portLine);
     EXPECT_EQ(isdn.buildLine(false), isdnLine);
-    EXPECT_TRUE(console.tables.port(1, 2).secondScale());
-    EXPECT_FALSE(console.tables.port(2, 2).loaded());
-    EXPECT_FALSE(console.tables.sim(2, 1, 4).loaded()) << "half a record is not one to be written back";
-    EXPECT_FALSE(console.tables.sim(1, 3, 2).loaded()) << "a record of nothing is none";
+    EXPECT_TRUE(console.tables.port({1, 2}).secondScale());
+    EXPECT_FALSE(console.tables.port({2, 2}).loaded());
+    EXPECT_FALSE(console.tables.sim({{2, 1}, 4}).loaded()) << "half a record is not one to be written back";
+    EXPECT_FALSE(console.tables.sim({{1, 3}, 2}).loaded()) << "a record of nothing is none";
     select("SIM111");
     EXPECT_EQ(sim.build("SIM111", true).line, simLine);
     EXPECT_THAT(told(), IsEmpty());

@@ -39,8 +39,8 @@ TEST_F(AnalyzeCmd, TakesTheSessionRecords) {
     EXPECT_EQ(session.gVersion, "6.24");
     EXPECT_EQ(console.pages.system.TxtSystemVer.text(), "6.24");
     EXPECT_EQ(console.pages.system.dtpDate.text(), "01/02/2026");
-    EXPECT_EQ(console.tables.port(8, 3).Kind, "GSM");
-    EXPECT_EQ(console.tables.port(8, 4).Kind, "ERR");
+    EXPECT_EQ(console.tables.port({8, 3}).Kind, "GSM");
+    EXPECT_EQ(console.tables.port({8, 4}).Kind, "ERR");
 }
 
 TEST_F(AnalyzeCmd, EndsABadRecordWithoutAWord) {

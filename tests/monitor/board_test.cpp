@@ -6,10 +6,8 @@ namespace trunvex {
 namespace {
 
 using fakes::ConsoleBench;
-using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
 constexpr const char* red = "imgLedRed";
@@ -23,47 +21,46 @@ protected:
     void report(const std::string& code, const std::string& first = "", const std::string& second = "") {
         receive("I_ALR531," + code + "," + first + "," + second + ",");
     }
+    const std::string& after(const std::string& line, const LabelField& field) {
+        receive(line);
+        return field.text();
+    }
+    Colour colourAfter(const std::string& line, const LabelField& field) {
+        receive(line);
+        return field.colour();
+    }
     PortCell& cell() { return board.cell(19); }
-    Colour colour(BoardColours::Which which) { return board.colours()[which]; }
 
     ConsoleBench bench;
     Console& console = bench.console;
     frmSimStatus& board = bench.console.board;
 };
 
-struct Effect {
-    const char* code;
-    const char* first;
-    const char* message;
-    const char* callPicture;
-    int colour;  // one of the six, or -1 as it was
-    const char* loading;
-};
-
 // A call through its life, then what disturbs it, each on top of the one before.
 TEST_F(Board, FollowsACallStepByStep) {
-    const Effect steps[] = {
-        {"40", "", "SIM ready", "", BoardColours::PORT_ACTIVE, "0"},
-        {"2", "0501234567", "DIAL ISDN", "", BoardColours::PORT_ACTIVE, "0"},
-        {"3", "", "CONNECTING", "", BoardColours::PORT_CALL, "1"},
-        {"16", "", "ALERTING", "", BoardColours::PORT_ALARTING, "0"},
-        {"4", "00012:33", "MS CONNECTED", "imgConnected", BoardColours::PORT_CONNECTED, "1"},
-        {"18", "00013:00", "MS CONNECTED", "imgConnected", BoardColours::PORT_CONNECTED, "1"},
-        {"20", "", "MS CONNECTED", "imgConnected", BoardColours::PORT_CONNECTED, "1"},
-        {"5", "", "CLEAR ISDN", "", BoardColours::PORT_ACTIVE, "0"},
-        {"12", "", "ISDN CONNECTED", "imgConnected", BoardColours::PORT_CONNECTED, "0"},
-        {"6", "16", "DISCONNECTED MS (16)", "", BoardColours::PORT_ACTIVE, "0"},
-        {"35", "", "PIN CODE wrong", "", BoardColours::PORT_PROBLEM, "0"},
-        {"13", "", "ERROR GSM", "", BoardColours::PORT_PROBLEM, "0"},
-        {"14", "", "ERROR GSM", "", BoardColours::PORT_PROBLEM, "0"},
-        {"99", "", "ERROR GSM", "", BoardColours::PORT_PROBLEM, "0"},
+    using enum BoardColours::Which;
+    constexpr auto connected = "imgConnected";
+    const std::tuple<const char*, const char*, const char*, const char*, BoardColours::Which, const char*> steps[] = {
+        {"40", "", "SIM ready", "", PORT_ACTIVE, "0"},
+        {"2", "0501234567", "DIAL ISDN", "", PORT_ACTIVE, "0"},
+        {"3", "", "CONNECTING", "", PORT_CALL, "1"},
+        {"16", "", "ALERTING", "", PORT_ALARTING, "0"},
+        {"4", "00012:33", "MS CONNECTED", connected, PORT_CONNECTED, "1"},
+        {"18", "00013:00", "MS CONNECTED", connected, PORT_CONNECTED, "1"},
+        {"20", "", "MS CONNECTED", connected, PORT_CONNECTED, "1"},
+        {"5", "", "CLEAR ISDN", "", PORT_ACTIVE, "0"},
+        {"12", "", "ISDN CONNECTED", connected, PORT_CONNECTED, "0"},
+        {"6", "16", "DISCONNECTED MS (16)", "", PORT_ACTIVE, "0"},
+        {"35", "", "PIN CODE wrong", "", PORT_PROBLEM, "0"},
+        {"13", "", "ERROR GSM", "", PORT_PROBLEM, "0"},
+        {"99", "", "ERROR GSM", "", PORT_PROBLEM, "0"},
     };
-    for (const auto& step : steps) {
-        report(step.code, step.first);
-        EXPECT_EQ(cell().lblMsg.text(), step.message) << step.code;
-        EXPECT_EQ(cell().imgStatus.picture(), step.callPicture) << step.code;
-        EXPECT_EQ(cell().shpSim.colour(), colour(static_cast<BoardColours::Which>(step.colour))) << step.code;
-        EXPECT_EQ(board.lblLoading.text(), step.loading) << step.code;
+    for (const auto& [code, first, message, callPicture, state, loading] : steps) {
+        report(code, first);
+        EXPECT_EQ(cell().lblMsg.text(), message) << code;
+        EXPECT_EQ(cell().imgStatus.picture(), callPicture) << code;
+        EXPECT_EQ(cell().shpSim.colour(), board.colours()[state]) << code;
+        EXPECT_EQ(board.lblLoading.text(), loading) << code;
     }
     EXPECT_EQ(cell().lblMsgNumber.text(), "0501234567");
     EXPECT_EQ(cell().LblSIM_num.text(), "SIM #1");
@@ -97,8 +94,8 @@ TEST_F(Board, WipesACellOnceForAMissingSim) {
     report("26");
     EXPECT_EQ(cell().lblMsg.text(), "SIM ABSENCE");
     EXPECT_EQ(cell().lblLimit.text(), "Count:");
-    EXPECT_EQ(cell().shpSim.colour(), colour(BoardColours::PORT_NOT_ACTIVE));
-    cell().lblMsgNumber.setText("kept");
+    EXPECT_EQ(cell().shpSim.colour(), board.colours()[BoardColours::PORT_NOT_ACTIVE]);
+    cell().status.callNumber = "kept";
     report("26");
     EXPECT_EQ(cell().lblMsgNumber.text(), "kept");
     report("25", "40");
@@ -135,14 +132,14 @@ TEST_F(Board, GrowsDotsWhileAModuleRegisters) {
     report("21", "42501");
     report("22");
     EXPECT_TRUE(cell().lblNetworkID.bold());
-    cell().lblNetworkID.setText("");
+    report("21", "");
     std::vector<std::size_t> lengths;
     for (int i = 0; i < 10; ++i) {
         bench.advance(200);
         lengths.push_back(cell().lblNetworkID.text().size());
     }
     EXPECT_THAT(lengths, ElementsAre(1, 2, 3, 4, 5, 6, 7, 8, 0, 1));
-    cell().lblNetworkID.setText("A long network name");
+    report("21", "A long network name");
     bench.advance(400);
     EXPECT_EQ(cell().lblNetworkID.text(), std::string(11, '.')) << "no more dots than there are";
     report("23");
@@ -155,37 +152,32 @@ TEST_F(Board, TakesTheReportsAboutTheSystem) {
     std::vector<std::string> lamps;
     for (auto& lamp : board.imgSystemStatus) lamps.push_back(lamp.picture());
     EXPECT_THAT(lamps, ElementsAre(red, yellow, green));
-    const std::tuple<const char*, int, const char*> codes[] = {{"010", 2, green}, {"011", 2, red},    {"021", 0, green},
-                                                               {"024", 0, red},   {"033", 1, yellow}, {"10", 2, red}};
-    for (const auto& [code, lamp, picture] : codes) {
-        if (std::string(code) == "10") receive("I_ALR000,011,,,");
+    for (const auto& [code, lamp, picture] : {std::tuple{"010", 2, green},
+                                              {"011", 2, red},
+                                              {"10", 2, red},
+                                              {"021", 0, green},
+                                              {"024", 0, red},
+                                              {"033", 1, yellow}}) {
         receive(std::string("I_ALR000,") + code + ",,,");
         EXPECT_EQ(board.imgSystemStatus[static_cast<std::size_t>(lamp)].picture(), picture) << code;
     }
-    receive("I_ALR000,100,17,19,");
-    EXPECT_EQ(cell().lblBCH.text(), "Port #19,  B-Ch #17");
+    EXPECT_EQ(after("I_ALR000,100,17,19,", cell().lblBCH), "Port #19,  B-Ch #17");
     EXPECT_EQ(getDynamicBCH(board, 19), 17);
-    receive("I_ALR000,120,19,4,");
-    EXPECT_EQ(cell().portBch, 4);
+    EXPECT_EQ(after("I_ALR000,120,19,4,", cell().lblBCH), "Port #19,  B-Ch #4");
     EXPECT_EQ(getDynamicBCH(board, 19), 4);
-    receive("I_ALR000,140,17,,");
-    EXPECT_EQ(board.row(17).lblSTBBch.colour(), bchInCall);
-    receive("I_ALR000,113,17,16,");
-    EXPECT_EQ(board.row(17).lblSTBCause.text(), "16");
-    EXPECT_EQ(board.row(17).lblSTBBch.colour(), bchIdle);
-    receive("I_ALR000,116,17,0,OK");
-    EXPECT_EQ(board.row(17).lblSTBBch.colour(), bchDisabled);
-    receive("I_ALR000,116,17,1,ERR");
-    EXPECT_EQ(board.row(17).lblSTBBch.colour(), bchDisabled);
-    receive("I_ALR000,136,53,0,OK");
-    EXPECT_EQ(cell().lblBCH.colour(), 255u);
+    EXPECT_EQ(after("I_ALR000,120,19,4294967327,", cell().lblBCH), "Port #19,  B-Ch #4294967327");
+    EXPECT_EQ(getDynamicBCH(board, 19), 0) << "no channel that there is";
+    auto& line = board.row(17);
+    EXPECT_EQ(colourAfter("I_ALR000,140,17,,", line.lblSTBBch), bchInCall);
+    EXPECT_EQ(after("I_ALR000,113,17,16,", line.lblSTBCause), "16");
+    EXPECT_EQ(line.lblSTBBch.colour(), bchIdle);
+    EXPECT_EQ(colourAfter("I_ALR000,116,17,0,OK", line.lblSTBBch), bchDisabled);
+    EXPECT_EQ(colourAfter("I_ALR000,116,17,1,ERR", line.lblSTBBch), bchDisabled);
+    EXPECT_EQ(colourAfter("I_ALR000,136,53,0,OK", cell().lblBCH), 255u);
     // What was not sent is not shown.
-    receive("I_ALR531,6");
-    EXPECT_EQ(cell().lblMsg.text(), "DISCONNECTED MS ()");
-    receive("I_ALR531,21");
-    EXPECT_EQ(cell().lblNetworkID.text() + console.tables.sim(5, 3, 1).network, "");
-    receive("I_ALR530,19,0,2,");
-    EXPECT_EQ(cell().lblMsg.text(), "DISCONNECTED MS ()") << "a message report is no state";
+    EXPECT_EQ(after("I_ALR531,6", cell().lblMsg), "DISCONNECTED MS ()");
+    EXPECT_EQ(after("I_ALR531,21", cell().lblNetworkID) + console.tables.sim({{5, 3}, 1}).network, "");
+    EXPECT_EQ(after("I_ALR530,19,0,2,", cell().lblMsg), "DISCONNECTED MS ()") << "a message report is no state";
     // Reports about what is not there end quietly.
     for (const auto* bad : {"I_ALR000,140,0,,", "I_ALR000,140,31,,", "I_ALR000,100,1,33,", "I_ALR000,136,99,1,OK",
                             "I_ALR951,4,1,,", "I_ALR001,4,1,,", "I_ALR000,116,x,1,OK"})
@@ -199,36 +191,38 @@ TEST_F(Board, MarksPortsAndChannelsOnOrOff) {
     EXPECT_EQ(board.cell(32).lblBCH.colour(), 255u);
     EXPECT_EQ(board.row(29).lblSTBBch.colour(), bchIdle);
     EXPECT_EQ(board.row(30).lblSTBBch.colour(), bchDisabled);
-    console.session.realTimeUpdate("PRT", splitString("53,1,31,0", ','));
-    EXPECT_EQ(cell().lblBCH.text(), "Port #19 (RESERVED1)");
-    EXPECT_EQ(cell().lblBCH.colour(), 16711680u);
-    console.session.realTimeUpdate("PRT", splitString("53,0,32,0", ','));
-    EXPECT_EQ(cell().lblBCH.text(), "Port #19 (RESERVED2)");
-    EXPECT_EQ(cell().lblBCH.colour(), 255u);
-    console.session.realTimeUpdate("PRT", splitString("53,1", ','));
-    EXPECT_TRUE(cell().chkSTPEnable.checked());
-    EXPECT_EQ(cell().lblBCH.text(), "Port #19 (RESERVED2)") << "the record has not told a channel";
-    EXPECT_EQ(cell().portBch, 32);
+    const std::tuple<const char*, const char*, Colour, int> routings[] = {
+        {"53,1,31,0", "Port #19 (RESERVED1)", 16711680, 1},
+        {"53,0,32,0", "Port #19 (RESERVED2)", 255, 2},
+        {"53,1", "Port #19 (RESERVED2)", 255, 2},  // it has not told a channel
+        {"53,1,7,0", "Port #19,  B-Ch #7", colourBlack, 7},
+    };
+    for (const auto& [record, heading, colour, channel] : routings) {
+        console.session.realTimeUpdate("PRT", splitString(record, ','));
+        EXPECT_EQ(cell().lblBCH.text(), heading) << record;
+        EXPECT_EQ(cell().lblBCH.colour(), colour) << record;
+        EXPECT_EQ(getDynamicBCH(board, 19), channel) << record;
+        EXPECT_EQ(cell().chkSTPEnable.checked(), record[3] == '1') << record;
+    }
 }
 
 TEST_F(Board, RestoresACellFromASnapshot) {
-    receive("A_STS53,23,26,,26,,40,00012:33,0,,0,45,42501,8,61");
-    EXPECT_EQ(cell().LblSIM_num.text(), "SIM #3");
-    EXPECT_EQ(cell().lblLimit.text(), "Count:00012:33");
-    EXPECT_EQ(cell().lblMsg.text(), "MS CONNECTED");
-    EXPECT_EQ(cell().lblNetworkID.text(), "42501");
-    EXPECT_EQ(cell().lblNetBCCH.text(), "BCCH: 61");
-    EXPECT_EQ(cell().lblStrengthDB.text(), "-66db");
-    EXPECT_EQ(board.lblLoading.text(), "1");
-    receive("A_STS53,40,40,00000:10,26,,26,,26,,1,45,42501,12,61");
-    EXPECT_EQ(cell().lblMsg.text(), "CONNECTING") << "being set up wins over connected";
-    EXPECT_EQ(cell().lblNetBCCH.text(), "BCCH: AUTO");
-    receive("A_STS53,23,26,,26,,26,,26,,0,45,42501,8,61");
-    EXPECT_EQ(cell().lblNetworkID.text(), "") << "without a ready SIM the cell is reset";
-    EXPECT_EQ(board.lblLoading.text(), "0");
-    report("4", "00012:33");
-    receive("A_STS53,23,40,1,26,,26,,26,,1,45,42501,8");
-    EXPECT_EQ(cell().lblNetBCCH.text(), "BCCH: 61") << "the snapshot ends at its first missing field";
+    const std::tuple<const char*, const char*, const char*> snapshots[] = {
+        {"A_STS53,23,26,,26,,40,00012:33,0,,0,45,42501,8,61",
+         "SIM #3|Count:00012:33|MS CONNECTED|42501|BCCH: 61|-66db|1", "a call that stands"},
+        {"A_STS53,40,40,00000:10,26,,26,,26,,1,45,42501,12,61",
+         "SIM #1|Count:00000:10|CONNECTING|42501|BCCH: AUTO|-66db|1", "being set up wins over connected"},
+        {"A_STS53,23,26,,26,,26,,26,,0,45,42501,8,61", "|Count:|||BCCH: 61|-66db|0", "no SIM that is ready"},
+        {"A_STS53,23,40,1,26,,26,,26,,1,33,42501,8", "SIM #1|Count:|REGISTERED||BCCH: 61|-78db|0", "cut short"},
+    };
+    for (const auto& [line, expected, what] : snapshots) {
+        receive(line);
+        std::string all;
+        for (const auto* field : {&cell().LblSIM_num, &cell().lblLimit, &cell().lblMsg, &cell().lblNetworkID,
+                                  &cell().lblNetBCCH, &cell().lblStrengthDB})
+            all += field->text() + "|";
+        EXPECT_EQ(all + board.lblLoading.text(), expected) << what;
+    }
     console.session.state.gStatusSeen = false;
     for (const auto* bad : {"A_STS", "A_STS5", "A_STS5x,1", "A_STS53,23,40", "A_STS99,1,1,1,1,1,1,1,1,1,1,1,1,1,1"})
         receive(bad);
@@ -244,14 +238,14 @@ TEST_F(Board, KeepsTheRecordOfEachSim) {
                                      {"24", "UNREGISTERED"},
                                      {"40", "UNREGISTERED"}}) {
         report(code, "42501");
-        EXPECT_EQ(console.tables.sim(5, 3, 1).network, text);
+        EXPECT_EQ(console.tables.sim({{5, 3}, 1}).network, text);
     }
     EXPECT_EQ(ready, "11");
     for (const auto* bad : {"I_ALR535,21,x,,", "I_ALR951,21,x,,", "I_ALR531,21"}) receive(bad);
 }
 
 TEST_F(Board, KeepsACdmaCellFromShowingASim) {
-    console.tables.port(5, 3).Kind = "CDM";
+    console.tables.port({5, 3}).Kind = "CDM";
     console.portState.UpdateCDMA();
     report("15", "61", "0");
     EXPECT_EQ(cell().lblNetBCCH.text(), "CDMA");
@@ -270,13 +264,19 @@ TEST_F(Board, KeepsACdmaCellFromShowingASim) {
 TEST_F(Board, AddsUpTheTalkTime) {
     bench.connect();
     bench.advance(1100);
-    board.cell(1).lblLimit.setText("Count:00010:50");
-    board.cell(2).lblLimit.setText("Count:00001:20");
-    bench.advance(1000);
-    EXPECT_EQ(board.lblTotalCounter.text(), "12 :10");
-    board.cell(2).lblLimit.setText("Count:00001:11");
-    bench.advance(1000);
-    EXPECT_EQ(board.lblTotalCounter.text(), "12 :01");
+    receive("I_ALR111,4,00010:50,,");
+    for (const auto& [counter, total] : {std::pair{"00001:20", "12 :10"},
+                                         {"00001:11", "12 :01"},
+                                         {"99999:99", "100011 :29"},
+                                         {"1:5", "10 :50"},
+                                         {"000001:05", "10 :50"},
+                                         {"x:10", "10 :50"},
+                                         {"00001-10", "10 :50"}}) {
+        receive(std::string("I_ALR121,18,") + counter + ",,");
+        bench.advance(1000);
+        EXPECT_EQ(board.lblTotalCounter.text(), total) << counter;
+        EXPECT_EQ(board.cell(2).lblLimit.text(), std::string("Count:") + counter);
+    }
 }
 
 TEST_F(Board, RefreshAsksForEveryActivePort) {
@@ -331,11 +331,10 @@ TEST_F(Board, KeepsItsColours) {
     // Two states in one colour are two states still, and part again.
     window.lblColor[BoardColours::PORT_CONNECTED].setColour(board.colours()[BoardColours::PORT_PROBLEM]);
     window.cmdSave.press();
-    EXPECT_EQ(cell().state, BoardColours::PORT_CONNECTED);
+    EXPECT_EQ(cell().status.state, BoardColours::PORT_CONNECTED);
     window.cmdDefault.press();
     window.cmdSave.press();
     EXPECT_EQ(cell().shpSim.colour(), 14811110u);
-    EXPECT_EQ(cell().shpSim.tip(), "Call connected");
 }
 
 TEST_F(Board, RemembersTheLastFiveNumbersOfAPort) {

@@ -10,7 +10,7 @@ class BoardStorm : public BoardWindow {
 protected:
     std::string portLine() {
         constexpr std::array codes{"2", "16", "3", "4", "6", "21", "26", "25"};
-        const auto index = 1 + static_cast<int>(random() % frmSimStatus::portCount);
+        const auto index = 1 + static_cast<int>(random() % portCount);
         return reportLine(index, codes[random() % codes.size()], std::to_string(1 + random() % 70));
     }
     std::string channelLine() {
@@ -32,7 +32,7 @@ TEST_F(BoardStorm, EveryCellEndsAtItsLastLineAndIsPaintedOnceAFrameAtMost) {
     open();
     const auto objects = window.findChildren<QObject*>().size();
     PaintCounter counter;
-    for (int index = 1; index <= frmSimStatus::portCount; ++index) counter.watch(cell(index));
+    for (int index = 1; index <= portCount; ++index) counter.watch(cell(index));
     for (int channel = 1; channel <= frmSimStatus::channelCount; ++channel)
         counter.watch(part(QString("bchRow_%1").arg(channel)));
 
@@ -53,7 +53,7 @@ TEST_F(BoardStorm, EveryCellEndsAtItsLastLineAndIsPaintedOnceAFrameAtMost) {
     BoardScreen fresh(console.board, console.routingPage.lblAllocation, {bench.platform, console.files.setting});
     fresh.resize(window.size());
     fresh.show();
-    for (int index = 1; index <= frmSimStatus::portCount; ++index) {
+    for (int index = 1; index <= portCount; ++index) {
         auto* shown = cell(index);
         EXPECT_GT(counter.of(shown), frames / 2) << index << " does not follow";
         EXPECT_LE(counter.of(shown), frames) << index << " is painted more often than it can be seen";

@@ -40,7 +40,7 @@ TEST_F(BoardWindow, EachFieldIsAPropertyOfItsCell) {
 TEST_F(BoardWindow, ManyChangesInAFrameArePaintedOnce) {
     open();
     PaintCounter counter;
-    for (int index = 1; index <= frmSimStatus::portCount; ++index) counter.watch(cell(index));
+    for (int index = 1; index <= portCount; ++index) counter.watch(cell(index));
     for (int i = 0; i < 10; ++i) {
         report(1, "2", std::to_string(i));
         report(2, "16");
@@ -157,7 +157,8 @@ TEST_F(BoardWindow, StatesAndLampsAreToldApartWithoutColour) {
     };
     std::vector<QImage> states;
     for (std::size_t which = 0; which < BoardColours::count; ++which) {
-        model.setState(static_cast<BoardColours::Which>(which), grey);
+        model.status.state = static_cast<BoardColours::Which>(which);
+        console.board.show(model);
         expectNew(states, BoardColours::entries[which].key);
         EXPECT_THAT(spoken(cell(1)), HasSubstr(std::string("State: ") + BoardColours::entries[which].meaning));
     }
@@ -193,7 +194,7 @@ TEST_F(BoardWindow, TheTipTellsWhatAScreenReaderHears) {
 }
 
 TEST_F(BoardWindow, ACdmaCellShowsNothingOfASim) {
-    console.tables.port(1, 1).Kind = "CDM";
+    console.tables.port({1, 1}).Kind = "CDM";
     report(1, "4", "00012:33");
     console.portState.UpdateCDMA();
     open();
@@ -219,7 +220,7 @@ TEST_F(BoardWindow, AllOfItStandsInTheWindowAtEverySize) {
         ASSERT_EQ(window.size(), size);
         const auto place = [this](QWidget* widget) { return QRect(widget->mapTo(&window, QPoint()), widget->size()); };
         QRect before;
-        for (int index = 1; index <= frmSimStatus::portCount; ++index) {
+        for (int index = 1; index <= portCount; ++index) {
             EXPECT_TRUE(window.rect().contains(place(cell(index)))) << index;
             EXPECT_FALSE(place(cell(index)).intersects(before));
             const auto unlike = cell(index)->size() - cell(1)->size();
@@ -236,7 +237,7 @@ TEST_F(BoardWindow, AllOfItStandsInTheWindowAtEverySize) {
 TEST_F(BoardWindow, TheMenuIsAskedForAtTheCellUnderTheMouse) {
     open();
     std::vector<int> pressed;
-    for (int index = 1; index <= frmSimStatus::portCount; ++index)
+    for (int index = 1; index <= portCount; ++index)
         console.board.cell(index).cmdResetLimit.pressed().connect([&pressed, index] { pressed.push_back(index); });
     QContextMenuEvent asked(QContextMenuEvent::Mouse, QPoint(9, 9), cell(14)->mapToGlobal(QPoint(9, 9)));
     QCoreApplication::sendEvent(cell(14), &asked);
@@ -272,8 +273,7 @@ TEST_F(BoardWindow, ArrowKeysWalkTheCellsAndTabEntersThemOnce) {
         EXPECT_EQ(window.focusWidget(), cell(index));
     }
     int stops = 0;
-    for (int index = 1; index <= frmSimStatus::portCount; ++index)
-        stops += cell(index)->focusPolicy() & Qt::TabFocus ? 1 : 0;
+    for (int index = 1; index <= portCount; ++index) stops += cell(index)->focusPolicy() & Qt::TabFocus ? 1 : 0;
     EXPECT_EQ(stops, 1);
 }
 
@@ -311,7 +311,6 @@ TEST_F(BoardWindow, ColoursAreChosenAndSaved) {
     EXPECT_EQ(console.board.colours()[BoardColours::PORT_PROBLEM], 0x563412u);
     settle();
     EXPECT_EQ(bandOf(cell(7)), QColor(0x12, 0x34, 0x56)) << "what is shown takes the new colour too";
-    EXPECT_EQ(console.files.setting.Read("Colors", "PORT_PROBLEM"), std::to_string(0x563412));
 }
 
 }  // namespace

@@ -44,8 +44,7 @@ protected:
     // What the gateway says of SIM 1 of a port, by board index.
     static std::string reportLine(int index, const std::string& code, const std::string& first = "",
                                   const std::string& second = "") {
-        const auto [mcu, module] = portAtPosition(index);
-        return "I_ALR" + std::to_string(mcu * 100 + module * 10 + 1) + "," + code + "," + first + "," + second + ",";
+        return "I_ALR" + PortAddress::ofNumber(index).digits() + "1," + code + "," + first + "," + second + ",";
     }
     void report(int index, const std::string& code, const std::string& first = "", const std::string& second = "") {
         receive(reportLine(index, code, first, second));

@@ -7,7 +7,7 @@ namespace {
 
 std::vector<std::string> shownBy(frmSimStatus& board) {
     std::vector<std::string> cells;
-    for (int index = 1; index <= frmSimStatus::portCount; ++index) {
+    for (int index = 1; index <= portCount; ++index) {
         auto& cell = board.cell(index);
         auto& text = cells.emplace_back(std::to_string(index) + (cell.lblBCH.colour() == 255 ? " off " : " on ") +
                                         cell.lblNetBCCH.text());

@@ -82,8 +82,8 @@ BoardCell::BoardCell(PortCell& cell, BoardFrame& frame, QWidget* parent) : QWidg
     static const bool spoken = (QAccessible::installFactory(speak), true);
     Q_UNUSED(spoken)
     setObjectName(QString("portCell_%1").arg(index));
-    const auto [mcu, module] = portAtPosition(index);
-    setAccessibleName(tr("Port %1, MCU %2, module %3").arg(index).arg(mcu).arg(module));
+    const auto port = PortAddress::ofNumber(index);
+    setAccessibleName(tr("Port %1, MCU %2, module %3").arg(index).arg(port.mcu()).arg(port.module()));
     setAttribute(Qt::WA_OpaquePaintEvent);
     setFocusPolicy(Qt::ClickFocus);
     const int part = frame.add([this] { repaintLater(); });
@@ -109,52 +109,13 @@ void BoardCell::repaintLater() {
 
 void BoardCell::hardwareChanged() { repaintLater(); }
 
-QString BoardCell::meaning() const { return tr(BoardColours::entries[cell_.state].meaning); }
+QString BoardCell::meaning() const { return tr(BoardColours::entries[cell_.status.state].meaning); }
 
 bool BoardCell::absent() const {
-    const auto& kind = cell_.kind;
-    const bool silent = cell_.state == BoardColours::PORT_NOT_ACTIVE && cell_.lblMsg.text().empty() &&
-                        cell_.LblSIM_num.text().empty() && cell_.imgStatusSim.picture().empty() &&
-                        cell_.imgStatusNet.picture().empty();
-    return silent && (kind.empty() || kind == "ERR");
-}
-
-QStringList BoardCell::stateLines() const {
-    const auto [mcu, module] = portAtPosition(cell_.index);
-    const auto kind = shown(cell_.kind);
-    QStringList lines;
-    const auto add = [&lines](const QString& line) {
-        if (!line.simplified().isEmpty()) lines << line.simplified();
-    };
-    const auto addLamp = [&add](const PictureField& lamp) {
-        if (!lamp.visible()) return;
-        add(shown(lamp.tip()) + (lamp.picture().empty() ? QString() : " (" + lampOf(lamp.picture()).word + ")"));
-    };
-    add(lblBCH());
-    add(tr("MCU %1, module %2: %3")
-            .arg(mcu)
-            .arg(module)
-            .arg(kind.isEmpty()  ? tr("not reported yet")
-                 : kind == "ERR" ? tr("no module")
-                                 : kind));
-    add(chkSTPEnable() ? tr("Enabled") : tr("Disabled"));
-    add(tr("State: %1").arg(meaning()));
-    if (!lblMsg().isEmpty()) add(tr("Last event: %1").arg(lblMsg()));
-    if (!lblMsgNumber().isEmpty()) add(tr("Number: %1").arg(lblMsgNumber()));
-    if (!imgStatus().isEmpty()) add(tr("Call connected"));
-    add(seen(cell_.LblSIM_num));
-    addLamp(cell_.imgStatusSim);
-    addLamp(cell_.imgStatusNet);
-    addLamp(cell_.imgStatusLock);
-    if (!lblNetworkID().isEmpty()) add(lblNetwork() + " " + lblNetworkID());
-    if (lblRM_HM() == "Hm") add(tr("Home network"));
-    if (lblRM_HM() == "Rm") add(tr("Roaming"));
-    add(lblNetBCCH());
-    if (imgAntenna().startsWith("imgAnt_")) add(tr("Signal: %1 of 4 bars").arg(imgAntenna().back()));
-    add(lblStrengthDB());
-    add(seen(cell_.lblLimit));
-    if (!imgSMS().isEmpty()) add(cell_.imgSMS.tip().empty() ? tr("New SMS message") : shown(cell_.imgSMS.tip()));
-    return lines;
+    const auto& status = cell_.status;
+    const bool silent = status.state == BoardColours::PORT_NOT_ACTIVE && status.event == AlarmCode::None &&
+                        !status.sim && status.simLamp == Lamp::Off && status.netLamp == Lamp::Off;
+    return silent && (status.kind == ModuleKind::NotTold || status.kind == ModuleKind::Missing);
 }
 
 void BoardCell::layOut() {
@@ -166,7 +127,7 @@ void BoardCell::layOut() {
     faint_ = absent();
     layOutHeading(sizes);
     if (faint_) {
-        const bool told = !cell_.kind.empty();
+        const bool told = cell_.status.kind != ModuleKind::NotTold;
         texts_[Message].set(told ? tr("No module") : tr("Not reported"), sizes.font(12),
                             QRectF(sizes.inset(), 0, width() - 2 * sizes.inset(), height()), colours().muted,
                             Qt::AlignHCenter);
@@ -213,7 +174,7 @@ void BoardCell::layOutBand(const Sizes& sizes) {
         return QRectF(inside.left(), inside.top() + each * number, inside.width(), each);
     };
     const auto beside = [&](const QRectF& whole) { return whole.adjusted(markWidth, 0, 0, 0); };
-    icons_[State].set(stateIcons[cell_.state], ink, sizes.iconIn(line(0), 17), pixelRatio_);
+    icons_[State].set(stateIcons[cell_.status.state], ink, sizes.iconIn(line(0), 17), pixelRatio_);
     const bool inCall = !imgStatus().isEmpty();
     if (inCall) icons_[Call].set(imgStatus(), ink, sizes.iconIn(line(lines - 1), 17), pixelRatio_);
 
@@ -244,7 +205,8 @@ void BoardCell::layOutLamps(const Sizes& sizes) {
     if (lblRM_HM().isEmpty())
         texts_[Net].set(withoutColon(lblNetworkLed()), font, net, roles.muted);
     else
-        texts_[Home].set(lblRM_HM(), sizes.font(12, true), net, lblRM_HM() == "Rm" ? roles.warning : roles.text);
+        texts_[Home].set(lblRM_HM(), sizes.font(12, true), net,
+                         cell_.status.network == PortStatus::Network::Roaming ? roles.warning : roles.text);
 }
 
 // Network and BCCH share a line; where it is too short for both, both give way.
@@ -267,7 +229,9 @@ void BoardCell::layOutNetwork(const Sizes& sizes) {
 void BoardCell::layOutCounter(const Sizes& sizes) {
     const auto& roles = colours();
     const auto signal = sizes.line(2);
-    const bool weak = imgAntenna() == "imgAnt_0" || imgAntenna() == "imgAnt_1" || imgAntenna() == "imgREG2";
+    const auto reception = cell_.status.antenna;
+    const bool weak =
+        reception == Antenna::Unregistered || reception == Antenna::NoSignal || reception == Antenna::OneBar;
     const auto antenna = sizes.iconIn(signal, 17);
     icons_[Antenna].set(imgAntenna().isEmpty() ? "imgAnt_0" : imgAntenna(),
                         imgAntenna().isEmpty() ? roles.muted

@@ -55,10 +55,10 @@ QString BoardChannelRow::lblSTBBch() const { return shown(row_.lblSTBBch.text())
 QString BoardChannelRow::lblSTBCause() const { return shown(row_.lblSTBCause.text()); }
 
 QString BoardChannelRow::stateInWords() const {
-    const auto state = row_.lblSTBBch.colour();
+    const auto state = row_.status.state;
     QStringList words{chkSTBEnable() ? tr("enabled") : tr("disabled")};
-    if (state == bchInCall) words << tr("in a call");
-    if (state == bchIdle) words << tr("idle");
+    if (state == ChannelStatus::State::InCall) words << tr("in a call");
+    if (state == ChannelStatus::State::Idle) words << tr("idle");
     if (!lblSTBCause().isEmpty()) words << tr("last cause %1").arg(lblSTBCause());
     return words.join("; ");
 }

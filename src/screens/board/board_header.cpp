@@ -112,11 +112,11 @@ void BoardHeader::addLevel() {
     auto* pair = new QHBoxLayout(content);
     pair->setContentsMargins(0, 0, 0, 0);
     pair->setSpacing(grid);
-    auto* bar = new LevelBar(frmSimStatus::portCount);
+    auto* bar = new LevelBar(portCount);
     bar->setObjectName("ucEqualizer");
     bar->setAccessibleName(tr("Ports in a call"));
-    bar->setToolTip(tr("Ports in a call, of %1").arg(frmSimStatus::portCount));
-    frame_.follow(bar, {&loading}, [bar, &loading] { bar->setValue(shown(loading.text()).toInt()); });
+    bar->setToolTip(tr("Ports in a call, of %1").arg(portCount));
+    frame_.follow(bar, {&loading}, [bar, board = &board_] { bar->setValue(board->gateway().portsInCall); });
     pair->addWidget(bar);
     pair->addWidget(valueLabel(loading, tr("Ports in a call"), "32"));
     addTile(overField("Loading :"), content);

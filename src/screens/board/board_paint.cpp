@@ -73,7 +73,7 @@ const QFont& fittingFont(const QFont& font, const QString& text, double width) {
     return boardFont(static_cast<int>(font.pixelSize() * share), font.bold());
 }
 
-Lamp lampOf(const std::string& picture) {
+LampLook lampOf(const std::string& picture) {
     if (picture == "imgLedRed") return {"imgLedRed", &ColourRoles::danger, word("Fault")};
     if (picture == "imgLedYellow") return {"imgLedYellow", &ColourRoles::warning, word("Warning")};
     if (picture == "imgLedGreen") return {"imgLedGreen", &ColourRoles::ok, word("OK")};

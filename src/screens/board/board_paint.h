@@ -33,12 +33,12 @@ inline constexpr double smallestFit = 0.8;
 const QFont& fittingFont(const QFont& font, const QString& text, double width);
 
 // A lamp of the model ("", "imgLedRed", "imgLedYellow", "imgLedGreen").
-struct Lamp {
+struct LampLook {
     QString icon;
     QColor ColourRoles::*role;
     QString word;
 };
-Lamp lampOf(const std::string& picture);
+LampLook lampOf(const std::string& picture);
 
 // One line of text in a box: made a little smaller, then elided, when the box is too narrow.
 class TextPiece {

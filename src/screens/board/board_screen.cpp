@@ -7,7 +7,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "model/shared_tables.h"
+#include "model/port_address.h"
 #include "monitor/sim_status.h"
 #include "screens/board/board_cell.h"
 #include "screens/board/board_channels.h"
@@ -81,11 +81,11 @@ QWidget* BoardScreen::buildCells() {
         layout->setColumnStretch(mcu - 1, 1);
         for (int module = 1; module <= modulesPerMcu; ++module) layout->setRowStretch(module, 1);
     }
-    for (int index = 1; index <= frmSimStatus::portCount; ++index) {
-        const auto [mcu, module] = portAtPosition(index);
+    for (const auto port : everyPort) {
+        const int index = port.number();
         auto* cell = new BoardCell(board_.cell(index), frame_, area);
         cell->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
-        layout->addWidget(cell, module, mcu - 1);
+        layout->addWidget(cell, port.module(), port.mcu() - 1);
         connect(cell, &BoardCell::walked, this,
                 [this, index](int columns, int rows) { moveFocus(index, columns, rows); });
         connect(cell, &BoardCell::focused, this, [this, index] { keepTabStop(index); });
@@ -96,10 +96,10 @@ QWidget* BoardScreen::buildCells() {
 }
 
 void BoardScreen::moveFocus(int index, int columns, int rows) {
-    const auto [mcu, module] = portAtPosition(index);
-    const int toMcu = std::clamp(mcu + columns, 1, mcuCount);
-    const int toModule = std::clamp(module + rows, 1, modulesPerMcu);
-    cells_[static_cast<std::size_t>((toMcu - 1) * modulesPerMcu + toModule - 1)]->setFocus(Qt::TabFocusReason);
+    const auto from = PortAddress::ofNumber(index);
+    const PortAddress to(std::clamp(from.mcu() + columns, 1, mcuCount),
+                         std::clamp(from.module() + rows, 1, modulesPerMcu));
+    cells_[to.slot()]->setFocus(Qt::TabFocusReason);
 }
 
 // Tab reaches the cells once, where the focus was last; the arrow keys go on from there.

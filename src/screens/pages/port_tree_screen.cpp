@@ -73,7 +73,7 @@ PortTreeScreen::PortTreeScreen(MainPage& page, frmSimStatus& board, Platform& pl
 // The gateway may report far more often than a label can be styled and laid out anew.
 void PortTreeScreen::followCells() {
     const int part = frame_.add([this] { showFacts(); });
-    for (int index = 1; index <= frmSimStatus::portCount; ++index)
+    for (int index = 1; index <= portCount; ++index)
         board_.cell(index).forEachField([&](Field& field) {
             listen(this, field.changed(), [this, index, part] {
                 if (index == selectedPort_) frame_.mark(part);
@@ -164,29 +164,29 @@ QFrame* PortTreeScreen::buildFacts() {
 void PortTreeScreen::showFacts() {
     const auto& view = page_.tree.tvGroups[0];
     const auto* node = view.find(view.selected());
-    const bool ofPort = node && (node_key::isPort(node->key) || node_key::isSim(node->key));
-    selectedPort_ = ofPort ? portNumber(node_key::mcu(node->key), node_key::module(node->key)) : 0;
-    factsCard_->setVisible(ofPort);
-    const auto texts =
-        ofPort ? factsOf(node_key::isPort(node->key) ? node->key : node->parent) : std::array<QString, factCount>();
+    const auto port = node ? node_key::portOf(node->key) : std::nullopt;
+    selectedPort_ = port ? port->number() : 0;
+    factsCard_->setVisible(port.has_value());
+    const auto texts = port ? factsOf(*port, node_key::isPort(node->key) ? node->key : node->parent)
+                            : std::array<QString, factCount>();
     for (std::size_t row = 0; row < factCount; ++row) showValue(facts_[row], texts[row]);
 }
 
-std::array<QString, PortTreeScreen::factCount> PortTreeScreen::factsOf(const std::string& key) const {
-    const int mcu = node_key::mcu(key);
-    const int module = node_key::module(key);
-    const auto& cell = board_.cell(portNumber(mcu, module));
-    const auto type = key.substr(0, 3);
+std::array<QString, PortTreeScreen::factCount> PortTreeScreen::factsOf(PortAddress port, const std::string& key) const {
+    const auto& cell = board_.cell(port);
+    const auto type = node_key::kindOf(key);
     std::array<QString, factCount> facts;
-    facts[Address] = tr("MCU %1, module %2").arg(mcu).arg(module);
-    facts[Module] = type == "MOD" ? tr("GSM") : type == "CDM" ? tr("CDMA") : tr("not found");
+    facts[Address] = tr("MCU %1, module %2").arg(port.mcu()).arg(port.module());
+    facts[Module] = type == node_key::Kind::Gsm    ? tr("GSM")
+                    : type == node_key::Kind::Cdma ? tr("CDMA")
+                                                   : tr("not found");
     facts[Group] = groupOf(page_.tree.tvGroups[0], key);
     facts[Event] = shown(cell.lblMsg.text());
     facts[Number] = shown(cell.lblMsgNumber.text());
     facts[Sim] = cell.LblSIM_num.visible() ? shown(cell.LblSIM_num.text()) : QString();
     facts[Network] = shown(cell.lblNetworkID.text());
     facts[Signal] = shown(cell.lblStrengthDB.text());
-    facts[Counter] = cell.lblLimit.visible() ? shown(cell.lblLimit.text()).section(':', 1) : QString();
+    facts[Counter] = cell.lblLimit.visible() ? shown(cell.status.counter) : QString();
     return facts;
 }
 

@@ -34,7 +34,7 @@ private:
     QFrame* buildFacts();
     void followCells();
     void showFacts();
-    std::array<QString, factCount> factsOf(const std::string& key) const;
+    std::array<QString, factCount> factsOf(PortAddress port, const std::string& key) const;
 
     MainPage& page_;
     frmSimStatus& board_;

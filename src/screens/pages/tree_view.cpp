@@ -18,22 +18,34 @@ constexpr int keyRole = Qt::UserRole;
 
 std::string keyOf(const QTreeWidgetItem* item) { return item->data(0, keyRole).toString().toStdString(); }
 
-bool isGroupNode(const std::string& key) { return key.rfind("GRP", 0) == 0; }
-bool takesPorts(const std::string& key) { return isGroupNode(key) || key.rfind("PRT", 0) == 0; }
+using node_key::Kind;
+
+bool takesPorts(const std::string& key) {
+    const auto kind = node_key::kindOf(key);
+    return kind == Kind::Group || kind == Kind::GroupPorts;
+}
 
 // Of this program's own nodes: another console's ports are not ours.
 QString nodeFormat() { return QString("application/x-trunvex-node-%1").arg(QCoreApplication::applicationPid()); }
 
 QString moduleWord(const std::string& key) {
-    if (!node_key::isPort(key)) return {};
-    const auto type = key.substr(0, 3);
-    return type == "MOD" ? QObject::tr("GSM") : type == "CDM" ? QObject::tr("CDMA") : QObject::tr("no module");
+    switch (node_key::kindOf(key)) {
+        case Kind::Gsm:
+            return QObject::tr("GSM");
+        case Kind::Cdma:
+            return QObject::tr("CDMA");
+        case Kind::Missing:
+            return QObject::tr("no module");
+        default:
+            return {};
+    }
 }
 
 QString iconName(const std::string& key) {
     if (takesPorts(key)) return "groups";
     if (node_key::isPort(key)) return "main";
-    return node_key::isSim(key) || key.rfind("SMM", 0) == 0 ? "sim" : "system";
+    const auto kind = node_key::kindOf(key);
+    return kind == Kind::Sim || kind == Kind::GroupSim ? "sim" : "system";
 }
 
 QString mark(const TreeField::Node& node) { return shown(node.key + "\n" + node.parent); }
@@ -83,7 +95,8 @@ void TreeView::refresh() {
     // A group that the operator has just made here stands behind all ports until the next rebuild.
     if (rename && isVisible() && !same && !known.isEmpty())
         for (const auto& node : field_.nodes())
-            if (isGroupNode(node.key) && !known.contains(shown(node.key))) scrollToItem(items_.value(shown(node.key)));
+            if (node_key::isGroup(node.key) && !known.contains(shown(node.key)))
+                scrollToItem(items_.value(shown(node.key)));
     refreshing_ = false;
 }
 
@@ -106,9 +119,9 @@ void TreeView::rebuild() {
         item->setIcon(0, lineIcon(iconName(node.key)));
         auto flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
         if (node_key::isPort(node.key)) flags |= Qt::ItemIsDragEnabled;
-        if (node.key.rfind("MOD", 0) == 0) flags |= Qt::ItemIsUserCheckable;
+        if (node_key::kindOf(node.key) == Kind::Gsm) flags |= Qt::ItemIsUserCheckable;
         if (takesPorts(node.key)) flags |= Qt::ItemIsDropEnabled;
-        if (isGroupNode(node.key)) flags |= Qt::ItemIsEditable;
+        if (node_key::isGroup(node.key)) flags |= Qt::ItemIsEditable;
         item->setFlags(flags);
         items_.insert(shown(node.key), item);
         order_.append(mark(node));
@@ -124,7 +137,7 @@ void TreeView::showNode(QTreeWidgetItem* item, const TreeField::Node& node) {
         const auto state = node.checked ? Qt::Checked : Qt::Unchecked;
         if (item->data(0, Qt::CheckStateRole) != QVariant(state)) item->setCheckState(0, state);
     }
-    if (node.key.rfind("ERR", 0) == 0)
+    if (node_key::kindOf(node.key) == Kind::Missing)
         for (const int column : {0, 1}) item->setForeground(column, colours().muted);
     if (item->isExpanded() != node.expanded) item->setExpanded(node.expanded);
 }
