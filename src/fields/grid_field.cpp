@@ -42,8 +42,7 @@ std::vector<TextRow> rowsOf(std::string_view value) {
 bool sortsBefore(const std::string& one, const std::string& other) {
     const bool oneIsNumber = isWhole(one);
     if (oneIsNumber != isWhole(other)) return oneIsNumber;
-    if (oneIsNumber && val(one) != val(other)) return val(one) < val(other);
-    return one < other;
+    return oneIsNumber ? val(one) < val(other) : one < other;
 }
 
 }  // namespace
@@ -192,7 +191,7 @@ void GridField::swap(std::size_t first, const Rows& out, const Rows& in) {
 }
 
 bool GridField::edited(Cell cell) const {
-    if (standing() == Standing::Free || standing() == Standing::Unread) return false;
+    if (standing() == Standing::Free) return false;
     const auto& row = rows_.at(cell.row);
     return row.origin >= held_.size() || row.cells.at(cell.column) != held_[row.origin].at(cell.column);
 }
@@ -274,7 +273,6 @@ void GridField::replaceRows(const Rows& rows) {
 void GridField::setHeld(const std::string& value) {
     auto held = rowsOf(value);
     for (auto& row : held) row.resize(columns_.size());
-    if (held == held_) return;
     held_ = std::move(held);
     forgetSteps();  // their rows were made from others
     findOrigins();

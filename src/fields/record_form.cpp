@@ -41,10 +41,12 @@ void RecordForm::show(Entry& entry, const std::string& value) {
     entry.shown = entry.field->value();
 }
 
-void RecordForm::show(Entry& entry, const Values& values) {
+std::string RecordForm::valueOf(const Entry& entry, const Values& values) {
     const auto value = values.find(entry.field);
-    show(entry, value == values.end() ? std::string() : value->second);
+    return value == values.end() ? std::string() : value->second;
 }
+
+void RecordForm::show(Entry& entry, const Values& values) { show(entry, valueOf(entry, values)); }
 
 void RecordForm::turnTo(const std::string& key) {
     if (!key_.empty() && compared_ && edited()) {
@@ -81,6 +83,8 @@ void RecordForm::take(const Values& held) {
             mine = entry.shown;
         else if (drafted)
             mine = draft->second[i];
+        // A report without news leaves the field alone, and with it the place where the operator is at work.
+        if (mine && mine == entry.shown && valueOf(entry, held) == entry.held) continue;
         const auto problem = mine ? entry.field->problem() : std::string();
         show(entry, held);
         hold(entry);

@@ -64,6 +64,7 @@ private:
     void fieldChanged(std::size_t index);
     void mark(Entry& entry);
     static void hold(Entry& entry);
+    static std::string valueOf(const Entry& entry, const Values& values);
     void show(Entry& entry, const std::string& value);
     void show(Entry& entry, const Values& values);
 

@@ -49,7 +49,8 @@ protected:
     RecordForm form;
     GridField grid{
         "grid",
-        {{"Number", 4, "0123456789", true, {}},
+        {{"Number", 4, "0123456789", true,
+          [](const std::string& text) { return text.empty() ? std::string("Missing.") : std::string(); }},
          {"Name",
           0,
           {},
@@ -75,33 +76,58 @@ TEST_F(Grid, MarksWhatDiffersFromWhatTheGatewayHolds) {
     form.settle();
     EXPECT_EQ(form.unwritten().size(), 0u);
     EXPECT_FALSE(grid.canUndo());
+    grid.removeRows({0});
+    const auto written = Rows{{"3", "c"}, {"2", "b"}, {"1", "a"}};
+    for (const bool drafted : {true, false}) {
+        form.turnTo("another");
+        form.turnTo("table");
+        hold(written);
+        EXPECT_EQ(grid.rowCount(), drafted ? 2u : 3u);
+        EXPECT_EQ(edited(), "") << "rows behind one that is gone";
+        form.undo();
+    }
+    form.propose({{&grid, GridField::valueOf(written)}});
+    grid.setCell({0, 0}, "8");
+    EXPECT_EQ(edited(), "") << "what is proposed to many is compared to none";
 }
 
 TEST_F(Grid, IsAFieldLikeAnyOtherOfItsRecord) {
     hold({{"1", "a"}, {"2", "b"}});
     grid.setCell({2, 0}, "3");
+    hold({{"1", "a"}, {"2", "b"}});
+    EXPECT_TRUE(grid.canUndo()) << "a report without news leaves the edits alone";
     form.turnTo("another");
     EXPECT_EQ(grid.rowCount(), 0u);
     form.turnTo("table");
     hold({{"1", "a"}, {"2", "told anew"}});
     EXPECT_EQ(rows().back(), (TextRow{"3", ""})) << "an edit outlives a look at another record";
+    grid.setCell({0, 0}, "7");
     form.undo();
+    EXPECT_FALSE(grid.canUndo() || grid.canRedo());
     EXPECT_THAT(rows(), ElementsAre(TextRow{"1", "a"}, TextRow{"2", "told anew"}));
     EXPECT_EQ(seen, rows());
 }
 
 TEST_F(Grid, KeepsAndMarksWhatCannotBeWritten) {
     hold({});
-    EXPECT_EQ(grid.paste({0, 0}, {{"12345", "long"}, {"1a", "letters"}, {"", ""}, {"7", "bad"}}), 0u);
-    const std::string words[] = {"at most 4", "only the characters", "", "No bad"};
-    for (std::size_t row = 0; row < 4; ++row)
-        EXPECT_THAT(grid.problemOf({row, row == 3 ? 1u : 0u}), HasSubstr(words[row])) << row;
+    EXPECT_EQ(grid.paste({0, 0}, {{"12345", "long"}, {"1a", "letters"}, {"", ""}, {"7", "bad"}, {"", "x"}}), 0u);
+    const std::string words[] = {"Number: at most 4", "Number: only the characters", "", "No bad", "Missing"};
+    for (std::size_t row = 0; row < 5; ++row)
+        EXPECT_THAT(grid.problemOf({row, row == 3 ? 1u : 0u}), testing::StartsWith(words[row])) << row;
+    EXPECT_EQ(grid.problemOf({2, 0}), "") << "an empty row is none";
     EXPECT_EQ(grid.cell(0, 0), "12345");
     EXPECT_EQ(grid.firstProblem(), (Table::Cell{0, 0}));
     grid.setProblemOf(2, "The gateway refused it.");
     EXPECT_FALSE(grid.problemOf({2, 1}).empty());
-    grid.setCell({2, 0}, "8");
-    EXPECT_EQ(grid.problemOf({2, 1}), "");
+    grid.setCell({2, 0}, "8888");
+    EXPECT_EQ(grid.problemOf({2, 0}) + grid.problemOf({2, 1}) + grid.problemOf({2, 0}), "");
+    grid.setCell({5, 0}, "");
+    EXPECT_EQ(grid.rowCount(), 5u) << "nothing begins no row";
+    grid.undoStep();
+    grid.setCell({0, 0}, "1");
+    EXPECT_FALSE(grid.canRedo());
+    grid.undoStep();
+    EXPECT_EQ(grid.cell(0, 0), "12345");
 }
 
 TEST_F(Grid, PastesOverAndBehindWhatIsThereUpToItsMostRows) {
@@ -133,9 +159,11 @@ TEST_F(Grid, SortsNumbersByValueAndEmptyCellsLast) {
     grid.undoStep();
     grid.undoStep();
     EXPECT_EQ(names(), "abcde");
+    hold({{"9", "A"}, {"9", "b"}, {"9", "c"}});
     EXPECT_EQ(grid.find("B", {1, 1}, true), (Table::Cell{1, 1})) << "round and back to itself";
-    EXPECT_EQ(grid.find("9", {2, 0}, true), (Table::Cell{4, 0}));
-    EXPECT_EQ(grid.find("9", {2, 0}, false), (Table::Cell{4, 0}));
+    EXPECT_EQ(grid.find("a", {1, 1}, true), (Table::Cell{0, 1}));
+    EXPECT_EQ(grid.find("9", {0, 0}, true), (Table::Cell{1, 0}));
+    EXPECT_EQ(grid.find("9", {0, 0}, false), (Table::Cell{2, 0}));
     EXPECT_EQ(grid.find("none", {0, 0}, true), std::nullopt);
 }
 
