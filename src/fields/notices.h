@@ -9,7 +9,10 @@ namespace trunvex {
 class Notices {
 public:
     Notices() {
-        cmdDismissNotice.pressed().connect([this] { lblNotice.setText(""); });
+        cmdDismissNotice.pressed().connect([this] {
+            lblLink.setText("");
+            lblNotice.setText("");
+        });
     }
 
     void tell(const std::string& text) {
@@ -18,6 +21,7 @@ public:
     }
     void endGathering() { gathering_ = false; }
 
+    LabelField lblLink{"lblLink"};  // the link that was lost, until there is one again; no other notice covers it
     LabelField lblNotice{"lblNotice"};
     ActionField cmdDismissNotice{"cmdDismissNotice", "Dismiss"};
 

@@ -1,5 +1,6 @@
 #include "link/c_spooling.h"
 
+#include "link/clock_text.h"
 #include "platform/quietly.h"
 #include "text/text_rules.h"
 
@@ -83,13 +84,23 @@ void CSpooling::ConnectionRequest() {
     panel_.StartProgress("connecting", 100, 5, 1);
 }
 
+// A link that never came up is no loss: what failed then is told as such.
+bool CSpooling::tellLoss(const Loss& loss) {
+    const bool up = loss.cause != Loss::Cause::Failed || session_.phase != SessionPhase::Connecting;
+    if (!session_.sessionFlag || !up) return false;
+    linkLost_.emit("The link to " + pipe_->farEnd() + " was lost at " + timeOfDay(platform_.clock().localTime()) +
+                   ": " + (loss.cause == Loss::Cause::PeerClosed ? "closed by the gateway" : loss.reason) + ".");
+    return true;
+}
+
 void CSpooling::lost(const Loss& loss) {
+    const bool told = tellLoss(loss);
     switch (loss.cause) {
         case Loss::Cause::PeerClosed:
             peerClosed();
             break;
         case Loss::Cause::Failed:
-            openFailed_.emit(pipe_->farEnd() + ": " + loss.reason);
+            if (!told) openFailed_.emit(pipe_->farEnd() + ": " + loss.reason);
             onSplAction_.emit(SocketError);
             break;
         case Loss::Cause::DsrChanged:

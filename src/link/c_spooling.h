@@ -61,6 +61,8 @@ public:
     sigc::signal<void()>& listenFailed() { return listenFailed_; }
     // Why a link did not open or broke, as a sentence for the operator.
     sigc::signal<void(const std::string& reason)>& openFailed() { return openFailed_; }
+    // The link of a session broke by itself: which, when and why, as a sentence for the operator.
+    sigc::signal<void(const std::string& what)>& linkLost() { return linkLost_; }
     // A line that was sent and may be shown: lines with a password are not among them.
     sigc::signal<void(std::string_view line, bool isError)>& sent() { return sent_; }
 
@@ -71,6 +73,7 @@ private:
     void ConnectionRequest();
     void lost(const Loss& loss);
     void peerClosed();
+    bool tellLoss(const Loss& loss);
 
     Platform& platform_;
     SessionState& session_;
@@ -86,6 +89,7 @@ private:
     sigc::signal<void()> peerCalled_;
     sigc::signal<void()> listenFailed_;
     sigc::signal<void(const std::string&)> openFailed_;
+    sigc::signal<void(const std::string&)> linkLost_;
     sigc::signal<void(std::string_view, bool)> sent_;
 };
 

@@ -98,6 +98,7 @@ void FrmPRIGroups::followSession() {
         lblESN.setText("");
         session_.state.gClockField = {};
     });
+    notices.lblLink.changed().connect([this] { platform_.tray().setTip(trayTip()); });
     session_.bringUp.addressChosen.connect([this](const std::string& host, const std::string& port) {
         caption.setText(std::string(windowTitle) + " {" + host + ":" + port + "}");
     });
@@ -137,6 +138,7 @@ void FrmPRIGroups::showPhase() {
     lblSessionState.setTag(tag);
     lblSessionState.setText(word);
     if (phase == SessionPhase::Connecting || phase == SessionPhase::Listening) lblNotice.setText("");
+    if (phase == SessionPhase::LogIn) notices.lblLink.setText("");
 }
 
 void FrmPRIGroups::openPage(std::string_view key) {
@@ -183,6 +185,11 @@ bool FrmPRIGroups::queryUnload() {
         Ticket::lasting());
 }
 
+std::string FrmPRIGroups::trayTip() const {
+    const auto& lost = notices.lblLink.text();
+    return lost.empty() ? "Trunvex" : "Trunvex - " + lost;
+}
+
 void FrmPRIGroups::hideToTray() {
     auto& tray = platform_.tray();
     if (!tray.available()) {
@@ -193,7 +200,7 @@ void FrmPRIGroups::hideToTray() {
         tray.remove();
         windowShown_.emit(true);
     };
-    tray.add("Trunvex");
+    tray.add(trayTip());
     windowShown_.emit(false);
 }
 

@@ -72,6 +72,7 @@ private:
     void ClockUpdate();
     void showClock();
     void showPhase();
+    std::string trayTip() const;
     void loggedIn(LogInOutcome outcome);
     void read(Page& page);
 

@@ -166,6 +166,7 @@ TEST(Serial, BindsOpensAndLosesTheLine) {
     line.deliver("A_CPW65535\r");
     bench.advance(1);
     line.changesDsr();
+    EXPECT_THAT(bench.console.notices.lblLink.text(), HasSubstr(": DSR fell."));
     EXPECT_EQ(line.sent, "C_CPWkestr\rR_ESN\r") << "no farewell on a serial line";
     EXPECT_FALSE(line.reached());
     EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Idle);
@@ -227,15 +228,29 @@ TEST(LogIn, IsNotDisturbedByABoxOfTheSessionBefore) {
     EXPECT_EQ(bench.console.session.state.gESN, "4711");
 }
 
-TEST(LogIn, TellsWhatALostLinkLeftUnwritten) {
-    simulator::Gateway gateway(seeded(3));
+// Which link, when, why, and what of the work it has cut short; it is told until there is a link again.
+TEST(LogIn, TellsOfALostLinkAndWhatItLeftUndone) {
+    auto options = seeded(3);
+    options.callRecords = 60;
+    simulator::Gateway gateway(options);
     ConsoleBench bench;
     bench.logIn(gateway);
+    auto& download = bench.console.cdrDownload;
+    download.start();
+    bench.advance(300);
+    bench.console.mainWindow.hideToTray();
     WriteBatch batch;
     batch.items = {command("C_A", "Port 1"), command("C_B", "Port 2"), command("C_C", "Port 3")};
     bench.console.session.writes.start(batch);
     bench.platform.peer.closes();
+    const std::string lost = "The link to gateway was lost at 00:00: closed by the gateway.";
+    EXPECT_EQ(bench.console.notices.lblLink.text(), lost);
+    EXPECT_EQ(bench.platform.trayIcon.tip, "Trunvex - " + lost);
     EXPECT_THAT(bench.console.mainWindow.lblNotice.text(), HasSubstr("Not written: Port 1 and 2 more"));
+    EXPECT_THAT(download.lblCDRStatus.text(), testing::AllOf(HasSubstr("calls fetched."), HasSubstr("channels ")));
+    EXPECT_EQ(download.ucCDRProg.text(), "Cut short");
+    bench.logIn(gateway);
+    EXPECT_EQ(bench.console.notices.lblLink.text() + bench.platform.trayIcon.tip, "Trunvex");
 }
 
 TEST(Connecting, ABoxThatOutlivesItsAttemptStartsAnew) {
