@@ -115,15 +115,13 @@ bool SessionBringUp::chooseLink() {
     session_.gConnType = dialog.kind();
     session_.password = dialog.txtPass.text();
     session_.workOnlyWithMonitor = dialog.chkReceivingMode.checked();
-    dialog.saveReceivingMode();
+    dialog.save();
     bindLink(dialog);
     session_.gGotESN = false;
-    dialog.saveHistory();
     return true;
 }
 
 void SessionBringUp::bindLink(frmConnectionSelect& dialog) {
-    dialog.saveLink();
     if (dialog.kind() == "NET") {
         session_.login = dialog.chkMasterLog.checked();
         session_.server = dialog.chkSERVER.checked();
