@@ -103,6 +103,10 @@ int CdrDownload::downLimit() const {
 }
 
 void CdrDownload::start() {
+    if (!sender_.mayWrite()) {  // a record leaves the gateway by a command
+        lblCDRStatus.setText(noRightsText);
+        return;
+    }
     tmrCDRLimit_->stop();
     gCDRMinutes = 0;
     endRun();
@@ -175,7 +179,7 @@ void CdrDownload::minuteTick() {
         return;
     }
     // Until the gateway has told its ports there is no session to fetch in, and a run would find none to ask.
-    if (!sender_.isConnected() || session_.gActivePorts.empty()) return;
+    if (!sender_.isConnected() || !sender_.mayWrite() || session_.gActivePorts.empty()) return;
     ++gCDRMinutes;
     lblCDRTimer.setText("Next check will start in " + std::to_string(downLimit() - gCDRMinutes) + " min");
     if (gCDRMinutes < downLimit()) return;
