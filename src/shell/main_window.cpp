@@ -7,6 +7,7 @@
 
 #include "link/clock_text.h"
 #include "model/node_key.h"
+#include "shell/standing_words.h"
 #include "text/text_rules.h"
 
 namespace trunvex {
@@ -21,43 +22,7 @@ enum CommandTimer { RequestClock = 0, SessionClock = 2, WritesAgain = 3 };
 // Timers that go on by themselves; the others tick once.
 bool repeats(int index) { return index == SessionClock || index == 6 || index == 7; }
 
-struct PhaseWord {
-    const char* tag;
-    const char* word;
-};
-
 constexpr const char* wrongPasswordText = "The gateway did not accept the password: it gave no rights to this session.";
-
-PhaseWord connectedWord(LogInOutcome outcome) {
-    switch (outcome) {
-        case LogInOutcome::WithoutRights:
-            return {"limited", "Connected, no rights"};
-        case LogInOutcome::Incomplete:
-            return {"limited", "Connected, log-in not complete"};
-        case LogInOutcome::Mute:
-            return {"limited", "Connected, no answer"};
-        case LogInOutcome::WithRights:
-            break;
-    }
-    return {"connected", "Connected"};
-}
-
-PhaseWord phaseWord(const SessionState& session) {
-    switch (session.phase) {
-        case SessionPhase::Connecting:
-            return {"connecting", "Connecting"};
-        case SessionPhase::Listening:
-            return {"listening", "Listening"};
-        case SessionPhase::LogIn:
-            return {"login", "Logging in"};
-        case SessionPhase::Connected:
-            return connectedWord(outcomeOf(session));
-        case SessionPhase::Dialog:
-        case SessionPhase::Idle:
-            break;
-    }
-    return {"idle", "Not connected"};
-}
 
 }  // namespace
 
@@ -160,21 +125,10 @@ void FrmPRIGroups::showPhase() {
 
 // A late answer of the log-in still counts.
 void FrmPRIGroups::showStanding() {
-    const auto [tag, word] = phaseWord(session_.state);
+    const auto [tag, word] = standingWord(session_.state);
     lblSessionState.setTag(tag);
     lblSessionState.setText(word);
-}
-
-void FrmPRIGroups::showSilence() {
-    constexpr std::chrono::minutes seconds{2};  // up to here
-    const auto silence = session_.objSpool.silence();
-    if (!silence)
-        lblSilence.setText("");
-    else if (*silence < seconds)
-        lblSilence.setText("Last heard " + std::to_string(silence->count()) + " s ago");
-    else
-        lblSilence.setText("Last heard " + std::to_string(std::chrono::floor<std::chrono::minutes>(*silence).count()) +
-                           " min ago");
+    lblSilence.setText(silenceText(session_.objSpool.silence()));
 }
 
 std::string FrmPRIGroups::unwritten(Page::Edits which) const {
@@ -290,7 +244,6 @@ void FrmPRIGroups::commandTimerTick(int index) {
     if (index == SessionClock) {
         ClockUpdate();
         showStanding();
-        showSilence();
     }
     if (index == WritesAgain)
         for (auto* page : pages_) page->holdWrites(false);

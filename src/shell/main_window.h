@@ -75,7 +75,6 @@ private:
     void showClock();
     void showPhase();
     void showStanding();
-    void showSilence();
     void toggleSession();
     std::string unwritten(Page::Edits which) const;
     std::string trayTip() const;

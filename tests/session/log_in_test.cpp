@@ -89,20 +89,6 @@ TEST(LogIn, TellsForHowLongAGatewayThatWasAskedIsSilent) {
     EXPECT_EQ(said.text(), "");
 }
 
-TEST(LogIn, CreditsALateAnswerToNobodyElse) {
-    auto options = seeded(3);
-    simulator::switchOn(options.faults, "R_ESN:latency=1500");
-    simulator::Gateway gateway(options);
-    ConsoleBench bench;
-    bench.platform.boxes.answers = {Button::Ignore};
-    simulator::switchOn(gateway.faults(), "R_CLK:latency=900");
-    bench.logIn(gateway);
-    bench.advance(5000);
-    EXPECT_THAT(gateway.linesReceived(), ElementsAre("C_CPWkestr", "R_ESN", "R_CLK", "R_PPR"));
-    EXPECT_EQ(bench.platform.boxes.shown.size(), 2u) << "the ignored item, and the report of it";
-    EXPECT_EQ(bench.console.session.state.gESN, "4711") << "a late record is stored all the same";
-}
-
 TEST(LogIn, GoesOnWithAWrongPasswordSaysSoAndWritesNothing) {
     simulator::Gateway gateway(seeded(3));
     ConsoleBench bench;
