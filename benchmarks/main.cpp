@@ -37,6 +37,8 @@ const std::vector<Ratio>& ratios() {
         {"the same, of 50 ms", "download/console_50ms", "download/wire_50ms", 1.05, true, Of::Times},
         {"the console's window shown / an empty one of Qt's (times)", "start/console", "start/empty", 4, true,
          Of::Times},
+        {"scrolling 10,000 edited rows / rows of plain texts in a plain view (times)", "grid/edited", "grid/plain", 3,
+         true, Of::Times},
         {"a storm with the board open / a bare painting program (times)", "storm/program", "storm/bare", 3, true,
          Of::Times},
     };

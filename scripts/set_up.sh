@@ -13,7 +13,7 @@ screen_packages=(
     libxcb-icccm4 libxcb-keysyms1 libxcb-shape0 qt6-qpa-plugins
 )
 bench_packages=(libbenchmark-dev)
-check_packages=(clang libclang-rt-14-dev clang-format)
+check_packages=(clang libclang-rt-14-dev clang-format clang-tidy)
 
 missing_packages() {
     local package

@@ -18,7 +18,7 @@ void fitSims(Port& port, Random& random) {
     for (auto i = 0; i < fitted; ++i) {
         Sim& sim = port.sims[static_cast<std::size_t>(i)];
         sim.state = simReady;
-        sim.talkedSeconds = static_cast<int>(random.between(0, 600 * 60));
+        sim.talkedSeconds = static_cast<int>(random.between(0, std::int64_t{600} * 60));
     }
 }
 

@@ -11,8 +11,8 @@ namespace {
 constexpr const char* lineEnd = "\r\n";
 constexpr const char* rowIndent = "          ";
 constexpr const char* valueIndent = "               ";
-constexpr std::size_t flushBytes = 256 * 1024;
-constexpr std::size_t syncBytes = 4 * 1024 * 1024;
+constexpr std::size_t flushBytes = std::size_t{256} * 1024;
+constexpr std::size_t syncBytes = std::size_t{4} * 1024 * 1024;
 
 }  // namespace
 

@@ -47,8 +47,8 @@ void copyRows(Database& from, Database& into, const MessageTable& table) {
 
 }  // namespace
 
-CallFiles::CallFiles(DatabaseEngine& engine, std::filesystem::path folder)
-    : engine_(engine), template_(std::move(folder) / "CDR.mdb") {}
+CallFiles::CallFiles(DatabaseEngine& engine, const std::filesystem::path& folder)
+    : engine_(engine), template_(folder / "CDR.mdb") {}
 
 void CallFiles::make(const std::filesystem::path& database) {
     engine_.removeBeside(database);

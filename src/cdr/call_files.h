@@ -11,7 +11,7 @@ namespace trunvex {
 class CallFiles {
 public:
     // `folder` holds the template, "CDR.mdb".
-    CallFiles(DatabaseEngine& engine, std::filesystem::path folder);
+    CallFiles(DatabaseEngine& engine, const std::filesystem::path& folder);
 
     // A database that does not exist: what was kept for it, or the template. What one that was taken away has left
     // beside it is removed first.

@@ -27,18 +27,18 @@ std::string CallRollover::fileName(const std::string& esn, std::chrono::local_se
                                     : ".mdb");
 }
 
-CallRollover::CallRollover(CallStore& store, std::filesystem::path file, Format format, bool header)
-    : store_(store), file_(std::move(file)), format_(format), header_(header) {}
+CallRollover::CallRollover(CallStore& store, std::filesystem::path file, bool header)
+    : store_(store), file_(std::move(file)), header_(header) {
+    const auto ending = file_.extension();
+    format_ = ending == ".csv" ? Format::Csv : ending == ".xml" ? Format::Xml : Format::Access;
+}
 
 void CallRollover::begin() {
     if (format_ == Format::Access) {
         copying_ = store_.copyTo(file_);
         return;
     }
-    std::string columns;  // a null would end the reading
-    for (const auto& column : callColumns)
-        columns += (columns.empty() ? "" : ", ") + ("ifnull(" + std::string(column.name)) + ", '')";
-    rows_ = store_.query("SELECT " + columns + " FROM CDR");
+    rows_ = store_.callsWithoutNulls();  // a null would end the reading
 }
 
 bool CallRollover::write() {

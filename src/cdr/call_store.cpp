@@ -275,6 +275,23 @@ std::unique_ptr<DatabaseRows> CallStore::query(const std::string& sql) {
     return std::make_unique<HeldRows>(engine_.open(file_), sql);
 }
 
+std::unique_ptr<DatabaseRows> CallStore::calls() { return query("SELECT * FROM CDR"); }
+
+std::unique_ptr<DatabaseRows> CallStore::callsMarked(std::string_view column, std::string_view value) {
+    return query("SELECT *, " + std::string(column) + "='" + std::string(value) + "' FROM CDR");
+}
+
+std::unique_ptr<DatabaseRows> CallStore::callsWithoutNulls() {
+    std::string columns;
+    for (const auto& column : callColumns)
+        columns += (columns.empty() ? "" : ", ") + ("ifnull(" + std::string(column.name)) + ", '')";
+    return query("SELECT " + columns + " FROM CDR");
+}
+
+std::unique_ptr<DatabaseRows> CallStore::values(std::string_view column) {
+    return query("SELECT " + std::string(column) + " FROM CDR");
+}
+
 void CallStore::clear() {
     if (file_.empty() || !std::filesystem::exists(file_)) return;
     openJournal();

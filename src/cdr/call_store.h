@@ -38,7 +38,7 @@ private:
 // twice.
 //
 // One console at a time adds calls and clears them: what does so takes a lock on the gateway's files, and throws
-// DatabaseError "Locked" with the name of who holds it. Who does not get it may still look: query() and copyTo().
+// DatabaseError "Locked" with the name of who holds it. Who does not get it may still look: at the calls, and copyTo().
 //
 // What fails throws: DatabaseError from the database, std::system_error from files. Nothing has changed then, and the
 // same call may be tried again.
@@ -88,9 +88,15 @@ public:
     void beginRun() { holding_ = true; }
     void endRun();
 
-    // The rows of a query, on a connection of their own: what is added or copied meanwhile neither waits for them nor
-    // changes them.
-    std::unique_ptr<DatabaseRows> query(const std::string& sql);
+    // The calls in the columns' order, on a connection of their own: what is added or copied meanwhile neither waits
+    // for them nor changes them.
+    std::unique_ptr<DatabaseRows> calls();
+    // With one column more: "1" where the column, by its name, holds the value. A value with a quote fails.
+    std::unique_ptr<DatabaseRows> callsMarked(std::string_view column, std::string_view value);
+    // With empty texts for nulls.
+    std::unique_ptr<DatabaseRows> callsWithoutNulls();
+    // One column of all calls.
+    std::unique_ptr<DatabaseRows> values(std::string_view column);
     // Deletes the database, a damaged one too, but none that is locked. What was taken and is not in the table yet
     // stays in the journal; the rows of the tables SMS and LOG come back in the next database.
     void clear();
@@ -98,6 +104,7 @@ public:
     std::unique_ptr<CallCopy> copyTo(const std::filesystem::path& target);
 
 private:
+    std::unique_ptr<DatabaseRows> query(const std::string& sql);
     void lock();
     void openJournal();
     std::shared_ptr<Database> database();

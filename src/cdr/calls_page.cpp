@@ -4,7 +4,6 @@
 #include <set>
 #include <system_error>
 
-#include "cdr/call_rollover.h"
 #include "platform/quietly.h"
 #include "text/text_rules.h"
 
@@ -13,9 +12,7 @@ namespace trunvex {
 namespace {
 
 constexpr const char* section = "CDRConfig";
-constexpr const char* wholeTable = "SELECT * FROM CDR";
 constexpr const char* allColumns = "ALL";
-constexpr std::int64_t usualMostCalls = 1000;
 constexpr std::size_t sliceRows = 4000;       // some ms of reading or writing
 constexpr std::size_t listSliceRows = 16000;  // the same of searching and sorting in memory
 
@@ -33,7 +30,8 @@ CallsPage::CallsPage(Session& session, CallStore& store, CdrDownload& download, 
     : Page(session, {"call", "Calls", "Call records", Cdr}), platform_(session.platform), settings_(session.setting),
       state_(session.state), store_(store), download_(download), clock_(std::move(clock)),
       tell_([&session](const std::string& text) { session.tell(text); }),
-      work_(session.platform, lblCDRWork, cmdCDRCancel) {
+      work_(session.platform, lblCDRWork, cmdCDRCancel),
+      rotation_(session, store, download, work_, txtCDRPath, [this] { return clearCalls(); }) {
     std::vector<std::string> captions{allColumns};
     for (const auto& column : callColumns)
         if (column.caption) captions.emplace_back(column.caption);
@@ -42,7 +40,7 @@ CallsPage::CallsPage(Session& session, CallStore& store, CdrDownload& download, 
     cmbCDRMeasure.setIndex(0);
     store_.added().connect([this](const CallRecord& record) { rowStored(record); });
     store_.gatewayLeft().connect([this] {
-        if (rollingOver_) work_.drop();
+        if (rotation_.running()) work_.drop();
     });
     lsvCallReport.added().connect([this](std::size_t) { shownChanged_.emit(); });
     lsvCallReport.changed().connect([this] { shownChanged_.emit(); });
@@ -56,7 +54,7 @@ CallsPage::CallsPage(Session& session, CallStore& store, CdrDownload& download, 
     cmbCDRColumn.valueChanged().connect([this] {
         if (fillingValues_) return;
         if (cmbCDRColumn.text() == allColumns)
-            BuildCDRList(wholeTable);
+            BuildCDRList();
         else
             GetCDRGROUP(cmbCDRColumn.text());
     });
@@ -69,16 +67,11 @@ CallsPage::CallsPage(Session& session, CallStore& store, CdrDownload& download, 
     readSettings();
 }
 
-// A rollover goes with the page, and what waits for it must not.
-CallsPage::~CallsPage() {
-    if (rollingOver_) store_.releaseRows();
-}
-
 void CallsPage::connectButtons() {
     for (std::size_t index = 0; index <= 3; ++index)
         cmdCDRExport[index].pressed().connect([this, index] { exportTo(index); });
     cmdCDRExport[4].pressed().connect([this] {
-        if (!state_.gESN.empty()) BuildCDRList(wholeTable);
+        if (!state_.gESN.empty()) BuildCDRList();
     });
     cmdCDRExport[5].pressed().connect([this] { askAndClear(); });
     cmdCDRExport[6].pressed().connect([this] {
@@ -97,16 +90,9 @@ void CallsPage::readSettings() {
     txtCDRRecordLimit.setText(settings_.readOr(section, "Max", "1000"));
     txtCDRPath.setText(settings_.readOr(section, "Path", state_.applicationFolder + "/data"));
     optCDRFormat.setIndex(static_cast<int>(val(settings_.readOr(section, "Format", "0"))));
-    chkCDRIncludeHeader.setChecked(headerWanted());
-    mostCalls_ = mostCalls();
+    chkCDRIncludeHeader.setChecked(headerWanted(settings_));
+    rotation_.readSettings();
 }
-
-std::int64_t CallsPage::mostCalls() {
-    const auto most = val(settings_.readOr(section, "Max", ""));
-    return most == 0 ? usualMostCalls : most;
-}
-
-bool CallsPage::headerWanted() { return val(settings_.readOr(section, "Header", "1")) == 1; }
 
 void CallsPage::saveSettings() {
     auto path = txtCDRPath.text();
@@ -124,12 +110,12 @@ void CallsPage::saveSettings() {
                         {section, "Max", txtCDRRecordLimit.text()},
                         {section, "Format", std::to_string(std::max(0, optCDRFormat.index()))},
                         {section, "Path", path}});
-    mostCalls_ = mostCalls();
+    rotation_.readSettings();
     download_.rearm();
 }
 
 void CallsPage::opened() {
-    if (!state_.gESN.empty() && !gCDRListLoaded) BuildCDRList(wholeTable);
+    if (!state_.gESN.empty() && !gCDRListLoaded) BuildCDRList();
 }
 
 // The calls of another gateway leave the list.
@@ -140,7 +126,7 @@ void CallsPage::identified() {
     if (!quietly(
             "recover", [&] { store_.recover(); }, &reason))
         tell_("The calls can be looked at, but none can be added or cleared: " + reason);
-    if (shown() && !rollingOver_) BuildCDRList(wholeTable);
+    if (shown() && !rotation_.running()) BuildCDRList();
 }
 
 // The calls of another table leave the list, and with them the values of its filter.
@@ -155,20 +141,22 @@ void CallsPage::emptyList() {
     showValues({});
 }
 
-void CallsPage::BuildCDRList(const std::string& sql) { load(sql, false); }
+void CallsPage::BuildCDRList() {
+    load([this] { return store_.calls(); }, false);
+}
 
 // Each row tells whether it is one of the group: a query for the group alone would look through the whole table before
 // it gave the first row back, and the window would stand still.
 void CallsPage::BuildCDRListGroup(const std::string& caption, const std::string& value) {
     const auto* column = columnOf(caption);
-    if (column) load("SELECT *, " + std::string(column->name) + "='" + value + "' FROM CDR", true);
+    if (column) load([this, column, &value] { return store_.callsMarked(column->name, value); }, true);
 }
 
 // A query that fails leaves the list as it is.
-void CallsPage::load(const std::string& sql, bool marked) {
-    if (rollingOver_ && refuseBusy()) return;
+void CallsPage::load(const std::function<std::unique_ptr<DatabaseRows>()>& query, bool marked) {
+    if (rotation_.running() && refuseBusy()) return;
     std::shared_ptr<DatabaseRows> rows;
-    if (!quietly("BuildCDRList", [&] { rows = store_.query(sql); })) {
+    if (!quietly("BuildCDRList", [&] { rows = query(); })) {
         tell_("The call database can't be read; the list stays as it is.");
         return;
     }
@@ -197,10 +185,9 @@ void CallsPage::load(const std::string& sql, bool marked) {
 void CallsPage::GetCDRGROUP(const std::string& caption) {
     const auto* column = columnOf(caption);
     showValues({});
-    if (!column || (rollingOver_ && refuseBusy())) return;
+    if (!column || (rotation_.running() && refuseBusy())) return;
     std::shared_ptr<DatabaseRows> rows;
-    if (!quietly("GetCDRGROUP", [&] { rows = store_.query("SELECT " + std::string(column->name) + " FROM CDR"); }))
-        return;
+    if (!quietly("GetCDRGROUP", [&] { rows = store_.values(column->name); })) return;
     struct Values {
         bool reading = true;
         std::set<std::string> found;
@@ -256,9 +243,7 @@ void CallsPage::rowStored(const CallRecord& record) {
     lsvCallReport.add(record);
     const auto total = val(lblCDRTotal.text()) + 1;
     lblCDRTotal.setText(std::to_string(total));
-    if (total < mostCalls_ || work_.running() || rollingOver_) return;
-    mostCalls_ = mostCalls();
-    if (total >= mostCalls_ && val(settings_.readOr(section, "Mode", "0")) == 0) SaveCDRFile();
+    if (!work_.running() && rotation_.isDue(total)) SaveCDRFile();
 }
 
 bool CallsPage::clearCalls() {
@@ -285,55 +270,13 @@ Ticket CallsPage::forThisGateway() {
 }
 
 void CallsPage::askAndClear() {
-    if (rollingOver_ && refuseBusy()) return;
+    if (rotation_.running() && refuseBusy()) return;
     if (platform_.dialogs().agreed(Button::Yes,
                                    {"this action will clear all the calls report !. \r\n"
                                     "are you sure that you want to continue?",
                                     "warning", ButtonSet::YesNo, BoxIcon::Warning, 2},
                                    forThisGateway()))
         clearCalls();
-}
-
-void CallsPage::SaveCDRFile() {
-    auto folder = settings_.readOr(section, "Path", state_.applicationFolder + "/data");
-    std::error_code error;
-    if (std::filesystem::is_directory(folder, error) && std::filesystem::is_empty(folder, error)) {
-        folder = state_.applicationFolder + "/data";
-        txtCDRPath.setText(folder);
-    }
-    const auto format = CallRollover::formatOf(val(settings_.readOr(section, "Format", "0")));
-    const auto file =
-        std::filesystem::path(folder) / CallRollover::fileName(state_.gESN, platform_.clock().localTime(), format);
-    // Two of the same second have the same name: the later one waits for the next call instead of replacing the first.
-    if (std::filesystem::exists(file, error)) return;
-    download_.pause(true);
-    rollingOver_ = true;
-    store_.holdRows();
-    auto rollover = std::make_shared<CallRollover>(store_, file, format, headerWanted());
-    work_.run({"SaveCDRFile",
-               [this, rollover, file, marked = false]() mutable {
-                   if (!std::exchange(marked, true)) store_.beginRollover(file);
-                   return rollover->write();
-               },
-               [rollover] { return rollover->progress(); },
-               [this, file](SlicedWork::End end, const std::string& reason) { rolledOver(file, end, reason); }});
-}
-
-void CallsPage::rolledOver(const std::filesystem::path& file, SlicedWork::End end, const std::string& reason) {
-    std::error_code error;
-    if (end == SlicedWork::End::Done) {
-        rolloverTold_.clear();
-        // Calls that stay in the table must not stand in a file as well.
-        if (!clearCalls()) std::filesystem::remove(file, error);
-    } else if (end == SlicedWork::End::Failed && std::exchange(rolloverTold_, reason) != reason) {
-        tell_("The call records can't be written to " + file.parent_path().string() + " (" + reason +
-              "); they stay in the list.");
-    }
-    quietly("dropRollover", [&] { store_.dropRollover(); });
-    store_.releaseRows();  // at once: what fails behind it may be given up, when a run is ended
-    download_.guard([this] { store_.recover(); });
-    rollingOver_ = false;
-    download_.pause(false);
 }
 
 // Looked at before and after a dialog: lines go on behind it.

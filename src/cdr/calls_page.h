@@ -8,6 +8,7 @@
 #include "cdr/call_export.h"
 #include "cdr/call_list.h"
 #include "cdr/call_report.h"
+#include "cdr/call_rotation.h"
 #include "cdr/call_store.h"
 #include "cdr/call_table.h"
 #include "cdr/cdr_download.h"
@@ -23,7 +24,6 @@ namespace trunvex {
 class CallsPage final : public Page {
 public:
     CallsPage(Session& session, CallStore& store, CdrDownload& download, std::function<ReportClock()> clock);
-    ~CallsPage() override;
 
     // Shows what the settings file holds.
     void readSettings();
@@ -34,13 +34,13 @@ public:
     bool gatewayIsKnown() const { return !state_.gESN.empty(); }
     void tell(const std::string& text) { session_.tell(text); }
     sigc::signal<void()>& phaseChanged() { return session_.events.phaseChanged; }
-    void BuildCDRList(const std::string& sql);
+    void BuildCDRList();
     void BuildCDRListGroup(const std::string& caption, const std::string& value);
     void GetCDRGROUP(const std::string& caption);
     // False when the database can't be deleted, which the operator is told.
     bool clearCalls();
     // The rollover: the table goes into a file of its own and begins anew.
-    void SaveCDRFile();
+    void SaveCDRFile() { rotation_.begin(); }
     // Calls are being loaded, searched, sorted or written.
     bool busy() const { return work_.running(); }
 
@@ -80,7 +80,7 @@ private:
     void connectButtons();
     void rowStored(const CallRecord& record);
     void emptyList();
-    void load(const std::string& sql, bool marked);
+    void load(const std::function<std::unique_ptr<DatabaseRows>()>& query, bool marked);
     void workOnList();
     bool refuseBusy();
     Ticket forThisGateway();
@@ -92,9 +92,6 @@ private:
     void print();
     void askAndClear();
     void saveSettings();
-    bool headerWanted();
-    std::int64_t mostCalls();
-    void rolledOver(const std::filesystem::path& file, SlicedWork::End end, const std::string& reason);
     std::string progress(const char* doing, std::size_t done) const;
 
     Platform& platform_;
@@ -105,11 +102,9 @@ private:
     std::function<ReportClock()> clock_;
     std::function<void(const std::string&)> tell_;
     SlicedWork work_;
+    CallRotation rotation_;
     bool fillingValues_ = false;
-    bool rollingOver_ = false;
     std::filesystem::path listed_;  // the database whose calls the list holds
-    std::int64_t mostCalls_ = 0;    // records a file, as last read
-    std::string rolloverTold_;      // why the last rollover failed
     sigc::signal<void()> shownChanged_;
 };
 

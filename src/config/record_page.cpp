@@ -5,7 +5,7 @@ namespace trunvex {
 void RecordPage::addForm(const std::string& caption, RecordForm& form, const Buttons& buttons,
                          std::vector<QueueItem> batch, std::function<bool()> write) {
     form.turnTo(caption);
-    auto& sheet = sheets_.emplace_back(form, buttons, std::move(batch), std::move(write));
+    auto& sheet = sheets_.emplace_back(Sheet{form, buttons, std::move(batch), std::move(write)});
     form.changed().connect([&sheet] { sheet.buttons.undo.setEnabled(sheet.form.edited()); });
     buttons.undo.setEnabled(form.edited());
     buttons.undo.pressed().connect([&sheet] { sheet.form.undo(); });

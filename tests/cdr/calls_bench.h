@@ -31,7 +31,7 @@ inline std::multiset<std::string> callsIn(simulator::Gateway& gateway) {
 
 inline std::multiset<std::string> callsIn(CallStore& store) {
     std::multiset<std::string> dialled;
-    const auto found = store.query("SELECT Dialed_CLI FROM CDR");
+    const auto found = store.values("Dialed_CLI");
     while (found->next()) dialled.emplace(found->text(0));
     return dialled;
 }

@@ -158,7 +158,7 @@ TEST_F(Calls, AreNotLostWhileALongTableIsRolledOver) {
         SCOPED_TRACE(testing::Message() << format << filtered);
         setting("Format", format);
         fill();
-        filtered ? page.BuildCDRListGroup("Port", "5") : page.BuildCDRList("SELECT * FROM CDR");
+        filtered ? page.BuildCDRListGroup("Port", "5") : page.BuildCDRList();
         bench.advance(100);
         if (filtered) page.txtCDRSearch.setText("1000");
         add("7", "last");
@@ -214,7 +214,7 @@ TEST_F(Calls, GoOnIntoTheTableWhenARolloverIsEnded) {
         setting("Path", made("data").string());
         setting("Max", "9001");
         fill();
-        page.BuildCDRList("SELECT * FROM CDR");
+        page.BuildCDRList();
         bench.advance(100);
         add("7", "last");
         add("7", "waiting");
@@ -280,7 +280,7 @@ TEST_F(Calls, AskForTheGatewayThatIsThere) {
 
 TEST_F(Calls, AreToldToBeIncompleteWhenTheirLoadingWasEnded) {
     fill();
-    page.BuildCDRList("SELECT * FROM CDR");
+    page.BuildCDRList();
     page.txtCDRSearch.setText("1000");
     page.cmdCDRCancel.press();
     EXPECT_THAT(bench.console.mainWindow.lblNotice.text(), HasSubstr("not complete"));

@@ -93,7 +93,8 @@ void showLabel(const LabelField& field, QLabel* label) {
         if (label->testAttribute(Qt::WA_SetPalette)) label->setPalette(QPalette());
         return;
     }
-    const QColor colour(field.colour() & 0xFF, field.colour() >> 8 & 0xFF, field.colour() >> 16 & 0xFF);
+    const auto byte = [&field](int shift) { return static_cast<int>(field.colour() >> shift & 0xFF); };
+    const QColor colour(byte(0), byte(8), byte(16));
     auto palette = label->palette();
     palette.setColor(QPalette::WindowText, readableOn(colours().surface, colour));
     label->setPalette(palette);

@@ -64,7 +64,7 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
     if (cell.row >= table_.rowCount()) return {};
     if (role == Qt::DisplayRole || role == Qt::EditRole) return shown(table_.text(cell.row, cell.column));
     if (grid_) {
-        if (const auto marked = mark(cell, role); marked.isValid()) return marked;
+        if (auto marked = mark(cell, role); marked.isValid()) return marked;
     }
     if (role == Qt::ToolTipRole) return plainTip(shown(table_.text(cell.row, cell.column)));
     return {};

@@ -4,6 +4,8 @@
 
 #include "screens/kit/table_model.h"
 
+class QLabel;
+
 namespace trunvex {
 
 // The view of every table: sorted by its headings, copied as spreadsheets want it. A table that can be edited takes
@@ -48,7 +50,7 @@ private:
     bool wholeRows() const;
 
     GridField* grid_ = nullptr;
-    class QLabel* empty_;
+    QLabel* empty_;
 };
 
 }  // namespace trunvex

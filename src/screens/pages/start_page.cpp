@@ -25,11 +25,14 @@ struct Step {
 };
 
 constexpr std::array<Step, 3> steps = {{
-    {"connect", "Press Connect", "In the tool bar, or Ctrl+1. Nothing is asked of a gateway before you do."},
-    {"tsl", "Choose the way to the gateway", "A serial line, TCP or a modem. Enter the gateway's password."},
-    {"server0", "No gateway at hand?",
-     "Try the simulated one: ./run starts it with a console; or start trunvex-gateway and\n"
-     "connect by TCP to 127.0.0.1, port 4001."},
+    {"connect", QT_TRANSLATE_NOOP("StartPage", "Press Connect"),
+     QT_TRANSLATE_NOOP("StartPage", "In the tool bar, or Ctrl+1. Nothing is asked of a gateway before you do.")},
+    {"tsl", QT_TRANSLATE_NOOP("StartPage", "Choose the way to the gateway"),
+     QT_TRANSLATE_NOOP("StartPage", "A serial line, TCP or a modem. Enter the gateway's password.")},
+    {"server0", QT_TRANSLATE_NOOP("StartPage", "No gateway at hand?"),
+     QT_TRANSLATE_NOOP("StartPage",
+                       "Try the simulated one: ./run starts it with a console; or start trunvex-gateway and\n"
+                       "connect by TCP to 127.0.0.1, port 4001.")},
 }};
 
 }  // namespace

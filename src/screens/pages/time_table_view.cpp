@@ -65,8 +65,8 @@ void TimeBar::paintEvent(QPaintEvent*) {
         painter.setPen(roles.muted);
         const auto flag = hour == 0 ? Qt::AlignLeft : hour == 24 ? Qt::AlignRight : Qt::AlignHCenter;
         const int centre = hour == 0 ? grid * 2 : hour == 24 ? x(minutesOfDay) - 2 * grid : x(hour * 60);
-        painter.drawText(QRect(centre - 2 * grid, barHeight + 1, 4 * grid, scaleHeight), flag | Qt::AlignTop,
-                         QString::number(hour));
+        painter.drawText(QRect(centre - 2 * grid, barHeight + 1, 4 * grid, scaleHeight),
+                         static_cast<int>(flag | Qt::AlignTop), QString::number(hour));
     }
 }
 
