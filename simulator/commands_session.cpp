@@ -19,7 +19,7 @@ bool isPassword(std::string_view text) {
 }  // namespace
 
 // C_CPW<password> is answered by A_CPW<rights>, the mask of the one who has this password; 0 when nobody has.
-// A wrong password closes nothing: the gateway goes on answering, the console closes its pages.
+// A wrong password closes nothing: the gateway goes on answering, and refuses what would change it.
 void logIn(Request& request) {
     const Accounts& accounts = request.state.accounts;
     int rights = 0;
@@ -27,6 +27,7 @@ void logIn(Request& request) {
         rights = allRights;
     else if (!accounts.userPassword.empty() && request.body == accounts.userPassword)
         rights = accounts.userRights;
+    request.state.strangerOnLine = rights == 0;
     request.answer("A_CPW" + std::to_string(rights));
 }
 

@@ -46,6 +46,7 @@ void Gateway::recordEarlierCalls(int count, std::uint64_t seed) {
 void Gateway::linkUp() {
     linkDown();
     linked = true;
+    keptState.strangerOnLine = false;
     wakeLife();
 }
 
@@ -123,6 +124,8 @@ void Gateway::carryOut(const std::string& line, const ReplyFaults& how) {
     Request request(text.substr(mnemonic.size()), keptState, currentTime);
     const CommandHandler handler = findCommand(mnemonic);
     if (how.refuse == Refusal::alarm)
+        request.refused();
+    else if (keptState.strangerOnLine && mnemonic.starts_with("C_") && mnemonic != "C_CPW")
         request.refused();
     else if (how.refuse == Refusal::error || !handler)
         request.malformed();

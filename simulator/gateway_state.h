@@ -109,6 +109,7 @@ struct GatewayState {
     std::string version = "4.37";
     std::array<int, 3> lamps{2, 2, 2};  // com port, network, ISDN line: 0 red, 1 yellow, 2 green
     Accounts accounts;
+    bool strangerOnLine = false;  // the last password on this link was nobody's
     GatewayClock clock;
     std::array<Port, portCount> ports;
     std::array<bool, channelCount> channels;  // enabled

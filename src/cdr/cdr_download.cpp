@@ -86,7 +86,10 @@ CdrDownload::CdrDownload(Session& session, CallStore& store)
     session.panel.pauseBars().connect([this](bool pause) { ucCDRProg.PauseProgress(pause, "write"); });
     session.bringUp.armCallRecordTimer.connect([this] { rearm(); });
     session.events.tornDown.connect([this] {
-        endRun();
+        if (gCDRDownloading && !gCDRQueue.empty())
+            runEnded(true);
+        else
+            endRun();
         store_.release();
         rearm();
     });
@@ -100,6 +103,10 @@ int CdrDownload::downLimit() const {
 }
 
 void CdrDownload::start() {
+    if (!sender_.mayWrite()) {  // a record leaves the gateway by a command
+        lblCDRStatus.setText(noRightsText);
+        return;
+    }
     tmrCDRLimit_->stop();
     gCDRMinutes = 0;
     endRun();
@@ -172,7 +179,7 @@ void CdrDownload::minuteTick() {
         return;
     }
     // Until the gateway has told its ports there is no session to fetch in, and a run would find none to ask.
-    if (!sender_.isConnected() || session_.gActivePorts.empty()) return;
+    if (!sender_.isConnected() || !sender_.mayWrite() || session_.gActivePorts.empty()) return;
     ++gCDRMinutes;
     lblCDRTimer.setText("Next check will start in " + std::to_string(downLimit() - gCDRMinutes) + " min");
     if (gCDRMinutes < downLimit()) return;
@@ -224,7 +231,7 @@ void CdrDownload::queueEnded() {
     }
     ucCDRProg.EndProgress(barIndex);
     if (gCDRQueue.empty()) {
-        runEnded();
+        runEnded(false);
         return;
     }
     tellOfSilence();
@@ -233,10 +240,23 @@ void CdrDownload::queueEnded() {
     ucCDRProg.StartProgress(barIndex, entryMs, static_cast<int>(gCDRQueue.size()));
 }
 
-void CdrDownload::runEnded() {
+void CdrDownload::runEnded(bool cutShort) {
+    const Outcome outcome{gCDRDone, missing(), cutShort};
     endRun();
     rearm();
-    lblCDRStatus.setText(leftInGateway());
+    if (cutShort) ucCDRProg.setText("Cut short");
+    lblCDRStatus.setText(leftInGateway(outcome));
+    ended.emit(outcome);
+}
+
+std::vector<int> CdrDownload::missing() const {
+    std::vector<int> slots;
+    const auto toldElsewhere = [this](int slot) {
+        return std::ranges::count(unasked_, slot) + std::ranges::count(unreadable_, slot) > 0;
+    };
+    for (int slot = 1; slot <= cdrChannelCount; ++slot)
+        if (CDRSlots.at(static_cast<std::size_t>(slot - 1)).Pending != 0 && !toldElsewhere(slot)) slots.push_back(slot);
+    return slots;
 }
 
 // A channel that holds records and never gives one keeps a run going until Stop; that must not look like work.
@@ -249,13 +269,17 @@ void CdrDownload::tellOfSilence() {
     doneBefore_ = gCDRDone;
 }
 
-std::string CdrDownload::leftInGateway() const {
+std::string CdrDownload::leftInGateway(const Outcome& outcome) const {
     const auto named = [](const char* what, const std::vector<int>& slots) {
         std::string text;
         for (const int slot : slots) text += (text.empty() ? what : ", ") + getMCU_XY(slot);
         return text.empty() ? text : text + ". ";
     };
-    return std::string(trim(named("Their records stay in the gateway, for they can't be read: channels ", unreadable_) +
+    const auto fetched = "The session ended during the download, with " + std::to_string(outcome.fetched) +
+                         (outcome.fetched == 1 ? " call" : " calls") + " fetched. ";
+    return std::string(trim((outcome.cutShort ? fetched : std::string()) +
+                            named("There may be more calls in the gateway: channels ", outcome.missing) +
+                            named("Their records stay in the gateway, for they can't be read: channels ", unreadable_) +
                             named("Not asked, for their first port is not active: channels ", unasked_)));
 }
 

@@ -47,6 +47,14 @@ public:
     // end of a run forgets what waits: the journal has it.
     void guard(std::function<void()> act);
 
+    // How a run that had channels to ask came to its end; one that is started anew has none.
+    struct Outcome {
+        int fetched = 0;
+        std::vector<int> missing{};  // channels, by slot, that hold calls still or never told how many
+        bool cutShort = false;       // by the end of the session
+    };
+    sigc::signal<void(const Outcome&)> ended;
+
     CoolProgressBar ucCDRProg;
     LabelField lblCDRTimer{"lblCDRTimer"};  // when the next run will begin
     // Why the run holds still or gets nothing, and, when it is over, what it left in the gateway; else empty.
@@ -68,9 +76,10 @@ private:
     void sendCurrent();
     void CDRQueue();
     void queueEnded();
-    void runEnded();
+    void runEnded(bool cutShort);
+    std::vector<int> missing() const;
     void tellOfSilence();
-    std::string leftInGateway() const;
+    std::string leftInGateway(const Outcome& outcome) const;
     bool addRound(std::array<int, cdrChannelCount + 1>& queued, bool first);
     void takeRecord(const Record& record);
     void acknowledge(int slot, const CDRSlot& record);

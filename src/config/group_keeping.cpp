@@ -17,6 +17,7 @@ bool PortTree::save(const std::filesystem::path& path) {
     const auto target = path.empty() ? std::filesystem::path(session_.gGroupsFile) : path;
     try {
         replaceFile(target, group_file::encode(tables_.gTreeItems));
+        if (path.empty()) changed_ = false;
         return true;
     } catch (const std::exception& error) {
         tell_("The groups can't be saved: " + std::string(error.what()));
@@ -40,7 +41,19 @@ bool PortTree::load(const std::filesystem::path& path) {
     return true;
 }
 
+std::vector<std::string> PortTree::unsaved(bool parkedToo) const {
+    std::vector<std::string> names;
+    const auto of = [](const std::string& gateway) { return "Groups of gateway " + escaped(gateway); };
+    if (changed_ && ofThisSession()) names.emplace_back("Groups");
+    if (!parkedToo) return names;
+    if (changed_ && !ofThisSession()) names.push_back(of(loadedFor_));
+    for (const auto& list : parked_) names.push_back(of(list.first));
+    return names;
+}
+
 void PortTree::forget() {
+    if (changed_ && !loadedFor_.empty()) parked_[loadedFor_] = tables_.gTreeItems;
+    changed_ = false;
     tables_.gTreeItems.clear();
     loadedFor_.clear();
     for (auto& tree : tvGroups) tree.clear();
@@ -49,8 +62,14 @@ void PortTree::forget() {
 void PortTree::takeIdentity() {
     std::error_code error;
     const bool isNew = loadedFor_ != session_.gESN;
-    if (isNew && !loadedFor_.empty()) tables_.gTreeItems.clear();  // they are another gateway's
-    if (isNew && std::filesystem::exists(session_.gGroupsFile, error)) load({});
+    if (isNew && !loadedFor_.empty()) forget();  // they are another gateway's
+    if (const auto unsaved = parked_.extract(session_.gESN)) {
+        tables_.gTreeItems = unsaved.mapped();
+        changed_ = true;
+    } else if (isNew && std::filesystem::exists(session_.gGroupsFile, error)) {
+        load({});
+        changed_ = false;
+    }
     loadedFor_ = session_.gESN;
     if (session_.gGotActivePorts) build(Both, false);
 }
@@ -99,7 +118,7 @@ void PortTree::importGroups() {
     if (!std::filesystem::exists(path, error))
         tell_(path + " does not exist.");
     else if (load(path))
-        build(Both, false);
+        regrouped();
 }
 
 void PortTree::resetTree() {
@@ -109,7 +128,7 @@ void PortTree::resetTree() {
                          forThisList()))
         return;
     tables_.gTreeItems.clear();
-    build(Both, false);
+    regrouped();
 }
 
 }  // namespace trunvex

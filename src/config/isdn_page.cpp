@@ -50,7 +50,7 @@ IsdnPage::IsdnPage(Session& session, const PageTools& tools, SettingsRecords& re
         tools_.reads.onComplete(mnemonic, [this](const std::string&) {
             if (loaded()) show();
         });
-    addForm(form, {cmdUndoIsdn, cmdIsdnRefresh_, CmdWriteISDN_}, {command("R_ISD", "ISDN")},
+    addForm("ISDN", form, {cmdUndoIsdn, cmdIsdnRefresh_, CmdWriteISDN_}, {command("R_ISD", "ISDN")},
             [this] { return CmdWriteISDN(); });
     forget();
 }
@@ -105,7 +105,7 @@ void IsdnPage::bindCalls() {
 }
 
 void IsdnPage::forget() {
-    form.forgetAll();
+    form.park(tools_.session.gESN);
     TxtISM_VER.setText("");
     followRules();
 }

@@ -23,6 +23,26 @@ void MainPage::holdWrites(bool held) {
     simPage.holdWrites(held);
 }
 
+std::vector<std::string> MainPage::unwritten(Edits which) const {
+    std::vector<std::string> names = tree.unsaved(which == Edits::All);
+    for (const auto* panel : {static_cast<const NodePage*>(&portPage), static_cast<const NodePage*>(&simPage)})
+        for (auto& name : unwrittenOf(panel->form, which == Edits::All,
+                                      [this](const std::string& key) { return tree.captionOf(key); }))
+            names.push_back(std::move(name));
+    return names;
+}
+
+void MainPage::discard() {
+    portPage.form.forgetAll();
+    simPage.form.forgetAll();
+    tree.dropChanges();
+}
+
+void MainPage::identified() {
+    portPage.form.resume(session_.state.gESN);
+    simPage.form.resume(session_.state.gESN);
+}
+
 // The tree was built during the log-in.
 void MainPage::loggedIn(LogInOutcome) {
     if (shown()) select();

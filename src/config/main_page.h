@@ -17,6 +17,8 @@ public:
     void select();
     void forget();
     void holdWrites(bool held) override;
+    std::vector<std::string> unwritten(Edits which) const override;
+    void discard() override;
 
     Panel panel() const { return !page_ ? Panel::None : page_ == &simPage ? Panel::Sim : Panel::Port; }
     sigc::signal<void()>& panelChanged() { return panelChanged_; }
@@ -28,6 +30,7 @@ public:
     GroupWrite& groupWrite;
 
 private:
+    void identified() override;
     void loggedIn(LogInOutcome outcome) override;
     bool mayRead() const;
     void turnTo(NodePage* page);

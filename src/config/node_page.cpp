@@ -28,7 +28,7 @@ bool NodePage::showsGroup() const { return node_key::parse(key_).group != 0; }
 
 void NodePage::forget() {
     key_.clear();
-    form.forgetAll();
+    form.park(tools_.session.gESN);
     form.turnTo({});
     refresh();
 }

@@ -48,6 +48,15 @@ std::string BuiltLine::orTell(Dialogs& dialogs) const {
     return {};
 }
 
+std::vector<std::string> unwrittenOf(const RecordForm& form, bool parkedToo,
+                                     const std::function<std::string(const std::string&)>& nameOf) {
+    std::vector<std::string> names;
+    for (const auto& key : form.unwritten()) names.push_back(nameOf(key));
+    if (!parkedToo) return names;
+    for (const auto& [key, gateway] : form.parked()) names.push_back(nameOf(key) + " of gateway " + escaped(gateway));
+    return names;
+}
+
 Fields fieldsOf(std::string_view line) { return splitString(mid(line, 6), ','); }
 
 bool fitsField(std::string_view text) {

@@ -52,6 +52,10 @@ struct BuiltLine {
     std::string orTell(Dialogs& dialogs) const;
 };
 
+// The records of a form that hold edits, by the names that `nameOf` gives their keys.
+std::vector<std::string> unwrittenOf(const RecordForm& form, bool parkedToo,
+                                     const std::function<std::string(const std::string& key)>& nameOf);
+
 // The fields of a command that was built, behind its five letters.
 Fields fieldsOf(std::string_view line);
 

@@ -225,6 +225,7 @@ bool PortTree::rename(std::string_view key, const std::string& text) {
     auto* renamed = item(key);
     if (text.empty() || !renamed) return false;
     renamed->Caption = text;
+    changed_ = true;
     for (auto& tree : tvGroups) tree.setText(key, text);
     return true;
 }
@@ -243,8 +244,13 @@ bool PortTree::movePort(std::string_view portKey, std::string_view groupKey) {
     const auto list = node_key::ofGroup("PRT", groupKey);
     if (!toGroup || !moved || !item(node_key::ofGroup("GRP", groupKey)) || moved->Parent == list) return false;
     moved->Parent = list;
-    build(Both, false);
+    regrouped();
     return true;
+}
+
+void PortTree::regrouped() {
+    changed_ = true;
+    build(Both, false);
 }
 
 void PortTree::createGroup() {
@@ -264,6 +270,7 @@ void PortTree::createGroup() {
     group.Kind = "GRP";
     group.Caption = "Group " + std::to_string(number);
     tables_.gTreeItems.push_back(group);
+    changed_ = true;
     // The list of ports has this text until the next rebuild.
     for (auto& tree : tvGroups) tree.change([&] { addGroupNodes(tree, group, "Group Port "); });
 }
@@ -284,7 +291,7 @@ void PortTree::deleteSelected() {
     if (kind == Kind::Group)
         for (const auto& member : children(node_key::ofGroup("PRT", key))) deleteItem(member);
     deleteItem(key);
-    build(Both, false);
+    regrouped();
 }
 
 void PortTree::renameSelected() {
@@ -309,7 +316,7 @@ void PortTree::moveChecked() {
         moved->Caption = node->text;
         view().setChecked(node->key, false);
     }
-    build(Both, false);
+    regrouped();
 }
 
 void PortTree::selectPort() {

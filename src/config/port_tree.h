@@ -3,6 +3,7 @@
 #include <array>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -49,6 +50,11 @@ public:
     // Replaces the list. False, and the list as it was, for a file that is no group file; the operator is told. A
     // missing file leaves an empty list.
     bool load(const std::filesystem::path& path);
+
+    // "Groups", when what the operator has made of them was not saved; and those that wait for a gateway that is away.
+    std::vector<std::string> unsaved(bool parkedToo) const;
+    // The operator has agreed to lose them.
+    void dropChanges() { changed_ = changed_ && !ofThisSession(); }
 
     // "GSM", "CDM" or "ERR"; throws std::out_of_range for an address that does not exist.
     std::string moduleType(std::string_view key) const;
@@ -110,6 +116,10 @@ private:
     void deleteSelected();
     void renameSelected();
     void moveChecked();
+    // True while the list is that of the gateway at the line's end, or neither has a name.
+    bool ofThisSession() const { return loadedFor_ == session_.gESN; }
+    // The operator has changed the grouping: the views follow.
+    void regrouped();
     Ticket forThisList() const;
     void saveGroups();
     void exportGroups();
@@ -118,7 +128,9 @@ private:
     void selectPort();
 
     Dialogs& dialogs_;
-    std::string loadedFor_;  // the gateway whose groups the list holds
+    std::string loadedFor_;                                // the gateway whose groups the list holds
+    bool changed_ = false;                                 // by the operator, and not saved
+    std::map<std::string, std::vector<TreeItem>> parked_;  // lists of lost sessions that were not saved, by gateway
     SharedTables& tables_;
     SessionState& session_;
     CommandSender& sender_;

@@ -2,8 +2,9 @@
 
 namespace trunvex {
 
-void RecordPage::addForm(RecordForm& form, const Buttons& buttons, std::vector<QueueItem> batch,
-                         std::function<bool()> write) {
+void RecordPage::addForm(const std::string& caption, RecordForm& form, const Buttons& buttons,
+                         std::vector<QueueItem> batch, std::function<bool()> write) {
+    form.turnTo(caption);
     auto& sheet = sheets_.emplace_back(Sheet{form, buttons, std::move(batch), std::move(write)});
     form.changed().connect([&sheet] { sheet.buttons.undo.setEnabled(sheet.form.edited()); });
     buttons.undo.setEnabled(form.edited());
@@ -18,6 +19,22 @@ void RecordPage::addForm(RecordForm& form, const Buttons& buttons, std::vector<Q
 
 void RecordPage::holdWrites(bool held) {
     for (auto& sheet : sheets_) sheet.buttons.write.setEnabled(!held);
+}
+
+std::vector<std::string> RecordPage::unwritten(Edits which) const {
+    std::vector<std::string> names;
+    for (const auto& sheet : sheets_)
+        for (auto& name : unwrittenOf(sheet.form, which == Edits::All, std::identity()))
+            names.push_back(std::move(name));
+    return names;
+}
+
+void RecordPage::discard() {
+    for (auto& sheet : sheets_) sheet.form.forgetAll();
+}
+
+void RecordPage::identified() {
+    for (auto& sheet : sheets_) sheet.form.resume(session_.state.gESN);
 }
 
 bool RecordPage::mayWrite(const RecordForm& form) const {

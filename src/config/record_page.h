@@ -13,6 +13,8 @@ namespace trunvex {
 class RecordPage : public Page {
 public:
     void holdWrites(bool held) override;
+    std::vector<std::string> unwritten(Edits which) const override;
+    void discard() override;
 
 protected:
     struct Buttons {
@@ -24,8 +26,11 @@ protected:
     RecordPage(Session& session, Traits pageTraits, const PageTools& tools)
         : Page(session, std::move(pageTraits)), tools_(tools) {}
 
-    // `batch` is what Read asks the gateway; `write` builds and begins the write, and tells whether it has begun.
-    void addForm(RecordForm& form, const Buttons& buttons, std::vector<QueueItem> batch, std::function<bool()> write);
+    // `caption` names the record; `batch` is what Read asks the gateway; `write` builds and begins the write, and tells
+    // whether it has begun.
+    void addForm(const std::string& caption, RecordForm& form, const Buttons& buttons, std::vector<QueueItem> batch,
+                 std::function<bool()> write);
+    void identified() override;
 
     const PageTools& tools_;
 

@@ -19,7 +19,7 @@ SystemPage::SystemPage(Session& session, const PageTools& tools)
     : RecordPage(session, {"system", "System", "Clock, version and the gateway's connection", None}, tools),
       settings_(session.setting), clock_(session.platform.clock()) {
     for (InputField* field : std::initializer_list<InputField*>{&dtpDate, &dtpClock, &cmbDay}) form.add(*field);
-    addForm(form, {cmdUndoClock, cmdClkRefresh, cmdSetTime_},
+    addForm("System clock", form, {cmdUndoClock, cmdClkRefresh, cmdSetTime_},
             {command("R_CLK", "System time"), command("R_SYS", "System Version")}, [this] { return cmdSetTime(); });
     onReport<ClockReport>(session.realTimeUpdate, "CLK", [this](const auto& report) { takeClock(report); });
     onReport<SystemReport>(session.realTimeUpdate, "SYS", [this](const SystemReport& report) {
@@ -90,7 +90,7 @@ void SystemPage::showDate() {
 void SystemPage::blank() {
     for (auto* label : {&lblHoure, &lblMinute, &lblSecond, &lblDate}) label->setText("");
     reportedDate_ = {};
-    form.forgetAll();
+    form.park(session_.state.gESN);
     TxtSystemVer.setText("");
 }
 

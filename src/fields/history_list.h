@@ -15,8 +15,10 @@ public:
 
     HistoryList(Settings& file, std::string key) : file_(file), key_(std::move(key)) {}
 
+    // The field shows the first entry.
     void load(HistoryField& field) const;
-    // Puts the field's present text first (an empty one is not remembered) and saves the list.
+    // Puts the field's present text first and saves the list in one write. That the field was emptied is remembered,
+    // but is no entry to choose.
     void save(HistoryField& field) const;
 
 private:

@@ -9,15 +9,23 @@ namespace trunvex {
 class Notices {
 public:
     Notices() {
-        cmdDismissNotice.pressed().connect([this] { lblNotice.setText(""); });
+        cmdDismissNotice.pressed().connect([this] {
+            lblLink.setText("");
+            lblNotice.setText("");
+        });
     }
 
     void tell(const std::string& text) {
         const bool more = gathering_ && !lblNotice.text().empty();
         lblNotice.setText(more ? lblNotice.text() + " " + text : text);
     }
+    // What is said there is over, if it is said still.
+    void withdraw(const std::string& text) {
+        if (lblNotice.text() == text) lblNotice.setText("");
+    }
     void endGathering() { gathering_ = false; }
 
+    LabelField lblLink{"lblLink"};  // the link that was lost, until there is one again; no other notice covers it
     LabelField lblNotice{"lblNotice"};
     ActionField cmdDismissNotice{"cmdDismissNotice", "Dismiss"};
 

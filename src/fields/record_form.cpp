@@ -109,6 +109,22 @@ void RecordForm::propose(const Values& values) {
     changed_.emit();
 }
 
+void RecordForm::park(const std::string& gateway) {
+    turnTo(std::string(key_));
+    auto left = std::exchange(drafts_, {});
+    if (gateway.empty()) return;
+    auto& waiting = parked_[gateway];
+    left.merge(waiting);
+    waiting = std::move(left);
+}
+
+void RecordForm::resume(const std::string& gateway) {
+    const auto waiting = parked_.extract(gateway);
+    if (waiting.empty()) return;
+    drafts_.merge(waiting.mapped());
+    changed_.emit();
+}
+
 void RecordForm::forgetAll() {
     const auto key = std::exchange(key_, {});
     drafts_.clear();
@@ -121,9 +137,16 @@ bool RecordForm::edited() const {
 
 std::vector<std::string> RecordForm::unwritten() const {
     std::vector<std::string> keys;
-    for (const auto& draft : drafts_)
-        if (draft.first != key_) keys.push_back(draft.first);
-    if (compared_ && edited()) keys.insert(std::upper_bound(keys.begin(), keys.end(), key_), key_);
+    for (const auto& draft : drafts_) keys.push_back(draft.first);
+    if (compared_ && edited() && !drafts_.contains(key_))
+        keys.insert(std::upper_bound(keys.begin(), keys.end(), key_), key_);
+    return keys;
+}
+
+std::vector<std::pair<std::string, std::string>> RecordForm::parked() const {
+    std::vector<std::pair<std::string, std::string>> keys;
+    for (const auto& [gateway, drafts] : parked_)
+        for (const auto& draft : drafts) keys.emplace_back(draft.first, gateway);
     return keys;
 }
 

@@ -3,6 +3,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "fields/fields.h"
@@ -32,7 +33,11 @@ public:
     void take(const Values& held);
     // The same, where the values are no more than a proposal and nothing is to be marked: a write to many records.
     void propose(const Values& values);
-    // Nothing is known any more, edits included.
+    // Nothing is known any more. What was edited and not written waits for its gateway, by the gateway's name, until
+    // resume() is given it; of a gateway without a name it is lost.
+    void park(const std::string& gateway);
+    void resume(const std::string& gateway);
+    // Nothing is known any more, edits included; but for those that wait for another gateway.
     void forgetAll();
 
     bool known() const { return known_; }
@@ -41,6 +46,8 @@ public:
     bool edited() const;
     // Keys of the records that hold edits, the one shown included; what is only proposed is no record's.
     std::vector<std::string> unwritten() const;
+    // The same of the gateways that are away: key and gateway.
+    std::vector<std::pair<std::string, std::string>> parked() const;
     // What is shown was written: it counts as held.
     void settle();
     // Back to what the gateway holds.
@@ -70,7 +77,9 @@ private:
 
     std::vector<Entry> entries_;
     // By key: what was edited in a record that was left, the other fields empty. These follow the gateway.
-    std::map<std::string, std::vector<std::optional<std::string>>> drafts_;
+    using Drafts = std::map<std::string, std::vector<std::optional<std::string>>>;
+    Drafts drafts_;
+    std::map<std::string, Drafts> parked_;  // by gateway
     std::string key_;
     bool known_ = false;
     bool compared_ = true;

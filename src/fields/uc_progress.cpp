@@ -48,6 +48,7 @@ void ucProgress::SetTimeOut(int logonMs, int receiveMs, int, int, int speedMs) {
 void ucProgress::StartProgress(std::string_view sKey, int pCount, int writeMode, int pTimeToWrite) {
     stopTimers();
     max_ = 100;
+    setPanelText("", "ready");
     if (sKey == "connecting") {
         setPanelText("Connecting...");
         value_ = 0;
@@ -89,6 +90,7 @@ void ucProgress::begin(int mode, int intervalMs) {
     ProgressMode = mode;
     intervalMs_ = intervalMs;
     running_ = true;
+    showPercent();
     startTimer(mode, intervalMs);
 }
 

@@ -42,7 +42,7 @@ Dispatcher::Dispatcher(SessionState& session, SessionEvents& events, CommandSend
 void Dispatcher::AnalyzeCmd(std::string_view line, bool show) {
     quietly("AnalyzeCmd", [&] {
         noteFirstData(line);                              //  1
-        if (show) relay.emit(line);                       //  2
+        if (show) relayLine(line);                        //  2
         showInDebugConsole(line, show);                   //  3
         if (analyzeEnabled && !analyzeEnabled()) return;  //  4
         if (writes_.feeding()) {                          // the console's own words are a record and nothing else
@@ -77,8 +77,13 @@ void Dispatcher::noteFirstData(std::string_view line) {
     panel_.setPanelText("Receiving Data...");
 }
 
+// Who only listens in may fail without the line being lost for the others.
+void Dispatcher::relayLine(std::string_view line) {
+    quietly("relay", [&] { relay.emit(line); });
+}
+
 void Dispatcher::showInDebugConsole(std::string_view line, bool show) {
-    if (show && !contains(line, "A_CPW") && !carriesPassword(line)) debugDisplay.emit(line);
+    if (show && !contains(line, "A_CPW")) quietly("debugDisplay", [&] { debugDisplay.emit(line); });
 }
 
 void Dispatcher::noteToneDone(std::string_view line) {

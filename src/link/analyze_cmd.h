@@ -63,6 +63,7 @@ private:
     };
 
     void noteFirstData(std::string_view line);
+    void relayLine(std::string_view line);
     void showInDebugConsole(std::string_view line, bool show);
     void noteToneDone(std::string_view line);
     bool takeMasterUpdate(std::string_view line);

@@ -1,5 +1,6 @@
 #include "link/c_spooling.h"
 
+#include "link/clock_text.h"
 #include "platform/quietly.h"
 #include "text/text_rules.h"
 
@@ -33,9 +34,13 @@ void CSpooling::choose(const PipeTarget& target, Farewell farewell) {
     former_ = std::exchange(pipe_, platform_.makePipe(target));
     farewell_ = farewell;
     pipe_->onReceived = [this](std::string_view bytes) {
+        noteHeard();
         cutter_.feed(bytes, [this](std::string_view line) { AnalyzeCmd(line, true); });
     };
-    pipe_->onUp = [this] { onSplAction_.emit(SocketConnected); };
+    pipe_->onUp = [this] {
+        noteHeard();
+        onSplAction_.emit(SocketConnected);
+    };
     pipe_->onCalled = [this] { ConnectionRequest(); };
     pipe_->onLost = [this](const Loss& loss) { lost(loss); };
 }
@@ -50,6 +55,7 @@ void CSpooling::FillBuffer() {
             if (pipe_->listens()) listenFailed_.emit();
             throw;
         }
+        noteHeard();  // a serial line is up at once
         if (pipe_->state() != BytePipe::State::Waiting) return;
         panel_.setPanelText("Server status: Listening");
         connectButton_.setCaption("Stop server");
@@ -63,6 +69,7 @@ void CSpooling::SendCommand(std::string_view line, bool isError, bool localOnly)
             if (isConnected() && !line.empty()) {
                 outgoing_.assign(line).push_back('\r');
                 pipe_->send(outgoing_);
+                noteAsked(line);
             }
             if (carriesPassword(line)) return;
         }
@@ -77,19 +84,47 @@ void CSpooling::Disconnect() {
     pipe_->close();
 }
 
+void CSpooling::noteHeard() {
+    heard_ = platform_.clock().uptime();
+    asked_.reset();
+}
+
+// Nobody answers an answer.
+void CSpooling::noteAsked(std::string_view line) {
+    if (!asked_ && !contains(line, ":PONG")) asked_ = platform_.clock().uptime();
+}
+
+std::optional<std::chrono::seconds> CSpooling::silence() const {
+    constexpr std::chrono::seconds patience{30};
+    const auto now = platform_.clock().uptime();
+    if (!isConnected() || !asked_ || now - *asked_ < patience) return {};
+    return std::chrono::floor<std::chrono::seconds>(now - heard_);
+}
+
 void CSpooling::ConnectionRequest() {
+    noteHeard();
     ClearBuffer();
     peerCalled_.emit();
     panel_.StartProgress("connecting", 100, 5, 1);
 }
 
+// A link that never came up is no loss: what failed then is told as such.
+bool CSpooling::tellLoss(const Loss& loss) {
+    const bool up = loss.cause != Loss::Cause::Failed || session_.phase != SessionPhase::Connecting;
+    if (!session_.sessionFlag || !up) return false;
+    linkLost_.emit("The link to " + pipe_->farEnd() + " was lost at " + timeOfDay(platform_.clock().localTime()) +
+                   ": " + (loss.cause == Loss::Cause::PeerClosed ? "closed by the gateway" : loss.reason) + ".");
+    return true;
+}
+
 void CSpooling::lost(const Loss& loss) {
+    const bool told = tellLoss(loss);
     switch (loss.cause) {
         case Loss::Cause::PeerClosed:
             peerClosed();
             break;
         case Loss::Cause::Failed:
-            openFailed_.emit(pipe_->farEnd() + ": " + loss.reason);
+            if (!told) openFailed_.emit(pipe_->farEnd() + ": " + loss.reason);
             onSplAction_.emit(SocketError);
             break;
         case Loss::Cause::DsrChanged:

@@ -2,8 +2,10 @@
 
 #include <sigc++/sigc++.h>
 
+#include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -47,6 +49,9 @@ public:
     bool free() const override {
         return session_.phase != SessionPhase::Connecting && session_.phase != SessionPhase::LogIn;
     }
+    bool mayWrite() const override { return outcomeOf(session_) != LogInOutcome::WithoutRights; }
+    // For how long nothing was heard, once a line has waited 30 s for any byte to follow it; else none.
+    std::optional<std::chrono::seconds> silence() const;
     void SendCommand(std::string_view line, bool isError = false, bool localOnly = false) override;
     void ClearBuffer() { cutter_.clear(); }
     void Disconnect();
@@ -61,6 +66,8 @@ public:
     sigc::signal<void()>& listenFailed() { return listenFailed_; }
     // Why a link did not open or broke, as a sentence for the operator.
     sigc::signal<void(const std::string& reason)>& openFailed() { return openFailed_; }
+    // The link of a session broke by itself: which, when and why, as a sentence for the operator.
+    sigc::signal<void(const std::string& what)>& linkLost() { return linkLost_; }
     // A line that was sent and may be shown: lines with a password are not among them.
     sigc::signal<void(std::string_view line, bool isError)>& sent() { return sent_; }
 
@@ -71,6 +78,9 @@ private:
     void ConnectionRequest();
     void lost(const Loss& loss);
     void peerClosed();
+    void noteHeard();
+    void noteAsked(std::string_view line);
+    bool tellLoss(const Loss& loss);
 
     Platform& platform_;
     SessionState& session_;
@@ -81,11 +91,14 @@ private:
     Farewell farewell_ = Farewell::None;
     std::string outgoing_;  // kept between sends so that a send needs no memory of its own
     LineCutter cutter_;
+    std::chrono::milliseconds heard_{0};              // uptime of the last byte, or of the call that was taken
+    std::optional<std::chrono::milliseconds> asked_;  // and of the first line sent since
     sigc::signal<void(int)> onSplAction_;
     sigc::signal<void()> peerLeft_;
     sigc::signal<void()> peerCalled_;
     sigc::signal<void()> listenFailed_;
     sigc::signal<void(const std::string&)> openFailed_;
+    sigc::signal<void(const std::string&)> linkLost_;
     sigc::signal<void(std::string_view, bool)> sent_;
 };
 

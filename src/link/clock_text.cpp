@@ -8,7 +8,14 @@ namespace {
 
 enum ClockPart { Day = 0, Month = 1, Year = 2, Hour = 4, Minute = 5, Second = 6 };
 
+std::string twoDigits(std::int64_t number) { return pad(std::to_string(number), 2, '0', PadSide::Left); }
+
 }  // namespace
+
+std::string timeOfDay(std::chrono::local_seconds time) {
+    const std::chrono::hh_mm_ss clock(time - std::chrono::floor<std::chrono::days>(time));
+    return twoDigits(clock.hours().count()) + ":" + twoDigits(clock.minutes().count());
+}
 
 std::string clockText(SessionState& session) {
     auto& clock = session.gClockField;
@@ -26,7 +33,6 @@ void advanceClock(SessionState& session) {
     };
     if (!below(Hour, 24) || !below(Minute, 60) || !below(Second, 60)) return;
     const auto seconds = (val(clock[Hour]) * 3600 + val(clock[Minute]) * 60 + val(clock[Second]) + 1) % 86400;
-    const auto twoDigits = [](std::int64_t number) { return pad(std::to_string(number), 2, '0', PadSide::Left); };
     clock[Hour] = twoDigits(seconds / 3600);
     clock[Minute] = twoDigits(seconds / 60 % 60);
     clock[Second] = twoDigits(seconds % 60);

@@ -1,6 +1,7 @@
 #include "link/connection_dialog.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "link/c_spooling.h"
 #include "text/text_rules.h"
@@ -25,8 +26,8 @@ void selectSaved(ChoiceField& field, const std::string& saved) {
 }  // namespace
 
 frmConnectionSelect::frmConnectionSelect(Dialogs& dialogs, Settings& settings, Settings& history, SerialPortMap& ports)
-    : dialogs_(dialogs), settings_(settings), optionalHistory_(history, "OMDM"), hostHistory_(history, "IPSave") {
-    fillPorts(ports);
+    : dialogs_(dialogs), settings_(settings), ports_(ports), optionalHistory_(history, "OMDM"),
+      hostHistory_(history, "IPSave") {
     load();
     cmbConSelect.valueChanged().connect([this] { showKind(); });
     chkSERVER.valueChanged().connect([this] { followServer(); });
@@ -38,34 +39,32 @@ frmConnectionSelect::frmConnectionSelect(Dialogs& dialogs, Settings& settings, S
     followMaster();
 }
 
-void frmConnectionSelect::fillPorts(SerialPortMap& ports) {
+// The machine is searched for serial ports only when one may be chosen.
+void frmConnectionSelect::listPorts() {
+    if (std::exchange(portsListed_, true)) return;
     std::vector<std::string> names;
     std::vector<std::string> details;
-    for (const auto& entry : ports.entries()) {
+    for (const auto& entry : ports_.entries()) {
         names.push_back("COM " + std::to_string(entry.number));
         auto beside = entry.device.empty() ? std::string("no serial port found") : entry.device;
         if (!entry.details.empty()) beside += " - " + entry.details;
         if (!entry.device.empty() && !entry.present) beside += " (not present)";
         details.push_back(std::move(beside));
     }
-    for (auto* ports_ : {&cmbComNum, &cmbMComNum}) {
-        ports_->setItems(names);
-        ports_->setDetails(details);
-        ports_->setIndex(0);
+    for (auto* combo : {&cmbComNum, &cmbMComNum}) {
+        combo->setItems(names);
+        combo->setDetails(details);
     }
-    for (auto* rates_ : {&cmbRate, &cmbMRate}) {
-        rates_->setItems(rates);
-        rates_->setText(defaultRate);
-    }
+    selectSaved(cmbComNum, settings_.Read(section, "CComNum"));
+    selectSaved(cmbMComNum, settings_.Read(section, "MComNum"));
+    for (auto* combo : {&cmbComNum, &cmbMComNum})
+        if (combo->index() == ChoiceField::none) combo->setIndex(0);
 }
 
 void frmConnectionSelect::load() {
-    selectSaved(cmbComNum, settings_.Read(section, "CComNum"));
+    for (auto* combo : {&cmbRate, &cmbMRate}) combo->setItems(rates);
     selectSaved(cmbRate, settings_.Read(section, "CBitRate"));
-    selectSaved(cmbMComNum, settings_.Read(section, "MComNum"));
     selectSaved(cmbMRate, settings_.Read(section, "MBitRate"));
-    for (auto* combo : {&cmbComNum, &cmbMComNum})
-        if (combo->index() == ChoiceField::none) combo->setIndex(0);
     for (auto* combo : {&cmbRate, &cmbMRate})
         if (combo->index() == ChoiceField::none) combo->setText(defaultRate);
     txtPhone.setText(settings_.Read(section, "MPhone"));
@@ -76,8 +75,7 @@ void frmConnectionSelect::load() {
     chkSERVER.setChecked(settings_.Read(section, "server") == "1");
     optionalHistory_.load(txtOptionalMdn);
     hostHistory_.load(txtIP);
-    txtIP.setText(txtIP.entries().empty() ? defaultRemoteHost : txtIP.entries().front());
-    if (!txtOptionalMdn.entries().empty()) txtOptionalMdn.setText(txtOptionalMdn.entries().front());
+    if (txtIP.text().empty()) txtIP.setText(defaultRemoteHost);
     const auto last = settings_.Read(section, "LastCon");
     const auto kind = last.empty() ? netKind : static_cast<int>(val(last));
     cmbConSelect.setIndex(std::clamp(kind, 0, 2));
@@ -88,6 +86,7 @@ void frmConnectionSelect::showKind() {
     const auto before = kind_;
     kind_ = cmbConSelect.text();
     const bool modem = isModem();
+    if (kind_ != "NET") listPorts();
     if (modem && before == "COM") {
         cmbMComNum.setIndex(cmbComNum.index());
         cmbMRate.setIndex(cmbRate.index());
@@ -139,6 +138,7 @@ bool frmConnectionSelect::addressHolds() {
 bool frmConnectionSelect::accept() {
     if (kind_ == "NET" && !addressHolds()) return false;
     txtIP.setText(std::string(trim(txtIP.text())));
+    txtPort.setText(std::string(trim(txtPort.text())));
     txtPhone.setText(std::string(trim(txtPhone.text())));
     txtPass.setText(std::string(trim(txtPass.text())));
     return true;
@@ -150,28 +150,27 @@ int frmConnectionSelect::portNumber() const { return (isModem() ? cmbMComNum : c
 
 std::string frmConnectionSelect::rate() const { return (isModem() ? cmbMRate : cmbRate).text(); }
 
-void frmConnectionSelect::saveReceivingMode() { settings_.Write(section, "RecMode", flag(chkReceivingMode)); }
-
-void frmConnectionSelect::saveLink() {
-    settings_.Write(section, "LastCon", std::to_string(cmbConSelect.index()));
+void frmConnectionSelect::save() {
+    std::vector<Settings::Entry> rows;
+    const auto keep = [&rows](const char* key, std::string value) { rows.push_back({section, key, std::move(value)}); };
+    keep("RecMode", flag(chkReceivingMode));
+    keep("LastCon", std::to_string(cmbConSelect.index()));
     if (kind_ == "COM") {
-        settings_.Write(section, "CBitRate", std::to_string(cmbRate.index()));
-        settings_.Write(section, "CComNum", std::to_string(cmbComNum.index()));
+        keep("CBitRate", std::to_string(cmbRate.index()));
+        keep("CComNum", std::to_string(cmbComNum.index()));
     } else if (kind_ == "MDM") {
-        settings_.Write(section, "MBitRate", std::to_string(cmbMRate.index()));
-        settings_.Write(section, "MComNum", std::to_string(cmbMComNum.index()));
-        settings_.Write(section, "MPhone", txtPhone.text());
+        keep("MBitRate", std::to_string(cmbMRate.index()));
+        keep("MComNum", std::to_string(cmbMComNum.index()));
+        keep("MPhone", txtPhone.text());
+        optionalHistory_.save(txtOptionalMdn);
     } else if (kind_ == "NET") {
-        settings_.Write(section, "NetPort", txtPort.text());
-        settings_.Write(section, "server", flag(chkSERVER));
-        settings_.Write(section, "login", flag(chkMasterLog));
-        settings_.Write(section, "unitID", txtUnitID.text());
+        keep("NetPort", txtPort.text());
+        keep("server", flag(chkSERVER));
+        keep("login", flag(chkMasterLog));
+        keep("unitID", txtUnitID.text());
+        if (!chkSERVER.checked()) hostHistory_.save(txtIP);  // a server calls no host
     }
-}
-
-void frmConnectionSelect::saveHistory() {
-    optionalHistory_.save(txtOptionalMdn);
-    hostHistory_.save(txtIP);
+    settings_.WriteAll(rows);
 }
 
 }  // namespace trunvex

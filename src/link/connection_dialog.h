@@ -26,10 +26,8 @@ public:
     int portNumber() const;
     std::string rate() const;
 
-    // Saves what a link of this kind keeps for the next start. The password is never saved.
-    void saveLink();
-    void saveReceivingMode();
-    void saveHistory();
+    // Saves what a link of this kind keeps for the next start, each file in one write. The password is never saved.
+    void save();
 
     ChoiceField cmbConSelect{"cmbConSelect", {"COM", "NET", "MDM"}};
     ChoiceField cmbComNum{"cmbComNum"};
@@ -55,7 +53,7 @@ public:
     LabelField lblPortError{"lblPortError"};
 
 private:
-    void fillPorts(SerialPortMap& ports);
+    void listPorts();
     void load();
     void showKind();
     void followServer();
@@ -64,6 +62,8 @@ private:
 
     Dialogs& dialogs_;
     Settings& settings_;
+    SerialPortMap& ports_;
+    bool portsListed_ = false;
     HistoryList optionalHistory_;
     HistoryList hostHistory_;
     std::string kind_;

@@ -1,5 +1,6 @@
 #include "link/session_bring_up.h"
 
+#include "link/clock_text.h"
 #include "text/text_rules.h"
 
 namespace trunvex {
@@ -115,15 +116,13 @@ bool SessionBringUp::chooseLink() {
     session_.gConnType = dialog.kind();
     session_.password = dialog.txtPass.text();
     session_.workOnlyWithMonitor = dialog.chkReceivingMode.checked();
-    dialog.saveReceivingMode();
+    dialog.save();
     bindLink(dialog);
     session_.gGotESN = false;
-    dialog.saveHistory();
     return true;
 }
 
 void SessionBringUp::bindLink(frmConnectionSelect& dialog) {
-    dialog.saveLink();
     if (dialog.kind() == "NET") {
         session_.login = dialog.chkMasterLog.checked();
         session_.server = dialog.chkSERVER.checked();
@@ -149,6 +148,12 @@ void SessionBringUp::bindLink(frmConnectionSelect& dialog) {
 
 void SessionBringUp::dropSession() {
     if (session_.sessionFlag) ConnectChange("", true);
+}
+
+void SessionBringUp::endedByGateway() {
+    if (!session_.sessionFlag) return;
+    spool_.linkLost().emit("The gateway ended the session at " + timeOfDay(platform_.clock().localTime()) + ".");
+    dropSession();
 }
 
 void SessionBringUp::RecievingChange() {
@@ -191,14 +196,7 @@ void SessionBringUp::batchEnded(WriteQueue::Ending ending) {
 
 void SessionBringUp::standLoggedIn() {
     setPhase(SessionPhase::Connected);
-    events_.loggedIn.emit(outcome());
-}
-
-LogInOutcome SessionBringUp::outcome() const {
-    if (!session_.gAccessRights.empty())
-        return val(session_.gAccessRights) == 0 ? LogInOutcome::WithoutRights : LogInOutcome::WithRights;
-    const bool mute = !session_.gGotESN && !session_.gGotClock && !session_.gGotActivePorts;
-    return mute ? LogInOutcome::Mute : LogInOutcome::WithRights;
+    events_.loggedIn.emit(outcomeOf(session_));
 }
 
 void SessionBringUp::spoolAction(int action) {
@@ -338,6 +336,10 @@ void SessionBringUp::cmdConSwitch(int index) {
         return;
     }
     if (!session_.sessionFlag) return;
+    if (!spool_.mayWrite()) {
+        writes_.refused().emit(noRightsText);
+        return;
+    }
     if (index == passwordsIndex) {
         openPasswords.emit();
         return;

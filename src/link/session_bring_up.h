@@ -38,6 +38,7 @@ public:
 
     // The link is gone or the gateway ended the session: tears down if there is a session, otherwise nothing.
     void dropSession();
+    void endedByGateway();
     void rejectedByMaster();
     // The session is logged in as far as it will be.
     void sessionStands();
@@ -71,7 +72,6 @@ private:
     void connectingTimedOut();
     void logIn();
     void standLoggedIn();
-    LogInOutcome outcome() const;
     void batchEnded(WriteQueue::Ending ending);
     void setPhase(SessionPhase phase);
     Ticket whileItLasts() const;

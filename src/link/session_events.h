@@ -2,15 +2,9 @@
 
 #include <sigc++/sigc++.h>
 
-namespace trunvex {
+#include "link/session_state.h"
 
-// How a log-in came to its end. The session stands in each case: a gateway that does not tell its time can still be
-// worked with.
-enum class LogInOutcome {
-    WithRights,
-    WithoutRights,  // the gateway did not accept the password
-    Mute,           // it answered none of the questions
-};
+namespace trunvex {
 
 // What happens to the session, for everyone who follows it. SessionBringUp and the records of the session raise these,
 // nobody else does.

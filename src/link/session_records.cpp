@@ -66,7 +66,7 @@ void SessionRecords::addRows() {
     dispatcher_.on("A_VER", [this](const Record& record) { session_.gVersion = record.fields().at(0); });
     dispatcher_.on("A_ATC", [this](const Record& record) { session_.gAtcDigits = record.body.substr(0, 2); });
     dispatcher_.on("C_SFT", [this](const Record& record) {
-        if (record.body == "1") bringUp_.dropSession();
+        if (record.body == "1") bringUp_.endedByGateway();
         if (record.body == "2") bringUp_.RecievingChange();
     });
     dispatcher_.on("OK", [this](const Record&) { writes_.WriteResult(true); });

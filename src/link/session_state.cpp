@@ -6,6 +6,15 @@
 
 namespace trunvex {
 
+LogInOutcome outcomeOf(const SessionState& session) {
+    const bool rights = !session.gAccessRights.empty();
+    const int answers = int(rights) + int(session.gGotESN) + int(session.gGotClock) + int(session.gGotActivePorts);
+    constexpr int questions = 4;
+    if (answers == 0) return LogInOutcome::Mute;
+    if (rights && val(session.gAccessRights) == 0) return LogInOutcome::WithoutRights;
+    return answers < questions ? LogInOutcome::Incomplete : LogInOutcome::WithRights;
+}
+
 Ticket forSession(const SessionState& session) {
     return Ticket::of([&session] { return std::tuple(session.number, session.sessionFlag, session.gESN); });
 }

@@ -12,6 +12,15 @@ namespace trunvex {
 // Where the session stands, for the eye.
 enum class SessionPhase { Idle, Dialog, Connecting, Listening, LogIn, Connected };
 
+// How a log-in came to its end. The session stands in each case: a gateway that does not tell its time can still be
+// worked with.
+enum class LogInOutcome {
+    WithRights,
+    WithoutRights,  // the gateway did not accept the password
+    Incomplete,     // it was broken off, or some question of it was passed over
+    Mute,           // none of its questions was answered
+};
+
 // What the console knows of the session with the one gateway it is connected to.
 struct SessionState {
     std::string gConnType;  // "COM", "NET" or "MDM"
@@ -51,6 +60,9 @@ struct SessionState {
     std::string gCDRFile;
     std::string gGroupsFile;
 };
+
+// How the log-in stands by the answers that have come so far; a late one still counts.
+LogInOutcome outcomeOf(const SessionState& session);
 
 // What an answer of the operator's is for when it is for this session: it goes stale when the session ends, when
 // another begins, and when another gateway has taken the place of the one at the line's end.

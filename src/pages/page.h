@@ -37,6 +37,12 @@ public:
     void setShown(bool shown);
     bool shown() const { return shown_; }
 
+    // What the operator has made here and not written or saved, by names for people; what waits for a gateway that is
+    // away counts for All only. discard() drops what is OfThisSession.
+    enum class Edits { OfThisSession, All };
+    virtual std::vector<std::string> unwritten(Edits) const { return {}; }
+    virtual void discard() {}
+
     // A second press of a write button is most often the same one: for a moment after one there is no other.
     virtual void holdWrites(bool) {}
     sigc::signal<void()> writeStarted;

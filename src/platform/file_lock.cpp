@@ -31,10 +31,15 @@ std::string holderOf(int file) {
 
 }  // namespace
 
-FileLock::FileLock(std::filesystem::path path) : path_(std::move(path)) {
+FileLock::FileLock(std::filesystem::path path, Busy busy) : path_(std::move(path)) {
     file_ = ::open(path_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, ownersOnly);
     if (file_ < 0) fail(file_, path_);
-    if (::flock(file_, LOCK_EX | LOCK_NB) != 0) {
+    const int how = busy == Busy::Wait ? LOCK_EX : LOCK_EX | LOCK_NB;
+    int failed = 0;
+    do {
+        failed = ::flock(file_, how);
+    } while (failed != 0 && errno == EINTR);
+    if (failed != 0) {
         if (errno != EWOULDBLOCK) fail(file_, path_);
         const auto holder = holderOf(file_);
         ::close(file_);

@@ -16,8 +16,10 @@ public:
 // the program ends, however it ends. The file stays: one that is deleted could be held by two.
 class FileLock {
 public:
+    // For a lock that is held for no longer than one write takes, Wait lets its holder finish.
+    enum class Busy { Refuse, Wait };
     // Throws FileInUse, or std::system_error when the file can't be made or locked.
-    explicit FileLock(std::filesystem::path path);
+    explicit FileLock(std::filesystem::path path, Busy busy = Busy::Refuse);
     ~FileLock();
     FileLock(const FileLock&) = delete;
     FileLock& operator=(const FileLock&) = delete;

@@ -14,6 +14,8 @@ public:
     virtual bool available() const = 0;
     virtual void add(const std::string& tip) = 0;
     virtual void remove() = 0;
+    // Does nothing while the icon is not there.
+    virtual void setTip(const std::string& tip) = 0;
 
     std::function<void()> onRestore;  // the operator asked for the window
 };

@@ -35,6 +35,10 @@ bool WriteQueue::start(WriteBatch batch) {
         platform_.dialogs().info(notConnectedText);
         return false;
     }
+    if (!sender_.mayWrite()) {
+        refused_.emit(noRightsText);
+        return false;
+    }
     if (batch.items.empty()) {
         if (batch.groupWrite) platform_.dialogs().info("There is no ports in this group!!");
         return false;
@@ -67,6 +71,7 @@ void WriteQueue::begin(WriteBatch batch) {
 // A batch of the operator's that something stronger ends is not lost without a word.
 void WriteQueue::tellCutShort() {
     if (!running() || !operators_) return;
+    if (gWriteQueue.last() && gWriteQueue.item().Key == "C_RBT") return;  // it is to end the link
     std::string text = "The write was cut short. Not written: " + gWriteQueue.item().Caption;
     const auto more = gWriteQueue.count() - 1 - gWriteQueue.index();
     if (more > 0) text += " and " + std::to_string(more) + " more";

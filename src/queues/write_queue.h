@@ -39,7 +39,8 @@ public:
     enum class Ending { Complete, Failed, Cancelled, Replaced, Lost };
 
     // The one way for a page to begin a batch. False, and nothing sent, when the link is down (the operator is told),
-    // when there is nothing to write, or while the line is not free or another batch runs (told through `refused`).
+    // when there is nothing to write, in a session without rights, or while the line is not free or another batch runs
+    // (told through `refused`).
     bool start(WriteBatch batch);
     // The same without the tests, for the session's own batches: whatever ran is replaced.
     void begin(WriteBatch batch);

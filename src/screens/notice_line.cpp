@@ -17,10 +17,8 @@ NoticeLine::NoticeLine(Notices& model, QWidget* parent) : QFrame(parent) {
     setObjectName("noticeLine");
     auto* icon = new IconLabel(20);
     icon->setIcon(lineIcon("notice"));
-    auto* text = new QLabel;
-    text->setWordWrap(true);
-    text->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    bind(model.lblNotice, text);
+    auto* texts = new QVBoxLayout;
+    for (auto* field : {&model.lblLink, &model.lblNotice}) addText(*field, texts);
     auto* dismiss = new QToolButton;
     dismiss->setIcon(lineIcon("dismiss"));
     dismiss->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
@@ -33,12 +31,23 @@ NoticeLine::NoticeLine(Notices& model, QWidget* parent) : QFrame(parent) {
     layout->setContentsMargins(2 * grid, grid / 2, grid, grid / 2);
     layout->setSpacing(grid);
     layout->addWidget(icon);
-    layout->addWidget(text, 1);
+    layout->addLayout(texts, 1);
     layout->addWidget(dismiss);
 
-    follow(this, model.lblNotice, [this, &model, text] {
-        setVisible(!model.lblNotice.text().empty());
-        if (model.lblNotice.text().empty()) return;
+    for (auto* field : {&model.lblLink, &model.lblNotice})
+        follow(this, *field,
+               [this, &model] { setVisible(!model.lblLink.text().empty() || !model.lblNotice.text().empty()); });
+}
+
+void NoticeLine::addText(LabelField& field, QVBoxLayout* texts) {
+    auto* text = new QLabel;
+    text->setWordWrap(true);
+    text->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    bind(field, text);
+    texts->addWidget(text);
+    follow(text, field, [&field, text] {
+        text->setVisible(!field.text().empty());
+        if (field.text().empty()) return;
         QAccessibleEvent alert(text, QAccessible::Alert);
         QAccessible::updateAccessibility(&alert);
     });

@@ -53,8 +53,12 @@ void StatusBar::addState(QHBoxLayout* line) {
     setMark(word, "role", "strong");
     reserve(word, tr("Not connected  "));
     follow(sign, field, [&field, sign] { sign->setPhase(shown(field.tag())); });
+    auto* silence = new QLabel;
+    bind(model_.lblSilence, silence);
+    follow(silence, model_.lblSilence, [this, silence] { silence->setVisible(!model_.lblSilence.text().empty()); });
     line->addWidget(sign);
     line->addWidget(word);
+    line->addWidget(silence);
 }
 
 void StatusBar::addStep(QHBoxLayout* line) {

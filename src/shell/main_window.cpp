@@ -1,11 +1,13 @@
 #include "shell/main_window.h"
 
 #include <algorithm>
+#include <cctype>
 #include <stdexcept>
 #include <utility>
 
 #include "link/clock_text.h"
 #include "model/node_key.h"
+#include "shell/standing_words.h"
 #include "text/text_rules.h"
 
 namespace trunvex {
@@ -20,27 +22,7 @@ enum CommandTimer { RequestClock = 0, SessionClock = 2, WritesAgain = 3 };
 // Timers that go on by themselves; the others tick once.
 bool repeats(int index) { return index == SessionClock || index == 6 || index == 7; }
 
-struct PhaseWord {
-    const char* tag;
-    const char* word;
-};
-
-PhaseWord phaseWord(SessionPhase phase) {
-    switch (phase) {
-        case SessionPhase::Connecting:
-            return {"connecting", "Connecting"};
-        case SessionPhase::Listening:
-            return {"listening", "Listening"};
-        case SessionPhase::LogIn:
-            return {"login", "Logging in"};
-        case SessionPhase::Connected:
-            return {"connected", "Connected"};
-        case SessionPhase::Dialog:
-        case SessionPhase::Idle:
-            break;
-    }
-    return {"idle", "Not connected"};
-}
+constexpr const char* wrongPasswordText = "The gateway did not accept the password: it gave no rights to this session.";
 
 }  // namespace
 
@@ -94,10 +76,11 @@ void FrmPRIGroups::followSession() {
     events.tornDown.connect([this] {
         unread_.clear();
         tmrEnableCmd(SessionClock, false);
-        lblTimePanel.setText("");
-        lblESN.setText("");
+        for (auto* label : {&lblTimePanel, &lblESN, &lblUpdateStatus, &lblSilence}) label->setText("");
+        for (const auto* said : {wrongPasswordText, noRightsText}) notices.withdraw(said);
         session_.state.gClockField = {};
     });
+    notices.lblLink.changed().connect([this] { platform_.tray().setTip(trayTip()); });
     session_.bringUp.addressChosen.connect([this](const std::string& host, const std::string& port) {
         caption.setText(std::string(windowTitle) + " {" + host + ":" + port + "}");
     });
@@ -111,7 +94,9 @@ void FrmPRIGroups::followSession() {
 
 void FrmPRIGroups::loggedIn(LogInOutcome outcome) {
     if (outcome == LogInOutcome::WithoutRights)
-        session_.tell("The gateway did not accept the password: it gave no rights to this session.");
+        session_.tell(wrongPasswordText);
+    else if (const auto kept = unwritten(Page::Edits::OfThisSession); !kept.empty())
+        session_.tell("Kept from the session before, and not written yet: " + kept + ".");
     if (session_.state.workOnlyWithMonitor)
         openPage("sim");
     else
@@ -133,15 +118,46 @@ Page* FrmPRIGroups::pageOf(std::string_view key) const {
 
 void FrmPRIGroups::showPhase() {
     const auto phase = session_.state.phase;
-    const auto [tag, word] = phaseWord(phase);
-    lblSessionState.setTag(tag);
-    lblSessionState.setText(word);
+    showStanding();
     if (phase == SessionPhase::Connecting || phase == SessionPhase::Listening) lblNotice.setText("");
+    if (phase == SessionPhase::LogIn) notices.lblLink.setText("");
 }
 
-void FrmPRIGroups::openPage(std::string_view key) {
+// A late answer of the log-in still counts.
+void FrmPRIGroups::showStanding() {
+    const auto [tag, word] = standingWord(session_.state);
+    lblSessionState.setTag(tag);
+    lblSessionState.setText(word);
+    lblSilence.setText(silenceText(session_.objSpool.silence()));
+}
+
+std::string FrmPRIGroups::unwritten(Page::Edits which) const {
+    std::string names;
+    for (const auto* page : pages_)
+        for (const auto& name : page->unwritten(which)) names += (names.empty() ? "" : ", ") + name;
+    return names;
+}
+
+// Begins a session or ends it. What was edited in one that is ended on purpose is not kept for the next.
+void FrmPRIGroups::toggleSession() {
+    if (session_.state.sessionFlag) {
+        const auto lost = unwritten(Page::Edits::OfThisSession);
+        if (!lost.empty() && !platform_.dialogs().agreed(Button::Yes,
+                                                         {"This is not written or saved yet:\r\n" + lost +
+                                                              "\r\n\r\nEnd the session and lose these changes?",
+                                                          "Disconnect", ButtonSet::YesNo, BoxIcon::Warning, 2},
+                                                         forSession(session_.state)))
+            return;
+        for (auto* page : pages_) page->discard();
+    }
+    session_.bringUp.ConnectChange("", true);
+}
+
+void FrmPRIGroups::openPage(std::string_view pressed) {
+    std::string key(pressed);
+    std::ranges::transform(key, key.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
     if (key == "connect") {
-        session_.bringUp.ConnectChange("", true);
+        toggleSession();
         return;
     }
     if (key == "exit") {
@@ -177,10 +193,20 @@ void FrmPRIGroups::read(Page& page) {
 }
 
 bool FrmPRIGroups::queryUnload() {
+    std::string text = "Do you really want to exit the software?";
+    if (const auto lost = unwritten(Page::Edits::All); !lost.empty())
+        text += "\r\n\r\nThis is not written or saved yet, and will be lost:\r\n" + lost;
     // Whatever happens behind the box, the operator has said whether the program is to end.
-    return platform_.dialogs().agreed(
-        Button::Yes, {"Do you really want to exit the software?", "Exit", ButtonSet::YesNo, BoxIcon::Question, 2},
-        Ticket::lasting());
+    if (!platform_.dialogs().agreed(Button::Yes, {text, "Exit", ButtonSet::YesNo, BoxIcon::Question, 2},
+                                    Ticket::lasting()))
+        return false;
+    if (session_.state.sessionFlag) session_.bringUp.ConnectChange("disconnect", true);
+    return true;
+}
+
+std::string FrmPRIGroups::trayTip() const {
+    const auto& lost = notices.lblLink.text();
+    return lost.empty() ? "Trunvex" : "Trunvex - " + lost;
 }
 
 void FrmPRIGroups::hideToTray() {
@@ -193,7 +219,7 @@ void FrmPRIGroups::hideToTray() {
         tray.remove();
         windowShown_.emit(true);
     };
-    tray.add("Trunvex");
+    tray.add(trayTip());
     windowShown_.emit(false);
 }
 
@@ -215,7 +241,10 @@ void FrmPRIGroups::tmrEnableCmd(int index, bool enabled) {
 void FrmPRIGroups::commandTimerTick(int index) {
     if (!repeats(index)) tmrEnableCmd(index, false);
     if (index == RequestClock && session_.state.firstDataFlag) session_.objSpool.SendCommand("R_CLK");
-    if (index == SessionClock) ClockUpdate();
+    if (index == SessionClock) {
+        ClockUpdate();
+        showStanding();
+    }
     if (index == WritesAgain)
         for (auto* page : pages_) page->holdWrites(false);
 }

@@ -28,13 +28,14 @@ public:
     const std::vector<ActionField*>& tools() const { return tools_; }
     ActionField& tool(std::string_view key);
 
-    // What a press of the tool bar's button does: opens the page and queues the reads it lacks.
+    // What a press of the tool bar's button does: opens the page and queues the reads it lacks. "connect" asks before
+    // it ends a session in which something is not written yet.
     void openPage(std::string_view key);
     const std::string& page() const { return page_->traits.key; }
     const std::vector<Page*>& pages() const { return pages_; }
     sigc::signal<void()>& pageChanged() { return pageChanged_; }
 
-    // Asks before the program ends; true when it may.
+    // Asks before the program ends; true when it may, and the session is over then.
     bool queryUnload();
     sigc::signal<void()>& unload() { return unload_; }  // the exit button was pressed
 
@@ -54,6 +55,7 @@ public:
     LabelField lblVersion{"lblVersion"};
     LabelField lblTimePanel{"lblTimePanel"};
     LabelField lblSessionState{"lblSessionState"};  // its tag is the phase: "idle", "connecting", "listening", ...
+    LabelField lblSilence{"lblSilence"};            // how long a gateway that was asked has said nothing
     LabelField lblUpdateStatus{"lblUpdateStatus"};
     Notices& notices;
     ucProgress& panel;
@@ -72,6 +74,10 @@ private:
     void ClockUpdate();
     void showClock();
     void showPhase();
+    void showStanding();
+    void toggleSession();
+    std::string unwritten(Page::Edits which) const;
+    std::string trayTip() const;
     void loggedIn(LogInOutcome outcome);
     void read(Page& page);
 

@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "platform/durable_file.h"
+#include "platform/file_lock.h"
 #include "platform/quietly.h"
 
 namespace trunvex {
@@ -75,11 +76,14 @@ bool SettingsFile::putAside() {
     return true;
 }
 
-void SettingsFile::store(const Document& document) {
-    std::ostringstream text;
-    document.xml.save(text, "  ");
+// What would change nothing writes nothing, and needs no lock.
+void SettingsFile::change(const std::function<bool(Document&)>& edit) {
+    Document before;
+    if (!load(before) || !edit(before)) return;
     try {
-        replaceFile(path_, text.str());
+        const FileLock lock(path_.string() + ".lock", FileLock::Busy::Wait);
+        Document document;
+        if (load(document) && edit(document)) store(document);
         toldUnwritable_ = false;
     } catch (const std::exception& error) {
         noteTrapped("SettingsFile::store", error.what());
@@ -87,6 +91,12 @@ void SettingsFile::store(const Document& document) {
             tell_("The settings can't be saved: " + std::string(error.what()) + " (" + path_.string() + ")");
         toldUnwritable_ = true;
     }
+}
+
+void SettingsFile::store(const Document& document) {
+    std::ostringstream text;
+    document.xml.save(text, "  ");
+    replaceFile(path_, text.str());
 }
 
 std::string SettingsFile::Read(std::string_view section, std::string_view key) {
@@ -99,24 +109,26 @@ void SettingsFile::Write(std::string_view section, std::string_view key, std::st
     WriteAll({{std::string(section), std::string(key), std::string(value)}});
 }
 
+// A missing text reads as an empty one.
 void SettingsFile::WriteAll(const std::vector<Entry>& entries) {
-    Document document;
-    if (!load(document)) return;
-    bool changed = false;
-    for (const auto& [section, key, value] : entries) {
-        auto node = childNamedOrNew(childNamedOrNew(document.root(), "section", section), "key", key);
-        if (node.text() && node.text().as_string() == value) continue;
-        node.text().set(value.c_str());
-        changed = true;
-    }
-    if (changed) store(document);
+    change([&entries](Document& document) {
+        bool changed = false;
+        for (const auto& [section, key, value] : entries) {
+            const auto held = childNamed(childNamed(document.root(), "section", section), "key", key);
+            if (held.text().as_string() == value) continue;
+            childNamedOrNew(childNamedOrNew(document.root(), "section", section), "key", key).text().set(value.c_str());
+            changed = true;
+        }
+        return changed;
+    });
 }
 
 void SettingsFile::Remove(std::string_view section) {
-    Document document;
-    if (!load(document)) return;
-    auto root = document.root();
-    if (auto node = childNamed(root, "section", section); node && root.remove_child(node)) store(document);
+    change([section](Document& document) {
+        auto root = document.root();
+        const auto node = childNamed(root, "section", section);
+        return node && root.remove_child(node);
+    });
 }
 
 }  // namespace trunvex

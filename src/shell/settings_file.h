@@ -13,7 +13,8 @@ namespace trunvex {
 //
 // A write replaces the file in one step (a temporary file beside it, synced, then renamed), so a crash leaves the old
 // file or the new one. A file that is no such XML, or larger than any settings are, is kept aside under
-// "<name>.damaged", "<name>.damaged-2"..., and the defaults apply.
+// "<name>.damaged", "<name>.damaged-2"..., and the defaults apply. Two programs on one file lose none of each other's
+// settings: a write reads the file again while it holds the lock "<name>.lock".
 class SettingsFile : public Settings {
 public:
     // `tell` gets a sentence for the operator: once for a damaged file, once when the file can't be written.
@@ -30,6 +31,8 @@ private:
     class Document;
 
     bool load(Document& document);
+    // `edit` tells whether it has changed anything.
+    void change(const std::function<bool(Document&)>& edit);
     void store(const Document& document);
     bool putAside();
 

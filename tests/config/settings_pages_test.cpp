@@ -120,6 +120,40 @@ TEST_F(Edits, AreLostByAReadOnlyWhenTheOperatorAgrees) {
     }
 }
 
+// A lost link loses nothing that was typed; an end on purpose does, and asks.
+TEST_F(Edits, WaitForTheirGatewayAndAreNamedBeforeTheyAreLost) {
+    const auto connect = [this] { console.mainWindow.openPage("connect"); };
+    select("MOD11");
+    port.TxtIntDigPause.setText("77");
+    group({"MOD21"});
+    bench.platform.peer.closes();
+    simulator::Gateway other(seeded(5, "4712"));
+    bench.logIn(other);
+    select("MOD11");
+    EXPECT_NE(port.TxtIntDigPause.text() + std::to_string(tree.ports("PRT01").size()), "771");
+    told();
+    connect();
+    EXPECT_THAT(told(), IsEmpty()) << "nothing of this gateway is at stake";
+    bench.logIn(gateway);
+    EXPECT_THAT(notice(), HasSubstr("not written yet: Groups, Port 1"));
+    select("MOD11");
+    EXPECT_EQ(port.TxtIntDigPause.text(), "77");
+    EXPECT_THAT(tree.ports("PRT01"), ElementsAre("MOD21"));
+    boxes.answers = {Button::No, Button::No, Button::Yes};
+    EXPECT_FALSE(console.mainWindow.queryUnload());
+    connect();
+    EXPECT_EQ(console.session.state.phase, SessionPhase::Connected);
+    connect();
+    EXPECT_THAT(told(), testing::AllOf(testing::SizeIs(3), testing::Each(HasSubstr("\r\nGroups, Port 1"))));
+    bench.logIn(gateway);
+    select("MOD11");
+    EXPECT_EQ(port.form.unwritten().size() + tree.ports("PRT01").size(), 0u);
+    boxes.answers = {Button::Yes};
+    EXPECT_TRUE(console.mainWindow.queryUnload());
+    EXPECT_THAT(told(), ElementsAre("Do you really want to exit the software?"));
+    EXPECT_EQ(bench.sent().back(), "SRV:CLOSE");
+}
+
 TEST_F(Edits, SurviveALookAtAnotherRecordAndALateReport) {
     select("MOD21");
     select("MOD11");

@@ -139,6 +139,7 @@ public:
     bool available() const override { return present; }
     void add(const std::string& value) override { tip = value; }
     void remove() override { tip.clear(); }
+    void setTip(const std::string& value) override { tip = tip.empty() ? "" : value; }
 
     bool present = true;
     std::string tip;

@@ -68,15 +68,22 @@ TEST_F(AnalyzeCmd, CutsTheBodyAt255Characters) {
 TEST_F(AnalyzeCmd, DoesNothingBeyondDisplayWhileAnalysingIsOff) {
     std::vector<std::string> relayed;
     std::vector<std::string> displayed;
+    const auto fail = [](std::string_view) { throw std::runtime_error("a listener"); };
     console.session.dispatcher.relay.connect([&](std::string_view line) { relayed.emplace_back(line); });
+    console.session.dispatcher.relay.connect(fail);
     console.session.dispatcher.debugDisplay.connect([&](std::string_view line) { displayed.emplace_back(line); });
+    console.session.dispatcher.debugDisplay.connect(fail);
     console.session.dispatcher.analyzeEnabled = [] { return false; };
     receive("A_ESN1");
     receive("A_CPW7");
+    receive("C_CPW seen");
     console.session.dispatcher.AnalyzeCmd("C_CPWsecret", false);
     EXPECT_EQ(session.gESN, "");
-    EXPECT_THAT(relayed, ElementsAre("A_ESN1", "A_CPW7"));
-    EXPECT_THAT(displayed, ElementsAre("A_ESN1")) << "a line about a password is never displayed";
+    EXPECT_THAT(relayed, ElementsAre("A_ESN1", "A_CPW7", "C_CPW seen"));
+    EXPECT_THAT(displayed, ElementsAre("A_ESN1", "C_CPW seen")) << "an answer to a password is never displayed";
+    console.session.dispatcher.analyzeEnabled = {};
+    receive("A_ESN1");
+    EXPECT_EQ(session.gESN, "1") << "a listener that fails loses no line";
 }
 
 TEST_F(AnalyzeCmd, TellsTheRecordsOfAPortByIndexAndCode) {

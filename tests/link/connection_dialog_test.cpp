@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "fakes/console_bench.h"
+#include "platform/durable_file.h"
 
 namespace trunvex {
 namespace {
@@ -68,17 +69,21 @@ TEST_F(ConnectionDialog, StaysOpenOnABadAddress) {
 
 TEST_F(ConnectionDialog, RemembersAllButThePassword) {
     auto dialog = open();
+    std::optional<FileId> written;
     for (const auto* host : {" gw1 ", "gw2", "gw1"}) {
         dialog->txtIP.setText(host);
+        dialog->txtPort.setText(" 4002 ");
         dialog->txtPass.setText("hunter2");
         dialog->chkReceivingMode.setChecked(true);
         dialog->chkMasterLog.setChecked(true);
         dialog->txtUnitID.setText("unit9");
         ASSERT_TRUE(dialog->accept());
-        dialog->saveReceivingMode();
-        dialog->saveLink();
-        dialog->saveHistory();
+        dialog->save();
+        const auto file = fileId(bench.folder.path() / "Setting.xml");
+        EXPECT_EQ(file, written.value_or(*file)) << "what has not changed is not written anew";
+        written = file;
     }
+    EXPECT_EQ(saved("NetPort") + ports.deviceOf(1), "4002") << "and TCP looks for no serial port";
     auto again = open();
     EXPECT_EQ(again->txtIP.text(), "gw1");
     EXPECT_THAT(again->txtIP.entries(), ElementsAre("gw1", "gw2"));
@@ -90,10 +95,23 @@ TEST_F(ConnectionDialog, RemembersAllButThePassword) {
     }
 }
 
+TEST_F(ConnectionDialog, KeepsTheModemsTextAlsoWhenItWasEmptied) {
+    for (const auto* text : {"ATZ", ""}) {
+        auto dialog = open();
+        dialog->cmbConSelect.setText("MDM");
+        dialog->txtOptionalMdn.setText(text);
+        dialog->save();
+        EXPECT_EQ(open()->txtOptionalMdn.text(), text);
+        EXPECT_THAT(open()->txtOptionalMdn.entries(), ElementsAre("ATZ"));
+    }
+    EXPECT_THAT(open()->txtIP.entries(), testing::IsEmpty()) << "a host that nobody entered";
+}
+
 TEST_F(ConnectionDialog, KeepsTheNumberOfADeviceThatComesAndGoes) {
-    open();
+    open()->cmbConSelect.setText("COM");
     bench.platform.devices = {{"/dev/ttyACM0", "New"}, {"/dev/ttyUSB0", "Adapter"}};
     auto dialog = open();
+    dialog->cmbConSelect.setText("COM");
     EXPECT_THAT(dialog->cmbComNum.details(),
                 ElementsAre("/dev/ttyS0 (not present)", "/dev/ttyUSB0 - Adapter", "/dev/ttyACM0 - New"));
     EXPECT_EQ(ports.deviceOf(3), "/dev/ttyACM0");

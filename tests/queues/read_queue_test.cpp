@@ -13,6 +13,7 @@ class FakeSender final : public CommandSender {
 public:
     bool isConnected() const override { return connected; }
     bool free() const override { return true; }
+    bool mayWrite() const override { return true; }
     void SendCommand(std::string_view line, bool, bool) override { lines.emplace_back(line); }
 
     bool connected = true;

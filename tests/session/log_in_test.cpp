@@ -31,7 +31,7 @@ TEST(LogIn, AsksOneAtATimeAndEndsConnected) {
     EXPECT_THAT(bench.platform.boxes.shown, IsEmpty());
     bench.advance(10000);
     EXPECT_THAT(bench.console.mainWindow.lblTimePanel.text(), Not(HasSubstr("end")));
-    bench.console.mainWindow.openPage("connect");
+    bench.console.mainWindow.openPage("Connect");
     EXPECT_EQ(bench.panelText(), "Disconnected");
     EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
     EXPECT_EQ(bench.console.session.connectButton.caption(), "Connect");
@@ -65,30 +65,52 @@ TEST(LogIn, LetsTheOperatorDecideOnAnItemThatIsNotAnswered) {
     EXPECT_EQ(bench.platform.boxes.shown[0].title, "Request ESN ID");
     EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Connected);
     EXPECT_EQ(bench.console.session.state.gESN, "");
+    EXPECT_EQ(bench.console.mainWindow.lblSessionState.text(), "Connected, log-in not complete");
+    bench.receive("A_ESN4711");
+    bench.advance(1000);
+    EXPECT_EQ(bench.console.mainWindow.lblSessionState.text(), "Connected") << "a late answer counts";
 }
 
-TEST(LogIn, CreditsALateAnswerToNobodyElse) {
-    auto options = seeded(3);
-    simulator::switchOn(options.faults, "R_ESN:latency=1500");
-    simulator::Gateway gateway(options);
+TEST(LogIn, TellsForHowLongAGatewayThatWasAskedIsSilent) {
+    simulator::Gateway gateway(seeded(3));
     ConsoleBench bench;
-    bench.platform.boxes.answers = {Button::Ignore};
-    simulator::switchOn(gateway.faults(), "R_CLK:latency=900");
     bench.logIn(gateway);
-    bench.advance(5000);
-    EXPECT_THAT(gateway.linesReceived(), ElementsAre("C_CPWkestr", "R_ESN", "R_CLK", "R_PPR"));
-    EXPECT_EQ(bench.platform.boxes.shown.size(), 2u) << "the ignored item, and the report of it";
-    EXPECT_EQ(bench.console.session.state.gESN, "4711") << "a late record is stored all the same";
+    simulator::switchOn(gateway.faults(), "silent");
+    const auto& said = bench.console.mainWindow.lblSilence;
+    bench.advance(100000);
+    EXPECT_EQ(said.text(), "") << "nobody has asked it anything";
+    bench.console.session.objSpool.SendCommand("R_SYS");
+    bench.advance(29000);
+    EXPECT_EQ(said.text(), "");
+    bench.advance(30000);
+    EXPECT_EQ(said.text(), "Last heard 2 min ago");
+    bench.receive("x");
+    bench.advance(1000);
+    EXPECT_EQ(said.text(), "");
 }
 
-TEST(LogIn, GoesOnWithAWrongPasswordAndSaysSo) {
+TEST(LogIn, GoesOnWithAWrongPasswordSaysSoAndWritesNothing) {
     simulator::Gateway gateway(seeded(3));
     ConsoleBench bench;
     bench.dialog = [](frmConnectionSelect& dialog) { dialog.txtPass.setText("wrong"); };
     bench.logIn(gateway);
     EXPECT_EQ(gateway.linesReceived().size(), 4u);
     EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Connected);
-    EXPECT_THAT(bench.console.mainWindow.lblNotice.text(), HasSubstr("password"));
+    const auto& notice = bench.console.mainWindow.lblNotice;
+    EXPECT_THAT(notice.text(), HasSubstr("password"));
+    EXPECT_EQ(bench.console.mainWindow.lblSessionState.text(), "Connected, no rights");
+    WriteBatch batch;
+    batch.items = {command("C_APWmine", "Password")};
+    EXPECT_FALSE(bench.console.session.writes.start(batch));
+    bench.console.pages.system.cmdConSwitch_4.press();
+    bench.console.cdrDownload.start();
+    EXPECT_EQ(notice.text() + bench.console.cdrDownload.lblCDRStatus.text(), std::string(noRightsText) + noRightsText);
+    bench.advance(1000);
+    EXPECT_EQ(gateway.linesReceived().size(), 4u);
+    gateway.receiveLine("C_APWmine");
+    EXPECT_EQ(gateway.state().accounts.adminPassword, "kestr") << "the gateway would refuse it";
+    bench.console.mainWindow.openPage("connect");
+    EXPECT_EQ(notice.text(), "");
 }
 
 // At every moment of connecting and logging in, also behind the boxes.
@@ -163,9 +185,11 @@ TEST(Serial, BindsOpensAndLosesTheLine) {
     EXPECT_TRUE(line.reached() && target.rtsEnable);
     bench.advance(1100);
     EXPECT_EQ(line.sent, "C_CPWkestr\r");
+    EXPECT_EQ(bench.console.session.panel.getPanelText("ready"), "0%") << "the log-in has only begun";
     line.deliver("A_CPW65535\r");
     bench.advance(1);
     line.changesDsr();
+    EXPECT_THAT(bench.console.notices.lblLink.text(), HasSubstr(": DSR fell."));
     EXPECT_EQ(line.sent, "C_CPWkestr\rR_ESN\r") << "no farewell on a serial line";
     EXPECT_FALSE(line.reached());
     EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Idle);
@@ -227,15 +251,33 @@ TEST(LogIn, IsNotDisturbedByABoxOfTheSessionBefore) {
     EXPECT_EQ(bench.console.session.state.gESN, "4711");
 }
 
-TEST(LogIn, TellsWhatALostLinkLeftUnwritten) {
-    simulator::Gateway gateway(seeded(3));
+// Which link, when, why, and what of the work it has cut short; it is told until there is a link again.
+TEST(LogIn, TellsOfALostLinkAndWhatItLeftUndone) {
+    auto options = seeded(3);
+    options.callRecords = 60;
+    simulator::Gateway gateway(options);
     ConsoleBench bench;
     bench.logIn(gateway);
+    auto& download = bench.console.cdrDownload;
+    download.start();
+    bench.advance(300);
+    bench.console.mainWindow.hideToTray();
     WriteBatch batch;
     batch.items = {command("C_A", "Port 1"), command("C_B", "Port 2"), command("C_C", "Port 3")};
     bench.console.session.writes.start(batch);
     bench.platform.peer.closes();
+    const std::string lost = "The link to gateway was lost at 00:00: closed by the gateway.";
+    EXPECT_EQ(bench.console.notices.lblLink.text(), lost);
+    EXPECT_EQ(bench.platform.trayIcon.tip, "Trunvex - " + lost);
     EXPECT_THAT(bench.console.mainWindow.lblNotice.text(), HasSubstr("Not written: Port 1 and 2 more"));
+    EXPECT_THAT(download.lblCDRStatus.text(), testing::AllOf(HasSubstr("calls fetched."), HasSubstr("channels ")));
+    EXPECT_EQ(download.ucCDRProg.text(), "Cut short");
+    bench.logIn(gateway);
+    EXPECT_EQ(bench.console.notices.lblLink.text() + bench.platform.trayIcon.tip, "Trunvex");
+    batch.items = {command("C_RBT", "Reset request")};
+    bench.console.session.writes.start(batch);
+    bench.platform.peer.closes();
+    EXPECT_EQ(bench.console.mainWindow.lblNotice.text(), "") << "it was to end the link";
 }
 
 TEST(Connecting, ABoxThatOutlivesItsAttemptStartsAnew) {
@@ -294,6 +336,7 @@ TEST_F(Master, IsAnsweredThenTheOrdinaryLogInRuns) {
     EXPECT_THAT(bench.console.mainWindow.lblUpdateStatus.text(), HasSubstr("Master Updating"));
     bench.console.mainWindow.openPage("connect");
     EXPECT_EQ(bench.sent().back(), "SRV12:CLOSE");
+    EXPECT_EQ(bench.console.mainWindow.lblUpdateStatus.text(), "");
 }
 
 TEST_F(Master, RefusesTheConsole) {
@@ -403,7 +446,7 @@ TEST(Passwords, AreNeverShown) {
     bench.console.session.objSpool.SendCommand("C_APWsecret");
     bench.console.session.objSpool.SendCommand("C_UPW02044,secret");
     bench.console.session.objSpool.SendCommand("SRV9:PSWsecret,unit");
-    bench.receive("C_CPWkestr echoed");
+    bench.receive("A_CPW7,kestr");
     EXPECT_THAT(shown, Contains("R_ESN"));
     EXPECT_THAT(shown, Each(Not(testing::AnyOf(HasSubstr("kestr"), HasSubstr("secret"), HasSubstr("A_CPW")))));
 }

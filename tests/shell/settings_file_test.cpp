@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <fstream>
+#include <thread>
 
 #include "fakes/as_plain_user.h"
 #include "fakes/console_bench.h"
@@ -64,6 +65,21 @@ TEST_F(SettingsFileTest, KeepsADamagedFileAsideAndSaysSoOnce) {
     put("");
     EXPECT_EQ(settings.Read("IPConfig", "NetPort"), "");
     EXPECT_THAT(told, IsEmpty()) << "an empty file is no damage";
+}
+
+TEST_F(SettingsFileTest, LosesNothingOfTwoProgramsThatWriteAtOnce) {
+    constexpr int writes = 20;
+    const auto program = [this](const char* section) {
+        SettingsFile own(path, [](const std::string&) {});
+        for (int i = 0; i < writes; ++i) own.Write(section, "k" + std::to_string(i), "v");
+    };
+    std::thread other(program, "A");
+    program("B");
+    other.join();
+    std::string kept;
+    for (const auto* section : {"A", "B"})
+        for (int i = 0; i < writes; ++i) kept += settings.Read(section, "k" + std::to_string(i));
+    EXPECT_EQ(kept, std::string(2 * writes, 'v'));
 }
 
 // Root may write anywhere, so what a read-only folder does is tried with a path that no one can write.

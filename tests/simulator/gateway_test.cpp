@@ -49,6 +49,8 @@ TEST(Gateway, answersEachCommand) {
     const std::vector<Case> cases{
         {"C_CPWkestr", "A_CPW65535\r"},
         {"C_CPWkestR", "A_CPW0\r"},
+        {"C_ILS", "I_ALR000,ERROR\r"},  // a stranger changes nothing
+        {"C_CPWkestr", "A_CPW65535\r"},
         {"R_ESN", "A_ESN40000017\r"},
         {"R_ESN1", error},
         {"R_CLK", "A_CLK28,02,26,7,23,58\r"},
@@ -90,6 +92,8 @@ TEST(Gateway, passwordsAndRights) {
     ConsoleDouble console(gateway);
     EXPECT_EQ(console.ask("C_UPW00004,"), "OK\r");
     EXPECT_EQ(console.ask("C_CPW"), "A_CPW0\r");       // rights without a password open nothing
+    EXPECT_EQ(console.ask("C_UPW02045,usr"), "I_ALR000,ERROR\r");
+    gateway.linkUp();
     EXPECT_EQ(console.ask("C_UPW02045,usr"), "OK\r");  // nobody becomes an admin by the lowest bit
     EXPECT_EQ(console.ask("C_CPWusr"), "A_CPW2044\r");
     EXPECT_EQ(console.ask("C_UPW,new"), "OK\r");

@@ -1,5 +1,9 @@
 #include "platform/qt/qt_tcp_pipe.h"
 
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+
 namespace trunvex {
 
 namespace {
@@ -16,6 +20,23 @@ void drop(std::unique_ptr<QTcpSocket> socket) {
         leaving->abort();
     }
     leaving->deleteLater();
+}
+
+// A line is watched when nobody speaks on it too: a gateway that lost its power or its cable says no good-bye. It
+// counts as gone after a minute without a sign, or without one for what was sent.
+void watchPeer(QTcpSocket& socket) {
+    constexpr int idleS = 30;
+    constexpr int betweenProbesS = 10;
+    constexpr int probes = 3;
+    constexpr int unheardMs = 60000;
+    socket.setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    socket.setSocketOption(QAbstractSocket::KeepAliveOption, 1);
+    const auto file = static_cast<int>(socket.socketDescriptor());
+    for (const auto& [option, value] : {std::pair{TCP_KEEPIDLE, idleS},
+                                        {TCP_KEEPINTVL, betweenProbesS},
+                                        {TCP_KEEPCNT, probes},
+                                        {TCP_USER_TIMEOUT, unheardMs}})
+        ::setsockopt(file, IPPROTO_TCP, option, &value, sizeof value);
 }
 
 }  // namespace
@@ -40,9 +61,9 @@ BytePipe::State QtTcpPipe::state() const {
 void QtTcpPipe::adopt(std::unique_ptr<QTcpSocket> adopted) {
     socket_ = std::move(adopted);
     auto* socket = socket_.get();
-    socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    if (state() == State::Up) watchPeer(*socket);
     connect(socket, &QTcpSocket::connected, this, [this] {
-        socket_->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+        watchPeer(*socket_);
         if (onUp) onUp();
     });
     const auto take = [this, socket] { read(socket); };

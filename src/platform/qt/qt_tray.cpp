@@ -19,9 +19,13 @@ void QtTray::add(const std::string& tip) {
         },
         Qt::QueuedConnection);
     icon_ = std::make_unique<QSystemTrayIcon>(QApplication::windowIcon());
-    icon_->setToolTip(QString::fromStdString(tip));
+    setTip(tip);
     icon_->setContextMenu(menu_.get());
     icon_->show();
+}
+
+void QtTray::setTip(const std::string& tip) {
+    if (icon_) icon_->setToolTip(QString::fromStdString(tip));
 }
 
 void QtTray::remove() {

@@ -13,6 +13,7 @@ public:
     bool available() const override;
     void add(const std::string& tip) override;
     void remove() override;
+    void setTip(const std::string& tip) override;
 
 private:
     std::unique_ptr<QMenu> menu_;

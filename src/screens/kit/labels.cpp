@@ -58,7 +58,7 @@ void StateSign::setPhase(const QString& phase) {
 }
 
 // Idle is a ring, connecting half a disc, listening a ring with a dot, log-in a disc with a gap, connected a
-// full disc.
+// full disc, and half of one with something amiss.
 void StateSign::paintEvent(QPaintEvent*) {
     const auto& roles = colours();
     const QColor colour = phase_ == "connected"   ? roles.ok
@@ -74,6 +74,8 @@ void StateSign::paintEvent(QPaintEvent*) {
     painter.setBrush(colour);
     if (phase_ == "connected") {
         painter.drawEllipse(disc);
+    } else if (phase_ == "limited") {
+        painter.drawChord(disc, 180 * degree, 180 * degree);
     } else if (phase_ == "connecting") {
         painter.drawPie(disc, 90 * degree, 180 * degree);
     } else if (phase_ == "login") {
