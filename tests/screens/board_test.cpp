@@ -125,8 +125,8 @@ TEST_F(BoardWindow, AScreenReaderHearsTheWholeStateInWords) {
     report(6, "4", "00001:00");
     const auto words = spoken(cell(6));
     for (const char* word :
-         {"Port 6, MCU 2, module 2", "Disabled", "Call connected", "MS CONNECTED", "0501234567", "SIM #1",
-          "sim status:SIM ready (OK)", "Network status: REGISTERED (OK)", "Roaming", "Count:00001:00"})
+         {"Port 6, MCU 2, module 2", "Enable flag not read yet", "Call connected", "MS CONNECTED", "0501234567",
+          "SIM #1", "sim status:SIM ready (OK)", "Network status: REGISTERED (OK)", "Roaming", "Count:00001:00"})
         EXPECT_THAT(words, HasSubstr(word));
     EXPECT_THAT(spoken(cell(32)), HasSubstr("no module"));
     report(6, "35");

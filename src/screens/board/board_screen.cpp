@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QGraphicsColorizeEffect>
 #include <QGridLayout>
 #include <QLabel>
 #include <QVBoxLayout>
@@ -42,12 +43,18 @@ BoardScreen::BoardScreen(frmSimStatus& board, LabelField& allocation, const Scre
     });
     auto* parts = new QHBoxLayout;
     parts->setSpacing(grid);
-    parts->addWidget(buildCells(), cellsShare);
-    parts->addWidget(new BoardChannels(board, frame_), 1);
+    pictures_ = {buildCells(), new BoardChannels(board, frame_)};
+    parts->addWidget(pictures_[0], cellsShare);
+    parts->addWidget(pictures_[1], 1);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(grid, grid, grid, grid);
     layout->setSpacing(grid);
-    layout->addWidget(new BoardHeader(board, allocation, frame_));
+    auto* header = new BoardHeader(board, allocation, frame_);
+    for (auto* lamp : header->findChildren<LampSign*>()) pictures_.push_back(lamp);
+    layout->addWidget(header);
+    asOf_ = roleLabel({}, "strong");
+    asOf_->setObjectName(shown(board.lblAsOf.name()));
+    layout->addWidget(asOf_);
     layout->addLayout(parts, 1);
     const auto inFrames = [this](QObject* owner, Field& bar, std::function<void()> refresh) {
         frame_.follow(owner, {&bar}, std::move(refresh));
@@ -61,11 +68,24 @@ BoardScreen::BoardScreen(frmSimStatus& board, LabelField& allocation, const Scre
     };
     listen(this, board.hardwareChanged, hardwareChanged);
     listen(this, board.cmdColors.pressed(), [this] { showColours(); });
+    follow(this, board.lblAsOf, [this] { showAsOf(); });
     restorePlace();
 }
 
 BoardScreen::~BoardScreen() {
     if (isVisible()) savePlace();
+}
+
+// A picture of what was is told by a word and by the want of all colour.
+void BoardScreen::showAsOf() {
+    const auto asOf = shown(board_.lblAsOf.text());
+    asOf_->setText(asOf.isEmpty() ? QString() : tr("The link is lost. What is shown is %1.").arg(asOf));
+    asOf_->setVisible(!asOf.isEmpty());
+    for (auto* picture : pictures_) {
+        auto* grey = asOf.isEmpty() ? nullptr : new QGraphicsColorizeEffect;
+        if (grey) grey->setColor(Qt::gray);
+        picture->setGraphicsEffect(grey);
+    }
 }
 
 // A column a MCU, a row a module.
@@ -110,6 +130,7 @@ void BoardScreen::keepTabStop(int index) {
 }
 
 void BoardScreen::bringUp() {
+    board_.setShown(true);
     setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
     raise();
@@ -137,6 +158,7 @@ void BoardScreen::hideEvent(QHideEvent* event) {
 void BoardScreen::closeEvent(QCloseEvent* event) {
     event->ignore();
     savePlace();
+    board_.setShown(false);
     hide();
 }
 

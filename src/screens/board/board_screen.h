@@ -7,6 +7,8 @@
 #include "screens/kit/board_frame.h"
 #include "screens/kit/screen_tools.h"
 
+class QLabel;
+
 namespace trunvex {
 
 class BoardCell;
@@ -31,6 +33,7 @@ protected:
 
 private:
     QWidget* buildCells();
+    void showAsOf();
     void showColours();
     void moveFocus(int index, int columns, int rows);
     void keepTabStop(int index);
@@ -41,6 +44,8 @@ private:
     ScreenTools tools_;
     BoardFrame frame_;
     std::vector<BoardCell*> cells_;
+    QLabel* asOf_ = nullptr;
+    std::vector<QWidget*> pictures_;  // that turn grey when what they show is no longer live
     int tabStop_ = 1;
     QPointer<ColoursScreen> colours_;
 };
