@@ -1,5 +1,8 @@
 #include "config/node_page.h"
 
+#include <algorithm>
+
+#include "config/page_table.h"
 #include "model/node_key.h"
 
 namespace trunvex {
@@ -22,6 +25,10 @@ void NodePage::begin() {
     frame.read.pressed().connect([this] { readAgain(); });
     frame.undo.pressed().connect([this] { form.undo(); });
     forget();
+}
+
+bool NodePage::checked(std::size_t box, const InputField& field) const {
+    return included(box) && field.enabled() && !untouched(field);
 }
 
 bool NodePage::showsGroup() const { return node_key::parse(key_).group != 0; }

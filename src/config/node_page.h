@@ -50,6 +50,9 @@ protected:
     void begin();
     bool included(std::size_t field) const { return frame.include[field].checked(); }
 
+    // A write sends the field, and it is the operator's: what the gateway holds, and what is greyed, is not checked.
+    bool checked(std::size_t box, const InputField& field) const;
+
     // True while the single record that is selected is one that can be written.
     virtual bool writable() const = 0;
     virtual void fillRecord() = 0;

@@ -59,19 +59,24 @@ void SimPage::bindFields() {
     table_.add({IncPhoneNumber,
                 "Phone number",
                 {{txtPhoneNum, told(&SimRec::PhoneNumber)}},
-                {{sim_at::PhoneNumber, content(txtPhoneNum)}}});
-    table_.add({IncPin, "PIN", {{txtPIN, told(&SimRec::Pin)}}, {{sim_at::Pin, content(txtPIN)}}});
-    table_.add({IncCallerId, "Caller ID", {{CmbCallID, &SimRec::CallerId}}, {{sim_at::CallerId, content(CmbCallID)}}});
+                {{sim_at::PhoneNumber, contentOrHeld(txtPhoneNum, &SimRec::PhoneNumber)}}});
+    table_.add({IncPin, "PIN", {{txtPIN, told(&SimRec::Pin)}}, {{sim_at::Pin, contentOrHeld(txtPIN, &SimRec::Pin)}}});
+    table_.add({IncCallerId,
+                "Caller ID",
+                {{CmbCallID, &SimRec::CallerId}},
+                {{sim_at::CallerId, contentOrHeld(CmbCallID, &SimRec::CallerId)}}});
     table_.add({IncContract,
                 "Monthly budget",
                 {{txtMonthlyContract, told(&SimRec::MonthlyContract)}},
-                {{sim_at::MonthlyContract, [this](const SimRec&) {
-                      return txtMonthlyContract.text().empty() ? noLimit : txtMonthlyContract.text();
+                {{sim_at::MonthlyContract, [this](const SimRec& to) {
+                      return txtMonthlyContract.text().empty()
+                                 ? noLimit
+                                 : contentOrHeld(txtMonthlyContract, &SimRec::MonthlyContract)(to);
                   }}}});
     table_.add({IncCallMinutes,
                 "Call minutes",
                 {{txtCallMinutes, told(&SimRec::CallMinutes)}},
-                {{sim_at::CallMinutes, content(txtCallMinutes)}}});
+                {{sim_at::CallMinutes, contentOrHeld(txtCallMinutes, &SimRec::CallMinutes)}}});
 }
 
 void SimPage::bindCellLock() {
@@ -79,18 +84,23 @@ void SimPage::bindCellLock() {
     const auto cell = [](const SimRec& sim) {
         return isWhole(sim.CellLock) ? std::to_string(val(sim.CellLock)) : escaped(sim.CellLock);
     };
-    const auto lock = [this](const SimRec&) { return optBcchLock.checked() ? txtCelLock.text() : "0"; };
+    const auto lock = [this](const SimRec& to) {
+        if (!optBcchLock.checked()) return std::string("0");
+        return isWhole(txtCelLock.text()) ? txtCelLock.text() : contentOrHeld(txtCelLock, &SimRec::CellLock)(to);
+    };
     table_.add({IncCellLock, "Cell lock", {{optBcchLock, locked}, {txtCelLock, cell}}, {{sim_at::CellLock, lock}}});
-    table_.add(
-        {IncRssi, "Least signal", {{cmbBcchRssi, &SimRec::BcchRssi}}, {{sim_at::BcchRssi, content(cmbBcchRssi)}}});
+    table_.add({IncRssi,
+                "Least signal",
+                {{cmbBcchRssi, &SimRec::BcchRssi}},
+                {{sim_at::BcchRssi, contentOrHeld(cmbBcchRssi, &SimRec::BcchRssi)}}});
     table_.add({IncBcchTimer,
                 "BCCH timer",
                 {{txtBcchTimer, told(&SimRec::BcchTimer)}},
-                {{sim_at::BcchTimer, content(txtBcchTimer)}}});
+                {{sim_at::BcchTimer, contentOrHeld(txtBcchTimer, &SimRec::BcchTimer)}}});
     table_.add({IncNetId,
                 "Operator ID",
                 {{txtBcchNetID, told(&SimRec::BcchNetId)}},
-                {{sim_at::BcchNetId, content(txtBcchNetID)}}});
+                {{sim_at::BcchNetId, contentOrHeld(txtBcchNetID, &SimRec::BcchNetId)}}});
 }
 
 void SimPage::bindBundle() {
@@ -172,28 +182,24 @@ std::vector<QueueItem> SimPage::readBatch() const {
 BuiltLine SimPage::firstFault(bool lineByLine) {
     if (included(IncTimeTable))
         if (auto fault = timeTable.firstFault(lineByLine); !fault.word.empty()) return fault;
-    const bool locked = optBcchLock.checked();
-    if (included(IncCellLock) && locked && !wholeWithin(txtCelLock.text(), 0, 1024))
+    if (checked(IncCellLock, txtCelLock) && !wholeWithin(txtCelLock.text(), 0, 1024))
         return BuiltLine::wrong("ERROR: BCCH Lock must be in the ranges: 0-1024", txtCelLock);
-    // Without a lock the timer has no use, and a fresh SIM has none.
-    const auto& timer = txtBcchTimer.text();
-    const bool noTimer = !locked && (timer.empty() || wholeWithin(timer, 0, 0));
-    if (included(IncBcchTimer) && !noTimer && !wholeWithin(timer, 30, 65535))
+    if (checked(IncBcchTimer, txtBcchTimer) && !wholeWithin(txtBcchTimer.text(), 30, 65535))
         return BuiltLine::wrong("ERROR: BCCH Timer must to be in the ranges: 30-65535 .", txtBcchTimer);
     const auto& network = txtBcchNetID.text();
-    if (included(IncNetId) && !network.empty() && !wholeWithin(network, 0, 999999))
+    if (checked(IncNetId, txtBcchNetID) && !network.empty() && !wholeWithin(network, 0, 999999))
         return BuiltLine::wrong("ERROR: BCCH Operator ID must to be in the ranges: 0-999999 .", txtBcchNetID);
-    if (included(IncPhoneNumber) && !isPhoneNumber(txtPhoneNum.text()))
+    if (checked(IncPhoneNumber, txtPhoneNum) && !isPhoneNumber(txtPhoneNum.text()))
         return BuiltLine::wrong("ERROR: Phone number have to be up to 20 digits, with or without '+' in front",
                                 txtPhoneNum);
     const auto& pin = txtPIN.text();
-    if (included(IncPin) && !pin.empty() && !(isWhole(pin) && pin.size() <= 8))
+    if (checked(IncPin, txtPIN) && !pin.empty() && !(isWhole(pin) && pin.size() <= 8))
         return BuiltLine::wrong("ERROR: PIN have to be 1 to 8 digits", txtPIN);
     const auto& contract = txtMonthlyContract.text();
-    if (included(IncContract) && !contract.empty() && !wholeWithin(contract, 0, val(noLimit)))
+    if (checked(IncContract, txtMonthlyContract) && !contract.empty() && !wholeWithin(contract, 0, val(noLimit)))
         return BuiltLine::wrong("ERROR: Monthly budget have to be in the ranges: 0-59999 minutes", txtMonthlyContract);
     const auto& minutes = txtCallMinutes.text();
-    if (included(IncCallMinutes) && !minutes.empty() && !wholeWithin(minutes, 0, 59999))
+    if (checked(IncCallMinutes, txtCallMinutes) && !minutes.empty() && !wholeWithin(minutes, 0, 59999))
         return BuiltLine::wrong("ERROR: Call minutes have to be in the ranges: 0-59999", txtCallMinutes);
     return {};
 }

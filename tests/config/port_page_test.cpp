@@ -95,6 +95,28 @@ TEST_F(PortPageTest, ChecksItsFields) {
     EXPECT_EQ(field(12) + " " + field(14), "40 9") << "greyed, it is what the gateway holds";
 }
 
+// What the gateway holds is no fault of the operator's, whatever it is.
+TEST_F(PortPageTest, WritesOneFieldBesideAnythingThatIsHeld) {
+    select("MOD11");
+    bench.receive("A_MOD11,,,,7,3,112,9,4,900,5,9999,16,0,999,00000000");
+    port.TxtIntDigPause.setText("5");
+    port.cmbCallReject.setIndex(1);
+    EXPECT_EQ(port.WriteMod("MOD11", false).line, "C_MOD11,,,,7,3,112,9,4,5,5,,80,0,999,,,");
+    port.TxtMinDigits.setText("3");
+    EXPECT_EQ(port.WriteMod("MOD11", false).word, "") << "4 stays not less than 3";
+    select("SIM111");
+    bench.receive("A_SIM111,+x\"y,999999999,,9,99999,70000,00000,99,5,9999999,99995923,127,,,,,,,200,1");
+    sim.txtPhoneNum.setText("1");
+    EXPECT_EQ(sim.build("SIM111", true).line,
+              "C_SIM111,1,999999999,,9,99999,70000,0,99,5,9999999,99995923,127,00000000,0,00000000,0,00000000,0,200,");
+    bench.receive("A_ISDISM 4,5,9,7,999,99,0,0,12345678901,ABC,9,99,7,7,1,999,3");
+    isdn.cmbISD[1].setIndex(1);
+    EXPECT_EQ(isdn.buildLine(false), "C_ISD5,9,7,999,99,0,0,12345678901,ABC,9,99,7,1,1,999");
+    EXPECT_THAT(told(), IsEmpty());
+    console.session.dispatcher.AnalyzeCmd("C_MOD22,,,,61,,,,,,,,,,,,,", true);
+    EXPECT_FALSE(console.tables.port({2, 2}).loaded()) << "written to is not read";
+}
+
 TEST_F(PortPageTest, GivesACdmaPortNoLevels) {
     select("MOD13");
     EXPECT_EQ(port.shownKey(), "CDM13") << "its record told what it is";
