@@ -52,7 +52,7 @@ IsdnPage::IsdnPage(Session& session, const PageTools& tools, SettingsRecords& re
         tools_.reads.onComplete(mnemonic, [this](const std::string&) {
             if (loaded()) show();
         });
-    addForm(form, {cmdUndoIsdn, cmdIsdnRefresh_, CmdWriteISDN_}, {command("R_ISD", "ISDN")},
+    addForm(form, "ISDN", {cmdUndoIsdn, cmdIsdnRefresh_, CmdWriteISDN_}, {command("R_ISD", "ISDN")},
             [this] { return CmdWriteISDN(); });
     forget();
 }
@@ -176,13 +176,13 @@ std::string IsdnPage::buildLine(bool store) {
     return "C_ISD" + body;
 }
 
-bool IsdnPage::CmdWriteISDN() {
+std::string IsdnPage::CmdWriteISDN() {
     const auto line = buildLine(false);
-    if (line.empty()) return false;
+    if (line.empty()) return {};
     auto sent = tools_.tables.isdn;
     storeIsdn(sent, fieldsOf(line), true);
     form.respell(table_.held(sent));  // "005" is told back as 5
-    return tools_.write(line, "ISDN", "send data : ");
+    return line;
 }
 
 }  // namespace trunvex

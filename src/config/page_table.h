@@ -48,6 +48,20 @@ public:
             boxes.emplace_back(arrayName(name, static_cast<int>(boxes.size())), row->caption);
     }
 
+    // Each field with the box it stands behind.
+    std::vector<std::pair<InputField*, std::size_t>> boxedFields() const {
+        std::vector<std::pair<InputField*, std::size_t>> all;
+        for (const auto& row : rows_)
+            for (const auto& shown : row.shown) all.emplace_back(&shown.field, row.box);
+        return all;
+    }
+
+    // True when an empty field of the box has the gateway keep what it holds.
+    bool silent(std::size_t box, const Record& to) const {
+        const auto row = boxRow(box);
+        return std::any_of(row->sent.begin(), row->sent.end(), [&to](const Sent& one) { return one.wire(to).empty(); });
+    }
+
     RecordForm::Values held(const Record& record) const {
         RecordForm::Values values;
         for (const auto& row : rows_)

@@ -61,7 +61,7 @@ auto trimmed(const TextField& field, std::string PortRec::*member) {
 
 PortPage::PortPage(const PageTools& tools, PortTree& tree, SettingsRecords& records, GroupWrite& groupWrite)
     : NodePage(tools, tree, groupWrite,
-               {lblPortCaption, lblPortHint, chkIncGrpMod, cmdUndoPort, cmdModRefresh, cmdWritePort}) {
+               {lblPortCaption, lblPortHint, lblPortRemark, chkIncGrpMod, cmdUndoPort, cmdModRefresh, cmdWritePort}) {
     cmbRelaxTime.setEntries({"0", "0.5", "1", "1.5", "2", "3", "4", "5"});
     bindFields();
     bindLevels();
@@ -74,7 +74,7 @@ PortPage::PortPage(const PageTools& tools, PortTree& tree, SettingsRecords& reco
     tools_.reads.onComplete("MOD", [this](const std::string&) {
         if (showsGroup()) refresh();
     });
-    begin();
+    begin(table_.boxedFields());
 }
 
 void PortPage::bindFields() {
@@ -139,6 +139,14 @@ std::string PortPage::nodeText() const {
 
 bool PortPage::writable() const { return node_key::isPort(key_) && kindOf(key_) != NodeKind::Missing; }
 
+// Of a group, as the gateway's answers to one GSM port would have it.
+bool PortPage::silent(std::size_t box) const {
+    PortRec any;
+    any.Kind = "GSM";
+    const auto* port = portOf(key_);
+    return table_.silent(box, port ? *port : any);
+}
+
 void PortPage::fillRecord() {
     const auto* port = portOf(key_);
     showFacts(port);
@@ -202,13 +210,13 @@ void PortPage::followRules() {
 QueueItem PortPage::readCommand() const { return command("R_" + node_key::stored(key_), nodeText()); }
 
 void PortPage::readMissing() {
-    if (kindOf(key_) == NodeKind::Gsm && !form.known()) tools_.read({readCommand()}, readBudgetMs);
+    if (kindOf(key_) == NodeKind::Gsm && !form.known()) read({readCommand()}, readBudgetMs);
 }
 
 std::vector<QueueItem> PortPage::readBatch() const {
     if (!showsGroup()) return {readCommand()};
     std::vector<QueueItem> batch;
-    for (const auto& port : tree_.ports(key_)) batch.push_back(command("R_" + port, tree_.captionOf(port)));
+    for (const auto& port : tree_.workingPorts(key_)) batch.push_back(command("R_" + port, tree_.captionOf(port)));
     return batch;
 }
 

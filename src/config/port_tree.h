@@ -56,6 +56,8 @@ public:
     std::vector<std::string> children(std::string_view key) const;
     // The ports of a group, by any key of the group.
     std::vector<std::string> ports(std::string_view groupKey) const;
+    // The same without those whose module the gateway has not found: nobody answers there.
+    std::vector<std::string> workingPorts(std::string_view groupKey) const;
     // The numbers of ports, for the operator: "1, 2, 17".
     static std::string listed(const std::vector<std::string>& ports);
     // The text of the item, for the operator; "Port n" or "Port n SIM s" for one that is not in the list.

@@ -37,7 +37,7 @@ bool isPhoneNumber(std::string_view text) {
 
 SimPage::SimPage(const PageTools& tools, PortTree& tree, SettingsRecords& records, GroupWrite& groupWrite)
     : NodePage(tools, tree, groupWrite,
-               {lblSimCaption, lblSimHint, chkIncGrpSim, cmdUndoSim, cmdSimRefresh, cmdWriteSIM}) {
+               {lblSimCaption, lblSimHint, lblSimRemark, chkIncGrpSim, cmdUndoSim, cmdSimRefresh, cmdWriteSIM}) {
     cmbBcchRssi.setItems(signalLevels());
     bindFields();
     bindCellLock();
@@ -52,7 +52,7 @@ SimPage::SimPage(const PageTools& tools, PortTree& tree, SettingsRecords& record
     tools_.reads.onComplete("SIM", [this](const std::string& command) {
         if (showsGroup() && command == "R_" + readKey()) refresh();
     });
-    begin();
+    begin(table_.boxedFields());
 }
 
 void SimPage::bindFields() {
@@ -124,11 +124,16 @@ std::string SimPage::readKey() const {
     auto key = "SIM" + std::string(mid(key_, 4));
     std::replace(key.begin(), key.end(), '0', '1');
     if (node_key::isSim(key)) return key;
-    const auto ports = tree_.ports(key_);
+    const auto ports = tree_.workingPorts(key_);
     return ports.empty() ? std::string() : "SIM" + std::string(right(ports.front(), 2)) + std::string(right(key_, 1));
 }
 
 bool SimPage::writable() const { return node_key::isSim(key_) && tree_.moduleType(key_) == "GSM"; }
+
+bool SimPage::silent(std::size_t box) const {
+    const auto* sim = simOf(key_);
+    return table_.silent(box, sim ? *sim : SimRec{});
+}
 
 void SimPage::fillRecord() {
     timeTable.setForGroup(false);
@@ -147,9 +152,9 @@ void SimPage::fillGroup(const std::vector<std::string>&) {
     showFacts(nullptr);
     const auto source = readKey();
     const auto* sim = simOf(source);
-    if (!sim || !sim->loaded()) return;
-    lblSimHint.setText("The values were read from " + tree_.captionOf(source) + ".");
-    if (!form.edited()) form.propose(table_.held(*sim));
+    const bool read = sim && sim->loaded();
+    if (read) lblSimHint.setText("The values were read from " + tree_.captionOf(source) + ".");
+    if (!form.edited()) form.propose(read ? table_.held(*sim) : RecordForm::Values());
 }
 
 void SimPage::showFacts(const SimRec* sim) {
@@ -169,8 +174,10 @@ void SimPage::followRules() {
     timeTable.followSwitches();
 }
 
+// A group's values are only proposed, so they are read each time; no look at a node costs an edit, or asks about one.
 void SimPage::readMissing() {
-    if (!form.known()) readAgain();  // a group's values are only proposed, so they are read each time
+    if (form.known() || form.edited()) return;
+    if (auto batch = readBatch(); !batch.empty()) read(std::move(batch), refreshBudgetMs);
 }
 
 std::vector<QueueItem> SimPage::readBatch() const {

@@ -19,7 +19,7 @@ SystemPage::SystemPage(Session& session, const PageTools& tools)
     : RecordPage(session, {"system", "System", "Clock, version and the gateway's connection", None}, tools),
       settings_(session.setting), clock_(session.platform.clock()) {
     for (InputField* field : std::initializer_list<InputField*>{&dtpDate, &dtpClock, &cmbDay}) form.add(*field);
-    addForm(form, {cmdUndoClock, cmdClkRefresh, cmdSetTime_},
+    addForm(form, "System Time", {cmdUndoClock, cmdClkRefresh, cmdSetTime_},
             {command("R_CLK", "System time"), command("R_SYS", "System Version")}, [this] { return cmdSetTime(); });
     onReport<ClockReport>(session.realTimeUpdate, "CLK", [this](const auto& report) { takeClock(report); });
     onReport<SystemReport>(session.realTimeUpdate, "SYS", [this](const SystemReport& report) {
@@ -144,15 +144,16 @@ std::string SystemPage::buildClockLine() {
            std::to_string(cmbDay.index() + 1) + "," + time.substr(0, 2) + "," + time.substr(3);
 }
 
-bool SystemPage::cmdSetTime() {
+std::string SystemPage::cmdSetTime() {
     settings_.Write(formatSection, formatKey, std::to_string(cmbDateFormat.index()));
     readDateFormat();
     showDate();
-    const auto line = buildClockLine();
-    if (line.empty() || !tools_.write(line, "System Time", "send data : ")) return false;
+    return buildClockLine();
+}
+
+void SystemPage::writing() {
     delayedClockTicks_ = 0;
     TmrDelayClkUpdate_->start(delayedClockTickMs);
-    return true;
 }
 
 }  // namespace trunvex

@@ -27,7 +27,11 @@ bool isOfSomeDays(const TimeRow& row) { return isUsed(row) && daysOf(row) != eve
 
 const char* mark(bool set) { return set ? "1" : "0"; }
 
-std::string wireTime(std::string_view text) { return std::string(text.substr(3)) + std::string(text.substr(0, 2)); }
+// Before it is checked a text may be anything.
+std::string wireTime(std::string_view text) {
+    if (!hasForm(text)) return "0000";
+    return std::string(text.substr(3)) + std::string(text.substr(0, 2));
+}
 
 }  // namespace
 

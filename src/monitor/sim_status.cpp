@@ -1,7 +1,6 @@
 #include "monitor/sim_status.h"
 
 #include <algorithm>
-#include <chrono>
 #include <utility>
 
 #include "platform/quietly.h"
@@ -217,11 +216,7 @@ void frmSimStatus::tornDown() {
     stopTimers();
     holdsData = false;
     if (!std::exchange(live_, false)) return;
-    const auto now = platform_.clock().localTime();
-    const auto minutes =
-        std::chrono::floor<std::chrono::minutes>(now - std::chrono::floor<std::chrono::days>(now)).count();
-    const auto twoDigits = [](auto number) { return pad(std::to_string(number), 2, '0', PadSide::Left); };
-    lblAsOf.setText("as of " + twoDigits(minutes / 60) + ":" + twoDigits(minutes % 60));
+    lblAsOf.setText("as of " + timeOfDay(platform_.clock().localTime()).substr(0, 5));
 }
 
 }  // namespace trunvex

@@ -44,6 +44,16 @@ TEST_F(PortPageTest, WritesItsLineAndShowsWhatTheGatewayTook) {
     EXPECT_THAT(arrived(), ElementsAre("C_MOD11,,,,60,250,51,3,017,60,0,75,120,0,30,,,"));
     EXPECT_FALSE(port.form.edited()) << "017 and 1.509 are written, whatever the spelling";
     EXPECT_EQ(port.TxtMaxDigits.text() + " " + port.cmbRelaxTime.text(), "17 1.5");
+    EXPECT_THAT(port.form.word(), testing::MatchesRegex("Port 1 written [0-9:]+"));
+    port.txtNoRegTimer.setText("");
+    EXPECT_EQ(port.lblPortRemark.text() + port.form.word(),
+              "Empty, so the gateway keeps what it has: No registration timer.");
+    port.txtNoRegTimer.setText("61");
+    simulator::switchOn(gateway.faults(), "C_MOD:refuse=error");
+    boxes.answers = {Button::Cancel};
+    press(port.cmdWritePort);
+    EXPECT_THAT(port.form.word(), HasSubstr("Port 1 not written, the gateway refused it, "));
+    EXPECT_TRUE(port.form.edited());
 }
 
 TEST_F(PortPageTest, TurnsLevelsIntoCodesAndBack) {
@@ -143,24 +153,39 @@ TEST_F(PortPageTest, WritesToAGroupWhatIsMarkedToEachMemberInItsWay) {
     EXPECT_EQ(port.lblPortCaption.text(), "Groups 1 Ports: 1, 2, 3");
     EXPECT_EQ(port.TxtMinDigits.standing(), InputField::Standing::Free);
     EXPECT_EQ(port.SldTXvol.value() + port.SldTX_SE.value() + port.SldRX_SE.value(), "342");
+    EXPECT_TRUE(port.chkIncGrpMod[IncLevels].checked()) << "as it was left at the group's other node";
+    port.chkIncGrpMod[IncLevels].setChecked(false);
     arrived();
     press(port.cmdWritePort);
     EXPECT_THAT(notice(), HasSubstr("Nothing is marked"));
-    port.chkIncGrpMod[IncLevels].setChecked(true);
-    port.chkIncGrpMod[IncRelaxTime].setChecked(true);
-    select("MDD01");  // again, and the marks stay
     port.SldTXvol.setPosition(6);
     port.SldRXvol.setPosition(0);
     port.SldTX_SE.setPosition(1);
     port.SldRX_SE.setPosition(4);
     port.cmbRelaxTime.setText("0.5");
-    port.TxtMinDigits.setText("not marked, not looked at");
+    port.TxtMinDigits.setText("not looked at");
+    EXPECT_TRUE(port.chkIncGrpMod[IncMinDigits].checked() && port.chkIncGrpMod[IncRelaxTime].checked());
+    port.chkIncGrpMod[IncMinDigits].setChecked(false);
+    port.chkIncGrpMod[IncNoRegTimer].setChecked(true);
+    port.txtNoRegTimer.setText("");
+    select("MOD11");
+    select("GRP01");  // and what was typed and marked is there still
+    EXPECT_EQ(port.lblPortRemark.text(),
+              "Changed, but not marked to be written: Minimum digits. "
+              "Empty, so the gateway keeps what it has: No registration timer.");
+    arrived();
     press(port.cmdWritePort);
     EXPECT_THAT(arrived(), ElementsAre("C_MOD11,,,,,6,99,,,,,25,,0,,,,", "C_MOD12,,,,,3,0,,,,,25,,0,,,,",
                                        "C_MOD13,1,,,,,,,,,,25,,0,,,,"));
     EXPECT_EQ(pages.groupWrite.summary(), "3 of 3 written");
-    EXPECT_FALSE(port.form.edited());
-    port.chkIncGrpMod[IncMinDigits].setChecked(true);
+    EXPECT_TRUE(port.form.edited(port.TxtMinDigits) && port.form.edited(port.txtNoRegTimer));
+    EXPECT_FALSE(port.form.edited(port.cmbRelaxTime) || port.form.edited(port.SldTX_SE));
+    EXPECT_THAT(port.form.word(), testing::MatchesRegex("3 of 3 written [0-9:]+"));
+    for (auto& box : port.chkIncGrpMod) box.setChecked(&box == &port.chkIncGrpMod[IncNoRegTimer]);
+    console.session.tell("");
+    press(port.cmdWritePort);
+    EXPECT_THAT(notice(), HasSubstr("what is marked is empty"));
+    EXPECT_THAT(arrived(), IsEmpty());
     port.TxtMinDigits.setText("8");
     EXPECT_EQ(refusal(port.cmdWritePort), "ERROR: Min Digit") << "once, not for each member";
     boxes.answers = {Button::Yes};
@@ -168,6 +193,12 @@ TEST_F(PortPageTest, WritesToAGroupWhatIsMarkedToEachMemberInItsWay) {
     EXPECT_THAT(arrived(), ElementsAre("R_MOD11", "R_MOD12", "R_MOD13"));
     tree.movePort("MOD21", "PRT01");
     EXPECT_EQ(port.lblPortCaption.text(), "Groups 1 Ports: 1, 2, 3, 5");
+    tree.movePort("ERR14", "PRT01");
+    EXPECT_THAT(port.lblPortHint.text(), HasSubstr("No module, so left out: port 4."));
+    boxes.answers = {Button::Yes};
+    arrived();
+    press(port.cmdModRefresh);
+    EXPECT_THAT(arrived(), ElementsAre("R_MOD11", "R_MOD12", "R_MOD13", "R_MOD21"));
 }
 
 TEST_F(PortPageTest, SendsEachFieldBehindItsOwnBox) {
