@@ -4,6 +4,8 @@
 #include "platform/durable_file.h"
 #include "text/text_rules.h"
 
+#include <utility>
+
 namespace trunvex {
 
 namespace {
@@ -43,6 +45,7 @@ bool PortTree::load(const std::filesystem::path& path) {
 void PortTree::forget() {
     tables_.gTreeItems.clear();
     loadedFor_.clear();
+    saveWhenKnown_ = false;
     for (auto& tree : tvGroups) tree.clear();
 }
 
@@ -50,8 +53,18 @@ void PortTree::takeIdentity() {
     std::error_code error;
     const bool isNew = loadedFor_ != session_.gESN;
     if (isNew && !loadedFor_.empty()) tables_.gTreeItems.clear();  // they are another gateway's
-    if (isNew && std::filesystem::exists(session_.gGroupsFile, error)) load({});
+    const bool hasFile = std::filesystem::exists(session_.gGroupsFile, error);
     loadedFor_ = session_.gESN;
+    if (std::exchange(saveWhenKnown_, false) && isNew) {
+        if (hasFile)
+            tell_(
+                "This gateway has groups that were saved before. They were not loaded, so that yours stay: Save puts "
+                "yours in their place.");
+        else if (save({}))
+            tell_("The groups are saved.");
+    } else if (isNew && hasFile) {
+        load({});
+    }
     if (session_.gGotActivePorts) build(Both, false);
 }
 
@@ -75,8 +88,10 @@ void PortTree::saveGroups() {
                             {"Error gateway ESN number\r\n"
                              "Do you want to get the right ESN numbet from the gateway now?",
                              "Save", ButtonSet::YesNo, BoxIcon::Question},
-                            forSession(session_)))
+                            forSession(session_))) {
+            saveWhenKnown_ = true;
             sender_.SendCommand("R_ESN");
+        }
     } else if (save({})) {
         load({});
         build(Both, false);

@@ -14,6 +14,7 @@ MainPage::MainPage(Session& session, PortTree& portTree, PortPage& port, SimPage
         else if (page_)
             page_->refresh();  // a node's name or a group's members may have changed
     });
+    tree.cmdRefreshTree.pressed().connect([this] { opened(); });
     for (auto* panel : {static_cast<NodePage*>(&portPage), static_cast<NodePage*>(&simPage)})
         panel->writeStarted().connect([this] { writeStarted.emit(); });
 }
@@ -21,6 +22,11 @@ MainPage::MainPage(Session& session, PortTree& portTree, PortPage& port, SimPage
 void MainPage::holdWrites(bool held) {
     portPage.holdWrites(held);
     simPage.holdWrites(held);
+}
+
+// What is selected may have been so while another page was open, which reads nothing of it.
+void MainPage::opened() {
+    if (shown()) select();
 }
 
 // The tree was built during the log-in.

@@ -28,6 +28,7 @@ public:
     GroupWrite& groupWrite;
 
 private:
+    void opened() override;
     void loggedIn(LogInOutcome outcome) override;
     bool mayRead() const;
     void turnTo(NodePage* page);

@@ -121,6 +121,7 @@ private:
 
     Dialogs& dialogs_;
     std::string loadedFor_;  // the gateway whose groups the list holds
+    bool saveWhenKnown_ = false;  // the operator has asked for it before the gateway told who it is
     SharedTables& tables_;
     SessionState& session_;
     CommandSender& sender_;

@@ -177,6 +177,8 @@ TEST_F(SimPageTest, ShowsNoSimOfACdmaPort) {
 TEST_F(SimPageTest, ReadsAGroupsValuesAtTheAddressItsNumberSpells) {
     for (int made = 0; made < 15; ++made) tree.cmdCreateGroup.press();
     tree.movePort("MOD21", "PRT15");
+    select("MOD11");
+    arrived();
     for (const auto& [node, asked] :
          {std::pair{"SMM011", "R_SIM111"}, {"SMM023", "R_SIM123"}, {"SMM102", "R_SIM112"}, {"SMM154", "R_SIM214"}}) {
         select(node);

@@ -386,8 +386,11 @@ TEST_F(Board, RemembersTheLastFiveNumbersOfAPort) {
     bench.advance(LastCalls::writeDelayMs);
     EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
     EXPECT_THAT(console.files.history.Read("PORT471119", "CALL4"), HasSubstr("299 ("));
-    calls.clear(19);
-    EXPECT_EQ(calls.INIT_lastCalls(19)[0], LastCalls::emptyLine);
+    cell().cmdResetLimit.press();
+    EXPECT_THAT(calls.mnuLastDial[4].caption(), HasSubstr("299 ("));
+    calls.mnuLastDial[4].press();
+    calls.mnuLastDial[5].press();
+    EXPECT_EQ(calls.mnuLastDial[4].caption() + console.files.history.Read("PORT471119", "CALL4"), LastCalls::emptyLine);
     report("2", "7");
     EXPECT_THAT(calls.INIT_lastCalls(19)[0], HasSubstr("7 ("));
 }

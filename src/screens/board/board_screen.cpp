@@ -5,10 +5,12 @@
 #include <QGraphicsColorizeEffect>
 #include <QGridLayout>
 #include <QLabel>
+#include <QMenu>
 #include <QVBoxLayout>
 #include <algorithm>
 
 #include "model/port_address.h"
+#include "monitor/last_calls.h"
 #include "monitor/sim_status.h"
 #include "screens/board/board_cell.h"
 #include "screens/board/board_channels.h"
@@ -34,8 +36,8 @@ constexpr const char* geometryKey = "BoardGeometry";
 
 }  // namespace
 
-BoardScreen::BoardScreen(frmSimStatus& board, LabelField& allocation, const ScreenTools& tools)
-    : board_(board), tools_(tools), frame_(tools.platform) {
+BoardScreen::BoardScreen(frmSimStatus& board, LastCalls& lastCalls, LabelField& allocation, const ScreenTools& tools)
+    : board_(board), lastCalls_(lastCalls), tools_(tools), frame_(tools.platform) {
     setObjectName("frmSimStatus");
     setMinimumSize(smallestSize);
     follow(this, board.lblESN, [this, &board] {
@@ -109,10 +111,28 @@ QWidget* BoardScreen::buildCells() {
         connect(cell, &BoardCell::walked, this,
                 [this, index](int columns, int rows) { moveFocus(index, columns, rows); });
         connect(cell, &BoardCell::focused, this, [this, index] { keepTabStop(index); });
+        listen(this, board_.cell(index).cmdResetLimit.pressed(), [this, index] { showPortMenu(index); });
         cells_.push_back(cell);
     }
     keepTabStop(tabStop_);
     return area;
+}
+
+// The lines are there to be looked at; only the last one does something.
+void BoardScreen::showPortMenu(int index) {
+    auto* menu = new QMenu("PORT", this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addSection(tr("Port %1").arg(index));
+    auto* calls = menu->addMenu(tr("Last 5 dialed numbers"));
+    calls->setObjectName("mnuLastDial");
+    for (auto& line : lastCalls_.mnuLastDial) {
+        if (&line == &lastCalls_.mnuLastDial.back()) calls->addSeparator();
+        auto* action = calls->addAction(shown(line.caption()).replace("&", "&&"), menu, [&line] { line.press(); });
+        action->setObjectName(shown(line.name()));
+    }
+    auto* cell = cells_[static_cast<std::size_t>(index - 1)];
+    const auto under = cell->mapFromGlobal(QCursor::pos());
+    menu->popup(cell->mapToGlobal(cell->rect().contains(under) ? under : cell->rect().center()));
 }
 
 void BoardScreen::moveFocus(int index, int columns, int rows) {

@@ -13,6 +13,7 @@ namespace trunvex {
 
 class BoardCell;
 class ColoursScreen;
+class LastCalls;
 class frmSimStatus;
 
 // The window frmSimStatus. Closing hides it: it lives as long as the console's screens do.
@@ -20,7 +21,7 @@ class BoardScreen : public QWidget {
     Q_OBJECT
 
 public:
-    BoardScreen(frmSimStatus& board, LabelField& allocation, const ScreenTools& tools);
+    BoardScreen(frmSimStatus& board, LastCalls& lastCalls, LabelField& allocation, const ScreenTools& tools);
     ~BoardScreen() override;
     // Shows it, in front of the others.
     void bringUp();
@@ -34,6 +35,7 @@ protected:
 private:
     QWidget* buildCells();
     void showAsOf();
+    void showPortMenu(int index);
     void showColours();
     void moveFocus(int index, int columns, int rows);
     void keepTabStop(int index);
@@ -41,6 +43,7 @@ private:
     void savePlace();
 
     frmSimStatus& board_;
+    LastCalls& lastCalls_;
     ScreenTools tools_;
     BoardFrame frame_;
     std::vector<BoardCell*> cells_;
