@@ -26,6 +26,7 @@ SystemPage::SystemPage(Session& session, const PageTools& tools)
         tools_.tables.isdn.SystemVersion = report.version;
         TxtSystemVer.setText(escaped(report.version));
     });
+    session.panel.staStatusTime.changed().connect([this] { followClock(); });
     dtpDate.valueChanged().connect([this] {
         if (!form.filling()) followDate();
     });
@@ -53,7 +54,7 @@ void SystemPage::tornDown() {
     blank();
 }
 
-// The gateway is asked what it has made of a clock that was written, at the second tick.
+// The gateway is asked what its clock says, at the second tick.
 void SystemPage::delayedClockTick() {
     constexpr int askAt = 2;
     if (++delayedClockTicks_ < askAt) return;
@@ -79,6 +80,24 @@ void SystemPage::takeClock(const ClockReport& report) {
     form.take({{&dtpDate, escaped(twoDigits(day) + "/" + twoDigits(month) + "/20" + twoDigits(year))},
                {&dtpClock, escaped(twoDigits(report.hour) + ":" + twoDigits(report.minute))},
                {&cmbDay, weekday >= 1 && weekday <= 7 ? std::to_string(weekday - 1) : std::string()}});
+}
+
+// The clock runs on between two reports. What the gateway makes of a new day it is asked itself.
+void SystemPage::followClock() {
+    const auto& [day, month, year, weekday, hour, minute, second] = session_.state.gClockField;
+    if (!session_.state.gGotClock || reportedDate_[0].empty()) return;
+    lblHoure.setText(escaped(hour));
+    lblMinute.setText(escaped(minute));
+    lblSecond.setText(escaped(second));
+    if (val(day) == val(reportedDate_[0])) return;
+    reportedDate_ = {day, month, year};
+    showDate();
+    askClockSoon();
+}
+
+void SystemPage::askClockSoon() {
+    delayedClockTicks_ = 0;
+    TmrDelayClkUpdate_->start(delayedClockTickMs);
 }
 
 void SystemPage::showDate() {
@@ -151,9 +170,6 @@ std::string SystemPage::cmdSetTime() {
     return buildClockLine();
 }
 
-void SystemPage::writing() {
-    delayedClockTicks_ = 0;
-    TmrDelayClkUpdate_->start(delayedClockTickMs);
-}
+void SystemPage::writing() { askClockSoon(); }
 
 }  // namespace trunvex

@@ -45,6 +45,8 @@ private:
     void tornDown() override;
     void writing() override;
     void delayedClockTick();
+    void askClockSoon();
+    void followClock();
     void takeClock(const ClockReport& report);
     void showDate();
     void blank();

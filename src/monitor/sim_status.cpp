@@ -22,6 +22,8 @@ frmSimStatus::frmSimStatus(Session& session)
     takeRecords(session);
     session.events.identified.connect([this] { lblESN.setText(escaped(state_.gESN)); });
     session.reads.onComplete("R_MON", [this](const std::string&) { holdsData = true; });
+    // The clock runs on there between two reports.
+    session.panel.staStatusTime.changed().connect([this] { followClock(); });
     session.events.started.connect([this] { tmrTotalCounter_->start(totalCounterMs); });
     cmdSTSRefresh.pressed().connect([this] { refresh(); });
     refreshes_.bar.stepped().connect([this](int, int) { tellProgress(); });
@@ -177,6 +179,13 @@ void frmSimStatus::takeClock(const ClockReport& report) {
     lblSecond.setText(escaped(report.second.value_or("")));
     lblDate.setText(
         escaped(std::string(report.day) + "/" + std::string(report.month) + "/" + std::string(report.year)));
+}
+
+// A report without seconds shows none, until the next one has passed.
+void frmSimStatus::followClock() {
+    const auto& [day, month, year, weekday, hour, minute, second] = state_.gClockField;
+    if (!live_ || !state_.gGotClock || (lblSecond.text().empty() && second == "00")) return;
+    takeClock({day, month, year, weekday, hour, minute, second});
 }
 
 void frmSimStatus::stopTimers() {

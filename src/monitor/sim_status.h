@@ -72,6 +72,7 @@ private:
     void InitFormData();
     void takeRecords(Session& session);
     void takeClock(const ClockReport& report);
+    void followClock();
     void takeFlags(std::string_view flags);
     void resetPortCell(PortCell& cell);
     void systemAlarm(const AlarmReport& report);

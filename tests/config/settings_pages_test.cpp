@@ -79,6 +79,22 @@ TEST_F(System, SetsTheClockWithTwoDigitsAndReadsItAgain) {
     EXPECT_EQ(system.buildClockLine(), "C_CLK05,03,26,1,07,09") << "the operator has the last word on the day";
 }
 
+TEST_F(System, RunsTheClockOverMidnightInAllPlaces) {
+    const auto& board = console.board;
+    for (const auto& [report, next] :
+         {std::pair{"31,12,26,7,23,59,58", "01/01/27"}, {"28,02,28,1,23,59,58", "29/02/28"}}) {
+        bench.receive(std::string("A_CLK") + report);
+        arrived();
+        bench.advance(3000);
+        EXPECT_EQ(board.lblDate.text(), next) << report;
+        EXPECT_EQ(system.lblHoure.text() + board.lblHoure.text() + system.lblMinute.text(), "000000");
+        EXPECT_EQ(system.lblSecond.text(), board.lblSecond.text());
+        EXPECT_THAT(console.session.panel.getPanelText("time"), HasSubstr(" 00:00:0"));
+        bench.advance(1500);
+        EXPECT_THAT(arrived(), ElementsAre("R_CLK")) << "what the gateway makes of the new day";
+    }
+}
+
 TEST_F(System, RefusesWhatIsNoDateAndNoTime) {
     const std::string time = "The time have to be in the form hh:mm, 00:00 to 23:59";
     press(system.cmdClkRefresh);
