@@ -4,6 +4,8 @@
 #include "platform/durable_file.h"
 #include "text/text_rules.h"
 
+#include <utility>
+
 namespace trunvex {
 
 namespace {
@@ -56,21 +58,30 @@ void PortTree::forget() {
     changed_ = false;
     tables_.gTreeItems.clear();
     loadedFor_.clear();
+    saveWhenKnown_ = false;
     for (auto& tree : tvGroups) tree.clear();
 }
 
 void PortTree::takeIdentity() {
     std::error_code error;
     const bool isNew = loadedFor_ != session_.gESN;
+    const bool saves = std::exchange(saveWhenKnown_, false) && isNew;
     if (isNew && !loadedFor_.empty()) forget();  // they are another gateway's
-    if (const auto unsaved = parked_.extract(session_.gESN)) {
+    loadedFor_ = session_.gESN;
+    const bool hasFile = std::filesystem::exists(session_.gGroupsFile, error);
+    if (saves && hasFile) {
+        tell_(
+            "This gateway has groups that were saved before. They were not loaded, so that yours stay: Save puts yours "
+            "in their place.");
+    } else if (saves) {
+        if (save({})) tell_("The groups are saved.");
+    } else if (const auto unsaved = parked_.extract(session_.gESN)) {
         tables_.gTreeItems = unsaved.mapped();
         changed_ = true;
-    } else if (isNew && std::filesystem::exists(session_.gGroupsFile, error)) {
+    } else if (isNew && hasFile) {
         load({});
         changed_ = false;
     }
-    loadedFor_ = session_.gESN;
     if (session_.gGotActivePorts) build(Both, false);
 }
 
@@ -94,8 +105,10 @@ void PortTree::saveGroups() {
                             {"Error gateway ESN number\r\n"
                              "Do you want to get the right ESN numbet from the gateway now?",
                              "Save", ButtonSet::YesNo, BoxIcon::Question},
-                            forSession(session_)))
+                            forSession(session_))) {
+            saveWhenKnown_ = true;
             sender_.SendCommand("R_ESN");
+        }
     } else if (save({})) {
         load({});
         build(Both, false);

@@ -32,7 +32,9 @@ PageTable<IsdnRec>::Row choice(std::size_t at, ChoiceField& field, std::string I
             if (!text.empty() && field.items()[i] == text) return std::to_string(i);
         return field.value();
     };
-    const auto wire = [&field, &table](const IsdnRec&) { return isdn_codes::codeOf(table, field.text()); };
+    const auto wire = [&field, &table, member](const IsdnRec& to) {
+        return untouched(field) ? to.*member : isdn_codes::codeOf(table, field.text());
+    };
     field.setItems(isdn_codes::texts(table));
     return {PageTable<IsdnRec>::noBox, "", {{field, held}}, {{at, wire}}};
 }
@@ -50,7 +52,7 @@ IsdnPage::IsdnPage(Session& session, const PageTools& tools, SettingsRecords& re
         tools_.reads.onComplete(mnemonic, [this](const std::string&) {
             if (loaded()) show();
         });
-    addForm("ISDN", form, {cmdUndoIsdn, cmdIsdnRefresh_, CmdWriteISDN_}, {command("R_ISD", "ISDN")},
+    addForm(form, "ISDN", {cmdUndoIsdn, cmdIsdnRefresh_, CmdWriteISDN_}, {command("R_ISD", "ISDN")},
             [this] { return CmdWriteISDN(); });
     forget();
 }
@@ -71,16 +73,20 @@ void IsdnPage::bindLine() {
         const auto text = textOf(isdnVersion, code(isdn.IsdnVersion));
         return text.empty() ? CmbISDNVersion.text() : text;
     };
-    const auto crc = [this](const IsdnRec&) {
-        return cmbISD[0].index() == ChoiceField::none ? "" : std::to_string(cmbISD[0].index() + 1);
+    const auto versionCode = [this](const IsdnRec& to) {
+        return untouched(CmbISDNVersion) ? to.IsdnVersion : codeOf(isdnVersion, CmbISDNVersion.text());
+    };
+    const auto crc = [this](const IsdnRec& to) {
+        if (untouched(cmbISD[0])) return to.CrcMode;
+        return cmbISD[0].index() == ChoiceField::none ? std::string() : std::to_string(cmbISD[0].index() + 1);
     };
     const auto zero = [](const IsdnRec&) { return "0"; };
     table_.add({table_.noBox,
                 "",
                 {{CmbISDNVersion, version}, {cmbISD[0], crcIndex}, {cmbISD[1], number(&IsdnRec::CableMode)}},
-                {{isdn_at::IsdnVersion, [this](const IsdnRec&) { return codeOf(isdnVersion, CmbISDNVersion.text()); }},
+                {{isdn_at::IsdnVersion, versionCode},
                  {isdn_at::CrcMode, crc},
-                 {isdn_at::CableMode, content(cmbISD[1])},
+                 {isdn_at::CableMode, contentOrHeld(cmbISD[1], &IsdnRec::CableMode)},
                  {isdn_at::Reserved13, zero},
                  {isdn_at::Reserved14, zero}}});
 }
@@ -89,7 +95,10 @@ void IsdnPage::bindCalls() {
     table_.add(choice(isdn_at::IncomingCalls, CmbIncomingCalls, &IsdnRec::IncomingCalls, isdn_codes::incomingCalls));
     table_.add(choice(isdn_at::NumberIdentification, cmbNumIdentif, &IsdnRec::NumberIdentification,
                       isdn_codes::numberIdentification));
-    const auto timer = [this](const IsdnRec&) { return pad(txtInCallMode.text(), alertDigits, '0', PadSide::Left); };
+    const auto timer = [this](const IsdnRec& to) {
+        if (untouched(txtInCallMode)) return to.AlertTimer;
+        return pad(txtInCallMode.text(), alertDigits, '0', PadSide::Left);
+    };
     table_.add({table_.noBox,
                 "",
                 {{TxtLocalNumber, told(&IsdnRec::LocalNumber)},
@@ -97,10 +106,10 @@ void IsdnPage::bindCalls() {
                  {cmbTypeOfNumber, number(&IsdnRec::TypeOfNumber)},
                  {CmbIncomingCallsMode, number(&IsdnRec::InCallMode)},
                  {txtInCallMode, number(&IsdnRec::AlertTimer)}},
-                {{isdn_at::LocalNumber, content(TxtLocalNumber)},
-                 {isdn_at::LocalSubAddress, content(TxtLocalSubAddress)},
-                 {isdn_at::TypeOfNumber, content(cmbTypeOfNumber)},
-                 {isdn_at::InCallMode, content(CmbIncomingCallsMode)},
+                {{isdn_at::LocalNumber, contentOrHeld(TxtLocalNumber, &IsdnRec::LocalNumber)},
+                 {isdn_at::LocalSubAddress, contentOrHeld(TxtLocalSubAddress, &IsdnRec::LocalSubAddress)},
+                 {isdn_at::TypeOfNumber, contentOrHeld(cmbTypeOfNumber, &IsdnRec::TypeOfNumber)},
+                 {isdn_at::InCallMode, contentOrHeld(CmbIncomingCallsMode, &IsdnRec::InCallMode)},
                  {isdn_at::AlertTimer, timer}}});
 }
 
@@ -125,7 +134,8 @@ void IsdnPage::followRules() {
 }
 
 BuiltLine IsdnPage::firstFault() {
-    const auto unset = [](const ChoiceField& field) { return field.index() == ChoiceField::none; };
+    // What the gateway holds is no fault of the operator's, and stops no write.
+    const auto unset = [](const ChoiceField& field) { return field.index() == ChoiceField::none && !untouched(field); };
     if (unset(CmbNetworkAccess)) {
         auto fault = BuiltLine::wrong("Error: Network Access", CmbNetworkAccess);
         fault.title = "Error";
@@ -135,16 +145,19 @@ BuiltLine IsdnPage::firstFault() {
     if (unset(CmbIncomingCalls)) return BuiltLine::wrong("Error: Type of incoming calls.", CmbIncomingCalls);
     if (unset(CmbCountryCode))
         return BuiltLine::wrong("There is not such country, Please pick up from list", CmbCountryCode);
-    if (isdn_codes::codeOf(isdn_codes::isdnVersion, CmbISDNVersion.text()).empty())
+    if (!untouched(CmbISDNVersion) && isdn_codes::codeOf(isdn_codes::isdnVersion, CmbISDNVersion.text()).empty())
         return BuiltLine::wrong("Please pick up ISDN version from list", CmbISDNVersion);
     const auto& number = TxtLocalNumber.text();
-    if (number.size() > 9 || !(number.empty() || isWhole(number)))
+    if (!untouched(TxtLocalNumber) && (number.size() > 9 || !(number.empty() || isWhole(number))))
         return BuiltLine::wrong("The local number have to be between 0 to 9 digits", TxtLocalNumber);
-    if (TxtLocalSubAddress.text().size() >= 2)
+    const bool newAddress = !untouched(TxtLocalSubAddress);
+    if (newAddress && TxtLocalSubAddress.text().size() >= 2)
         return BuiltLine::wrong("The local sub adderss have to be 1 digits", TxtLocalSubAddress);
-    if (!fitsField(TxtLocalSubAddress.text())) return BuiltLine::wrong(doesNotFitField, TxtLocalSubAddress);
+    if (newAddress && !fitsField(TxtLocalSubAddress.text()))
+        return BuiltLine::wrong(doesNotFitField, TxtLocalSubAddress);
     const auto& timer = txtInCallMode.text();
-    if (!timer.empty() && !wholeWithin(timer, 0, 250))
+    const bool newTimer = txtInCallMode.enabled() && !untouched(txtInCallMode);
+    if (newTimer && !timer.empty() && !wholeWithin(timer, 0, 250))
         return BuiltLine::wrong("The timer 'Alerting' have to be a number between 0 to 250", txtInCallMode);
     return {};
 }
@@ -163,13 +176,13 @@ std::string IsdnPage::buildLine(bool store) {
     return "C_ISD" + body;
 }
 
-bool IsdnPage::CmdWriteISDN() {
+std::string IsdnPage::CmdWriteISDN() {
     const auto line = buildLine(false);
-    if (line.empty()) return false;
+    if (line.empty()) return {};
     auto sent = tools_.tables.isdn;
     storeIsdn(sent, fieldsOf(line), true);
     form.respell(table_.held(sent));  // "005" is told back as 5
-    return tools_.write(line, "ISDN", "send data : ");
+    return line;
 }
 
 }  // namespace trunvex

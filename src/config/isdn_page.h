@@ -48,7 +48,7 @@ private:
     void bindLine();
     void bindCalls();
     BuiltLine firstFault();
-    bool CmdWriteISDN();
+    std::string CmdWriteISDN();
 
     PageTable<IsdnRec> table_;
 };

@@ -14,6 +14,7 @@ MainPage::MainPage(Session& session, PortTree& portTree, PortPage& port, SimPage
         else if (page_)
             page_->refresh();  // a node's name or a group's members may have changed
     });
+    tree.cmdRefreshTree.pressed().connect([this] { opened(); });
     for (auto* panel : {static_cast<NodePage*>(&portPage), static_cast<NodePage*>(&simPage)})
         panel->writeStarted().connect([this] { writeStarted.emit(); });
 }
@@ -41,6 +42,11 @@ void MainPage::discard() {
 void MainPage::identified() {
     portPage.form.resume(session_.state.gESN);
     simPage.form.resume(session_.state.gESN);
+}
+
+// What is selected may have been so while another page was open, which reads nothing of it.
+void MainPage::opened() {
+    if (shown()) select();
 }
 
 // The tree was built during the log-in.

@@ -31,6 +31,7 @@ public:
 
 private:
     void identified() override;
+    void opened() override;
     void loggedIn(LogInOutcome outcome) override;
     bool mayRead() const;
     void turnTo(NodePage* page);

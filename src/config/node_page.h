@@ -1,10 +1,12 @@
 #pragma once
 
 #include <deque>
+#include <map>
 
 #include "config/group_write.h"
 #include "config/page_tools.h"
 #include "config/port_tree.h"
+#include "config/write_word.h"
 
 namespace trunvex {
 
@@ -16,6 +18,7 @@ public:
     struct Frame {
         LabelField& caption;
         LabelField& hint;                 // a word on what is shown, or on why nothing is
+        LabelField& remark;               // what of the edits a write would leave as it is
         std::deque<CheckField>& include;  // which fields a group write sends
         ActionField& undo;
         ActionField& read;
@@ -46,9 +49,20 @@ protected:
     NodePage(const PageTools& tools, PortTree& tree, GroupWrite& groupWrite, const Frame& frame);
     ~NodePage() = default;
 
+    // A field, and the include box it stands behind.
+    using BoxedField = std::pair<InputField*, std::size_t>;
+    static constexpr int refreshBudgetMs = 1000;
+
     // The last step of a page's constructor, when its fields are in the form.
-    void begin();
+    void begin(std::vector<BoxedField> fields);
+    // True when the box would send an empty field, which has the gateway keep what it holds.
+    virtual bool silent(std::size_t box) const = 0;
+    // Reads at once, or behind the batch that runs; who passes by a node does not ask for it.
+    void read(std::vector<QueueItem> batch, int budgetMs) const { tools_.read("node", std::move(batch), budgetMs); }
     bool included(std::size_t field) const { return frame.include[field].checked(); }
+
+    // A write sends the field, and it is the operator's: what the gateway holds, and what is greyed, is not checked.
+    bool checked(std::size_t box, const InputField& field) const;
 
     // True while the single record that is selected is one that can be written.
     virtual bool writable() const = 0;
@@ -71,6 +85,14 @@ protected:
 
 private:
     void showGroup();
+    void keepMarks();
+    bool editedBehind(std::size_t box) const;
+    bool emptiedBehind(std::size_t box) const;
+    std::string captionsOf(bool (NodePage::*holds)(std::size_t box) const) const;
+    bool isForgotten(std::size_t box) const;
+    bool isKept(std::size_t box) const;
+    void showRemark();
+    void groupWritten(const std::string& group);
     void follow();
     bool mayRead();
     bool mayWrite() const;
@@ -79,6 +101,9 @@ private:
 
     GroupWrite& groupWrite_;
     bool writesHeld_ = false;
+    std::vector<BoxedField> fields_;
+    std::map<std::string, std::vector<bool>> marks_;  // of the groups that were left
+    WriteWord word_;
     sigc::signal<void()> writeStarted_;
 };
 

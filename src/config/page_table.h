@@ -48,6 +48,20 @@ public:
             boxes.emplace_back(arrayName(name, static_cast<int>(boxes.size())), row->caption);
     }
 
+    // Each field with the box it stands behind.
+    std::vector<std::pair<InputField*, std::size_t>> boxedFields() const {
+        std::vector<std::pair<InputField*, std::size_t>> all;
+        for (const auto& row : rows_)
+            for (const auto& shown : row.shown) all.emplace_back(&shown.field, row.box);
+        return all;
+    }
+
+    // True when an empty field of the box has the gateway keep what it holds.
+    bool silent(std::size_t box, const Record& to) const {
+        const auto row = boxRow(box);
+        return std::any_of(row->sent.begin(), row->sent.end(), [&to](const Sent& one) { return one.wire(to).empty(); });
+    }
+
     RecordForm::Values held(const Record& record) const {
         RecordForm::Values values;
         for (const auto& row : rows_)
@@ -77,6 +91,15 @@ private:
 // For a column that is written as its field has it.
 inline auto content(const InputField& field) {
     return [&field](const auto&) { return field.value(); };
+}
+
+// True while the field shows what the gateway holds: the operator has not touched it, and nothing is wrong with that.
+inline bool untouched(const InputField& field) { return field.standing() == InputField::Standing::AsRead; }
+
+// As content(), but what nobody touched goes back as it is held, fit for a line or not: it has come in one.
+template <class Record>
+auto contentOrHeld(const InputField& field, std::string Record::*member) {
+    return [&field, member](const Record& to) { return untouched(field) ? to.*member : field.value(); };
 }
 
 // For a field that shows its column as it is, made fit for the eye.

@@ -30,8 +30,8 @@ bool PageTools::write(std::string line, std::string caption, const char* firstTe
     return writes.start(std::move(batch));
 }
 
-void PageTools::read(std::vector<QueueItem> batch, int budgetMs) const {
-    reads.whenFree("record", [this, batch = std::move(batch), budgetMs] { reads.start(batch, budgetMs); });
+void PageTools::read(const std::string& owner, std::vector<QueueItem> batch, int budgetMs) const {
+    reads.whenFree(owner, [this, batch = std::move(batch), budgetMs] { reads.start(batch, budgetMs); });
 }
 
 BuiltLine BuiltLine::change(const std::string& key, std::span<const std::string> fields) {

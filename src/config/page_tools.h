@@ -8,6 +8,7 @@
 #include "fields/record_form.h"
 #include "link/session_state.h"
 #include "model/shared_tables.h"
+#include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "queues/command_sender.h"
 #include "queues/read_queue.h"
@@ -26,6 +27,7 @@ struct PageTools {
     ReadQueue& reads;
     WriteQueue& writes;
     const SessionState& session;
+    const Clock& clock;
     std::function<void(const std::string&)> tell;  // a line in the window, where no box is called for
 
     // False, and the operator is told, while the link is down.
@@ -34,8 +36,8 @@ struct PageTools {
     bool mayLose(RecordForm& form) const;
     // Begins a write of one line. The text stands before the caption on the panel.
     bool write(std::string line, std::string caption, const char* firstText = "send data to: ") const;
-    // Reads a batch at once, or as soon as the one that runs is over.
-    void read(std::vector<QueueItem> batch, int budgetMs) const;
+    // Reads a batch at once, or as soon as the one that runs is over; of two that wait for one owner the newer counts.
+    void read(const std::string& owner, std::vector<QueueItem> batch, int budgetMs) const;
 };
 
 // What a builder makes of a page: the line to send, or the word on the first thing that is wrong.

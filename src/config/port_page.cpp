@@ -29,23 +29,39 @@ auto secondLevel(std::string PortRec::*level) {
     return [level](const PortRec& port) { return port.secondScale() ? turned(port.*level) : std::string(); };
 }
 
-// The code of the lever that the port goes by; a CDMA port and one that is not known has no levels.
-auto levelCode(const SliderField& first, const SliderField& second, int (*code)(int)) {
-    return [&first, &second, code](const PortRec& to) {
-        if (to.Kind != "GSM") return std::string();
-        return to.secondScale() ? turned(second.value()) : std::to_string(code(first.position()));
-    };
-}
+// How a level stands on its scales.
+struct Level {
+    const SliderField& first;
+    const SliderField& second;
+    std::string PortRec::*held;  // the code
+    int (*code)(int);
+    int (*position)(int);
 
-auto trimmed(const TextField& field) {
-    return [&field](const PortRec&) { return std::string(trim(field.text())); };
+    // The code of the lever that the port goes by; a CDMA port and one that is not known has no levels. A code of no
+    // scale that nobody touched goes back as it is, and where nobody chose a position none goes out.
+    std::string operator()(const PortRec& to) const {
+        if (to.Kind != "GSM") return {};
+        const auto& lever = to.secondScale() ? second : first;
+        const auto& heldCode = to.*held;
+        const bool onScale = to.secondScale()
+                                 ? wholeWithin(heldCode, 0, highestSecondLevel)
+                                 : isWhole(heldCode) && position(static_cast<int>(val(heldCode))) != noLevel;
+        if (untouched(lever) && !onScale) return heldCode;
+        const bool chosen = lever.standing() == InputField::Standing::Edited;
+        if (lever.position() == SliderField::none && !chosen) return {};
+        return to.secondScale() ? turned(lever.value()) : std::to_string(code(lever.position()));
+    }
+};
+
+auto trimmed(const TextField& field, std::string PortRec::*member) {
+    return [wire = contentOrHeld(field, member)](const PortRec& to) { return std::string(trim(wire(to))); };
 }
 
 }  // namespace
 
 PortPage::PortPage(const PageTools& tools, PortTree& tree, SettingsRecords& records, GroupWrite& groupWrite)
     : NodePage(tools, tree, groupWrite,
-               {lblPortCaption, lblPortHint, chkIncGrpMod, cmdUndoPort, cmdModRefresh, cmdWritePort}) {
+               {lblPortCaption, lblPortHint, lblPortRemark, chkIncGrpMod, cmdUndoPort, cmdModRefresh, cmdWritePort}) {
     cmbRelaxTime.setEntries({"0", "0.5", "1", "1.5", "2", "3", "4", "5"});
     bindFields();
     bindLevels();
@@ -58,27 +74,29 @@ PortPage::PortPage(const PageTools& tools, PortTree& tree, SettingsRecords& reco
     tools_.reads.onComplete("MOD", [this](const std::string&) {
         if (showsGroup()) refresh();
     });
-    begin();
+    begin(table_.boxedFields());
 }
 
 void PortPage::bindFields() {
     const auto bind = [this](std::size_t box, const char* caption, std::size_t at, InputField& field,
                              std::string PortRec::*member, auto wire) {
-        table_.add({box, caption, {{field, member}}, {{at, wire}}});
+        table_.add({box, caption, {{field, told(member)}}, {{at, wire}}});
+    };
+    const auto plain = [&bind](std::size_t box, const char* caption, std::size_t at, InputField& field,
+                               std::string PortRec::*member) {
+        bind(box, caption, at, field, member, contentOrHeld(field, member));
     };
     using namespace port_at;
-    bind(IncMinDigits, "Minimum digits", MinDigits, TxtMinDigits, &PortRec::MinDigits, content(TxtMinDigits));
-    bind(IncMaxDigits, "Maximum digits", MaxDigits, TxtMaxDigits, &PortRec::MaxDigits, content(TxtMaxDigits));
-    bind(IncIntDigPause, "Pause between digits", IntDigPause, TxtIntDigPause, &PortRec::IntDigPause,
-         content(TxtIntDigPause));
-    bind(IncSendComplete, "End of dialling", SendComplete, CmbSendComplete, &PortRec::SendComplete,
-         content(CmbSendComplete));
+    plain(IncMinDigits, "Minimum digits", MinDigits, TxtMinDigits, &PortRec::MinDigits);
+    plain(IncMaxDigits, "Maximum digits", MaxDigits, TxtMaxDigits, &PortRec::MaxDigits);
+    plain(IncIntDigPause, "Pause between digits", IntDigPause, TxtIntDigPause, &PortRec::IntDigPause);
+    plain(IncSendComplete, "End of dialling", SendComplete, CmbSendComplete, &PortRec::SendComplete);
     bind(IncRelaxTime, "Relax time", RelaxTime, cmbRelaxTime, &PortRec::RelaxTime, [this](const PortRec&) {
-        const auto& text = cmbRelaxTime.text();
-        return text.empty() ? text : std::to_string(relaxUnits(trim(text)));
+        const auto units = relaxUnits(trim(cmbRelaxTime.text()));
+        return units < 0 ? std::string() : std::to_string(units);
     });
     bind(IncNoRegTimer, "No registration timer", NoRegTimer, txtNoRegTimer, &PortRec::NoRegTimer,
-         trimmed(txtNoRegTimer));
+         trimmed(txtNoRegTimer, &PortRec::NoRegTimer));
     const auto kind = [](const PortRec& to) { return to.Kind == "CDM" ? "1" : ""; };
     table_.add({table_.noBox, "", {}, {{Kind, kind}, {Reserved20, [](const PortRec&) { return "0"; }}}});
 }
@@ -90,20 +108,24 @@ void PortPage::bindLevels() {
                  {SldRXvol, firstLevel(&PortRec::RxLevel)},
                  {SldTX_SE, secondLevel(&PortRec::TxLevel)},
                  {SldRX_SE, secondLevel(&PortRec::RxLevel)}},
-                {{port_at::TxLevel, levelCode(SldTXvol, SldTX_SE, txCode)},
-                 {port_at::RxLevel, levelCode(SldRXvol, SldRX_SE, rxCode)}}});
+                {{port_at::TxLevel, Level{SldTXvol, SldTX_SE, &PortRec::TxCode, txCode, txPosition}},
+                 {port_at::RxLevel, Level{SldRXvol, SldRX_SE, &PortRec::RxCode, rxCode, rxPosition}}}});
 }
 
 void PortPage::bindSwitching() {
-    const auto flags = [this](const PortRec&) {
-        if (cmbSimSwitching.index() == ChoiceField::none) return std::string();
-        return std::to_string(simSwitchingCodes.at(static_cast<std::size_t>(cmbSimSwitching.index())) +
-                              (cmbCallReject.index() == 1 ? rejectBit : 0));
+    // A code of switching that no choice has stays beside a new answer to calls.
+    const auto flags = [this](const PortRec& to) {
+        const auto choice = cmbSimSwitching.index();
+        if (choice == ChoiceField::none && to.SwitchFlags.empty()) return std::string();
+        const auto code = choice == ChoiceField::none ? static_cast<int>(val(to.SwitchFlags)) & simSwitchingBits
+                                                      : simSwitchingCodes.at(static_cast<std::size_t>(choice));
+        return std::to_string(code + (cmbCallReject.index() == 1 ? rejectBit : 0));
     };
-    table_.add({IncSimSwitching,
-                "SIM switching",
-                {{cmbSimSwitching, simSwitchingIndex}, {cmbCallReject, rejectIndex}, {txtSimSwap, &PortRec::SimSwap}},
-                {{port_at::SwitchFlags, flags}, {port_at::SimSwap, trimmed(txtSimSwap)}}});
+    table_.add(
+        {IncSimSwitching,
+         "SIM switching",
+         {{cmbSimSwitching, simSwitchingIndex}, {cmbCallReject, rejectIndex}, {txtSimSwap, told(&PortRec::SimSwap)}},
+         {{port_at::SwitchFlags, flags}, {port_at::SimSwap, trimmed(txtSimSwap, &PortRec::SimSwap)}}});
 }
 
 PortRec* PortPage::portOf(std::string_view key) const {
@@ -116,6 +138,14 @@ std::string PortPage::nodeText() const {
 }
 
 bool PortPage::writable() const { return node_key::isPort(key_) && kindOf(key_) != NodeKind::Missing; }
+
+// Of a group, as the gateway's answers to one GSM port would have it.
+bool PortPage::silent(std::size_t box) const {
+    PortRec any;
+    any.Kind = "GSM";
+    const auto* port = portOf(key_);
+    return table_.silent(box, port ? *port : any);
+}
 
 void PortPage::fillRecord() {
     const auto* port = portOf(key_);
@@ -180,33 +210,38 @@ void PortPage::followRules() {
 QueueItem PortPage::readCommand() const { return command("R_" + node_key::stored(key_), nodeText()); }
 
 void PortPage::readMissing() {
-    if (kindOf(key_) == NodeKind::Gsm && !form.known()) tools_.read({readCommand()}, readBudgetMs);
+    if (kindOf(key_) == NodeKind::Gsm && !form.known()) read({readCommand()}, readBudgetMs);
 }
 
 std::vector<QueueItem> PortPage::readBatch() const {
     if (!showsGroup()) return {readCommand()};
     std::vector<QueueItem> batch;
-    for (const auto& port : tree_.ports(key_)) batch.push_back(command("R_" + port, tree_.captionOf(port)));
+    for (const auto& port : tree_.workingPorts(key_)) batch.push_back(command("R_" + port, tree_.captionOf(port)));
     return batch;
 }
 
 BuiltLine PortPage::firstFault() {
     const auto noReg = trim(txtNoRegTimer.text());
-    if (included(IncNoRegTimer) && !noReg.empty() && !wholeWithin(noReg, 60, 255) && !wholeWithin(noReg, 0, 0))
+    if (checked(IncNoRegTimer, txtNoRegTimer) && !noReg.empty() && !wholeWithin(noReg, 60, 255) &&
+        !wholeWithin(noReg, 0, 0))
         return BuiltLine::wrong("ERROR: 'No REG Timer' have to be number between (60-255) or 0 for disable",
                                 txtNoRegTimer);
-    if (included(IncMaxDigits) && included(IncMinDigits) && val(TxtMaxDigits.text()) < val(TxtMinDigits.text()))
+    const bool minChecked = checked(IncMinDigits, TxtMinDigits);
+    const bool maxChecked = checked(IncMaxDigits, TxtMaxDigits);
+    if (included(IncMaxDigits) && included(IncMinDigits) && (minChecked || maxChecked) &&
+        val(TxtMaxDigits.text()) < val(TxtMinDigits.text()))
         return BuiltLine::wrong("ERROR: Max Digit have to be bigger then Min Digit", TxtMaxDigits);
-    if (included(IncMinDigits) && !wholeWithin(TxtMinDigits.text(), 2, 7))
+    if (minChecked && !wholeWithin(TxtMinDigits.text(), 2, 7))
         return BuiltLine::wrong("ERROR: Min Digit", TxtMinDigits);
-    if (included(IncMaxDigits) && !wholeWithin(TxtMaxDigits.text(), 5, 32))
+    if (maxChecked && !wholeWithin(TxtMaxDigits.text(), 5, 32))
         return BuiltLine::wrong("ERROR: Max Digit", TxtMaxDigits);
-    if (included(IncIntDigPause) && !wholeWithin(TxtIntDigPause.text(), 1, 200))
+    if (checked(IncIntDigPause, TxtIntDigPause) && !wholeWithin(TxtIntDigPause.text(), 1, 200))
         return BuiltLine::wrong("ERROR: Int Dig Pause", TxtIntDigPause);
-    if (included(IncRelaxTime) && !cmbRelaxTime.text().empty() && relaxUnits(trim(cmbRelaxTime.text())) < 0)
+    if (checked(IncRelaxTime, cmbRelaxTime) && !cmbRelaxTime.text().empty() &&
+        relaxUnits(trim(cmbRelaxTime.text())) < 0)
         return BuiltLine::wrong("ERROR: Relax Time have to be less than 5 seconds", cmbRelaxTime);
     const auto swap = trim(txtSimSwap.text());
-    if (included(IncSimSwitching) && !swap.empty() && !wholeWithin(swap, 1, 255))
+    if (checked(IncSimSwitching, txtSimSwap) && !swap.empty() && !wholeWithin(swap, 1, 255))
         return BuiltLine::wrong("ERROR: 'SIM Swapping' have to be number between (1-255)", txtSimSwap);
     return {};
 }

@@ -21,6 +21,7 @@ public:
     LabelField lblModuleType{"lblModuleType"};  // names the scale of the levels
     LabelField lblModuleInfo{"lblModuleInfo"};
     LabelField lblPortHint{"lblPortHint"};
+    LabelField lblPortRemark{"lblPortRemark"};
     TextField TxtMinDigits{"TxtMinDigits"};
     TextField TxtMaxDigits{"TxtMaxDigits"};
     TextField TxtIntDigPause{"TxtIntDigPause"};
@@ -44,6 +45,7 @@ public:
 private:
     bool writable() const override;
     void fillRecord() override;
+    bool silent(std::size_t box) const override;
     void fillGroup(const std::vector<std::string>& ports) override;
     void followRules() override;
     std::vector<QueueItem> readBatch() const override;

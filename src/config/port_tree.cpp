@@ -205,6 +205,13 @@ std::vector<std::string> PortTree::ports(std::string_view groupKey) const {
     return keys;
 }
 
+std::vector<std::string> PortTree::workingPorts(std::string_view groupKey) const {
+    auto keys = ports(groupKey);
+    std::erase_if(keys,
+                  [this](const std::string& key) { return tables_.port(node_key::portOf(key).value()).Kind == "ERR"; });
+    return keys;
+}
+
 std::string PortTree::listed(const std::vector<std::string>& ports) {
     std::string text;
     for (const auto& port : ports)
@@ -217,6 +224,8 @@ std::string PortTree::captionOf(std::string_view key) const {
     for (const auto& one : tables_.gTreeItems)
         if (one.Key == stored && node_key::isPort(stored)) return one.Caption;
     const auto parts = node_key::parse(key);
+    if (parts.group != 0)
+        return "Group " + std::to_string(parts.group) + (parts.sim == 0 ? "" : " SIM " + std::to_string(parts.sim));
     if (!parts.port) return std::string(key);
     return portText(*parts.port) + (parts.kind == Kind::Sim ? " SIM " + std::to_string(parts.sim) : "");
 }
@@ -339,7 +348,7 @@ std::vector<QueueItem> PortTree::groupWrite(std::string_view key, const Builder&
         batch.push_back(command(std::move(line), portText(parts.port.value()) + sim));
     };
     const int number = node_key::parse(key).sim;
-    for (const auto& port : ports(key)) {
+    for (const auto& port : workingPorts(key)) {
         if (number == 0) {
             add(port);
             continue;

@@ -62,6 +62,8 @@ public:
     std::vector<std::string> children(std::string_view key) const;
     // The ports of a group, by any key of the group.
     std::vector<std::string> ports(std::string_view groupKey) const;
+    // The same without those whose module the gateway has not found: nobody answers there.
+    std::vector<std::string> workingPorts(std::string_view groupKey) const;
     // The numbers of ports, for the operator: "1, 2, 17".
     static std::string listed(const std::vector<std::string>& ports);
     // The text of the item, for the operator; "Port n" or "Port n SIM s" for one that is not in the list.
@@ -131,6 +133,7 @@ private:
     std::string loadedFor_;                                // the gateway whose groups the list holds
     bool changed_ = false;                                 // by the operator, and not saved
     std::map<std::string, std::vector<TreeItem>> parked_;  // lists of lost sessions that were not saved, by gateway
+    bool saveWhenKnown_ = false;  // the operator has asked for it before the gateway told who it is
     SharedTables& tables_;
     SessionState& session_;
     CommandSender& sender_;

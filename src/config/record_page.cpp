@@ -2,19 +2,27 @@
 
 namespace trunvex {
 
-void RecordPage::addForm(const std::string& caption, RecordForm& form, const Buttons& buttons,
-                         std::vector<QueueItem> batch, std::function<bool()> write) {
-    form.turnTo(caption);
-    auto& sheet = sheets_.emplace_back(Sheet{form, buttons, std::move(batch), std::move(write)});
+void RecordPage::addForm(RecordForm& form, const char* name, const Buttons& buttons, std::vector<QueueItem> batch,
+                         std::function<std::string()> build) {
+    form.turnTo(name);
+    auto& sheet = sheets_.emplace_back(form, buttons, std::move(batch), std::move(build), name,
+                                       std::make_unique<WriteWord>(tools_.writes, tools_.clock, form));
     form.changed().connect([&sheet] { sheet.buttons.undo.setEnabled(sheet.form.edited()); });
     buttons.undo.setEnabled(form.edited());
     buttons.undo.pressed().connect([&sheet] { sheet.form.undo(); });
     buttons.read.pressed().connect([this, &sheet] {
-        if (tools_.connected() && tools_.mayLose(sheet.form)) tools_.read(sheet.batch, readBudgetMs);
+        if (tools_.connected() && tools_.mayLose(sheet.form)) tools_.read(traits.key, sheet.batch, readBudgetMs);
     });
-    buttons.write.pressed().connect([this, &sheet] {
-        if (mayWrite(sheet.form) && sheet.write()) writeStarted.emit();
-    });
+    buttons.write.pressed().connect([this, &sheet] { write(sheet); });
+}
+
+void RecordPage::write(Sheet& sheet) {
+    if (!mayWrite(sheet.form)) return;
+    const auto line = sheet.build();
+    if (line.empty() || !tools_.write(line, sheet.name, "send data : ")) return;
+    sheet.word->expect(line, sheet.name);
+    writing();
+    writeStarted.emit();
 }
 
 void RecordPage::holdWrites(bool held) {

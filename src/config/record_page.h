@@ -2,8 +2,10 @@
 
 #include <deque>
 #include <functional>
+#include <memory>
 
 #include "config/page_tools.h"
+#include "config/write_word.h"
 #include "pages/page.h"
 
 namespace trunvex {
@@ -26,10 +28,12 @@ protected:
     RecordPage(Session& session, Traits pageTraits, const PageTools& tools)
         : Page(session, std::move(pageTraits)), tools_(tools) {}
 
-    // `caption` names the record; `batch` is what Read asks the gateway; `write` builds and begins the write, and tells
-    // whether it has begun.
-    void addForm(const std::string& caption, RecordForm& form, const Buttons& buttons, std::vector<QueueItem> batch,
-                 std::function<bool()> write);
+    // A write of the page has begun.
+    virtual void writing() {}
+    // `name` is the record's for people. `batch` is what Read asks the gateway; `build` makes the line to be written,
+    // or an empty one after it has told why not.
+    void addForm(RecordForm& form, const char* name, const Buttons& buttons, std::vector<QueueItem> batch,
+                 std::function<std::string()> build);
     void identified() override;
 
     const PageTools& tools_;
@@ -39,10 +43,13 @@ private:
         RecordForm& form;
         Buttons buttons;
         std::vector<QueueItem> batch;
-        std::function<bool()> write;
+        std::function<std::string()> build;
+        const char* name;
+        std::unique_ptr<WriteWord> word;
     };
 
     bool mayWrite(const RecordForm& form) const;
+    void write(Sheet& sheet);
 
     std::deque<Sheet> sheets_;
 };

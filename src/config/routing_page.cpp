@@ -41,14 +41,14 @@ RoutingPage::RoutingPage(Session& session) : Page(session, {"tsl", "Routing", "B
 void RoutingPage::takeChannel(const ChannelReport& report) {
     if (report.channel < 1 || report.channel > lineCount) return;
     const auto line = static_cast<std::size_t>(report.channel - 1);
-    chkTSLChannel[line].setChecked(report.enabled.value_or(false));
+    if (report.enabled) chkTSLChannel[line].setChecked(*report.enabled);
     if (report.number) txtTSLNumber[line].setText(escaped(*report.number));
 }
 
 // Of a record that ends before the channel only the flag is taken.
 void RoutingPage::takePort(const PortReport& report) {
     const auto port = report.port.slot();
-    chkTSLPort[port].setChecked(report.enabled.value_or(false));
+    if (report.enabled) chkTSLPort[port].setChecked(*report.enabled);
     if (!report.channel) return;
     lblTSLBch[port].setText(report.channel == "31"   ? "RESERVED1"
                             : report.channel == "32" ? "RESERVED2"

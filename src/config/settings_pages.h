@@ -15,6 +15,7 @@ struct SettingsPages {
                 session.reads,
                 session.writes,
                 session.state,
+                session.platform.clock(),
                 [&session](const std::string& text) { session.tell(text); }},
           groupWrite(session.writes), port(tools, tree, settingsRecords, groupWrite),
           sim(tools, tree, settingsRecords, groupWrite), main(session, tree, port, sim, groupWrite),

@@ -37,7 +37,7 @@ bool isPhoneNumber(std::string_view text) {
 
 SimPage::SimPage(const PageTools& tools, PortTree& tree, SettingsRecords& records, GroupWrite& groupWrite)
     : NodePage(tools, tree, groupWrite,
-               {lblSimCaption, lblSimHint, chkIncGrpSim, cmdUndoSim, cmdSimRefresh, cmdWriteSIM}) {
+               {lblSimCaption, lblSimHint, lblSimRemark, chkIncGrpSim, cmdUndoSim, cmdSimRefresh, cmdWriteSIM}) {
     cmbBcchRssi.setItems(signalLevels());
     bindFields();
     bindCellLock();
@@ -52,26 +52,31 @@ SimPage::SimPage(const PageTools& tools, PortTree& tree, SettingsRecords& record
     tools_.reads.onComplete("SIM", [this](const std::string& command) {
         if (showsGroup() && command == "R_" + readKey()) refresh();
     });
-    begin();
+    begin(table_.boxedFields());
 }
 
 void SimPage::bindFields() {
     table_.add({IncPhoneNumber,
                 "Phone number",
                 {{txtPhoneNum, told(&SimRec::PhoneNumber)}},
-                {{sim_at::PhoneNumber, content(txtPhoneNum)}}});
-    table_.add({IncPin, "PIN", {{txtPIN, told(&SimRec::Pin)}}, {{sim_at::Pin, content(txtPIN)}}});
-    table_.add({IncCallerId, "Caller ID", {{CmbCallID, &SimRec::CallerId}}, {{sim_at::CallerId, content(CmbCallID)}}});
+                {{sim_at::PhoneNumber, contentOrHeld(txtPhoneNum, &SimRec::PhoneNumber)}}});
+    table_.add({IncPin, "PIN", {{txtPIN, told(&SimRec::Pin)}}, {{sim_at::Pin, contentOrHeld(txtPIN, &SimRec::Pin)}}});
+    table_.add({IncCallerId,
+                "Caller ID",
+                {{CmbCallID, &SimRec::CallerId}},
+                {{sim_at::CallerId, contentOrHeld(CmbCallID, &SimRec::CallerId)}}});
     table_.add({IncContract,
                 "Monthly budget",
                 {{txtMonthlyContract, told(&SimRec::MonthlyContract)}},
-                {{sim_at::MonthlyContract, [this](const SimRec&) {
-                      return txtMonthlyContract.text().empty() ? noLimit : txtMonthlyContract.text();
+                {{sim_at::MonthlyContract, [this](const SimRec& to) {
+                      return txtMonthlyContract.text().empty()
+                                 ? noLimit
+                                 : contentOrHeld(txtMonthlyContract, &SimRec::MonthlyContract)(to);
                   }}}});
     table_.add({IncCallMinutes,
                 "Call minutes",
                 {{txtCallMinutes, told(&SimRec::CallMinutes)}},
-                {{sim_at::CallMinutes, content(txtCallMinutes)}}});
+                {{sim_at::CallMinutes, contentOrHeld(txtCallMinutes, &SimRec::CallMinutes)}}});
 }
 
 void SimPage::bindCellLock() {
@@ -79,18 +84,23 @@ void SimPage::bindCellLock() {
     const auto cell = [](const SimRec& sim) {
         return isWhole(sim.CellLock) ? std::to_string(val(sim.CellLock)) : escaped(sim.CellLock);
     };
-    const auto lock = [this](const SimRec&) { return optBcchLock.checked() ? txtCelLock.text() : "0"; };
+    const auto lock = [this](const SimRec& to) {
+        if (!optBcchLock.checked()) return std::string("0");
+        return isWhole(txtCelLock.text()) ? txtCelLock.text() : contentOrHeld(txtCelLock, &SimRec::CellLock)(to);
+    };
     table_.add({IncCellLock, "Cell lock", {{optBcchLock, locked}, {txtCelLock, cell}}, {{sim_at::CellLock, lock}}});
-    table_.add(
-        {IncRssi, "Least signal", {{cmbBcchRssi, &SimRec::BcchRssi}}, {{sim_at::BcchRssi, content(cmbBcchRssi)}}});
+    table_.add({IncRssi,
+                "Least signal",
+                {{cmbBcchRssi, &SimRec::BcchRssi}},
+                {{sim_at::BcchRssi, contentOrHeld(cmbBcchRssi, &SimRec::BcchRssi)}}});
     table_.add({IncBcchTimer,
                 "BCCH timer",
                 {{txtBcchTimer, told(&SimRec::BcchTimer)}},
-                {{sim_at::BcchTimer, content(txtBcchTimer)}}});
+                {{sim_at::BcchTimer, contentOrHeld(txtBcchTimer, &SimRec::BcchTimer)}}});
     table_.add({IncNetId,
                 "Operator ID",
                 {{txtBcchNetID, told(&SimRec::BcchNetId)}},
-                {{sim_at::BcchNetId, content(txtBcchNetID)}}});
+                {{sim_at::BcchNetId, contentOrHeld(txtBcchNetID, &SimRec::BcchNetId)}}});
 }
 
 void SimPage::bindBundle() {
@@ -114,11 +124,16 @@ std::string SimPage::readKey() const {
     auto key = "SIM" + std::string(mid(key_, 4));
     std::replace(key.begin(), key.end(), '0', '1');
     if (node_key::isSim(key)) return key;
-    const auto ports = tree_.ports(key_);
+    const auto ports = tree_.workingPorts(key_);
     return ports.empty() ? std::string() : "SIM" + std::string(right(ports.front(), 2)) + std::string(right(key_, 1));
 }
 
 bool SimPage::writable() const { return node_key::isSim(key_) && tree_.moduleType(key_) == "GSM"; }
+
+bool SimPage::silent(std::size_t box) const {
+    const auto* sim = simOf(key_);
+    return table_.silent(box, sim ? *sim : SimRec{});
+}
 
 void SimPage::fillRecord() {
     timeTable.setForGroup(false);
@@ -137,9 +152,9 @@ void SimPage::fillGroup(const std::vector<std::string>&) {
     showFacts(nullptr);
     const auto source = readKey();
     const auto* sim = simOf(source);
-    if (!sim || !sim->loaded()) return;
-    lblSimHint.setText("The values were read from " + tree_.captionOf(source) + ".");
-    if (!form.edited()) form.propose(table_.held(*sim));
+    const bool read = sim && sim->loaded();
+    if (read) lblSimHint.setText("The values were read from " + tree_.captionOf(source) + ".");
+    if (!form.edited()) form.propose(read ? table_.held(*sim) : RecordForm::Values());
 }
 
 void SimPage::showFacts(const SimRec* sim) {
@@ -159,8 +174,10 @@ void SimPage::followRules() {
     timeTable.followSwitches();
 }
 
+// A group's values are only proposed, so they are read each time; no look at a node costs an edit, or asks about one.
 void SimPage::readMissing() {
-    if (!form.known()) readAgain();  // a group's values are only proposed, so they are read each time
+    if (form.known() || form.edited()) return;
+    if (auto batch = readBatch(); !batch.empty()) read(std::move(batch), refreshBudgetMs);
 }
 
 std::vector<QueueItem> SimPage::readBatch() const {
@@ -172,28 +189,24 @@ std::vector<QueueItem> SimPage::readBatch() const {
 BuiltLine SimPage::firstFault(bool lineByLine) {
     if (included(IncTimeTable))
         if (auto fault = timeTable.firstFault(lineByLine); !fault.word.empty()) return fault;
-    const bool locked = optBcchLock.checked();
-    if (included(IncCellLock) && locked && !wholeWithin(txtCelLock.text(), 0, 1024))
+    if (checked(IncCellLock, txtCelLock) && !wholeWithin(txtCelLock.text(), 0, 1024))
         return BuiltLine::wrong("ERROR: BCCH Lock must be in the ranges: 0-1024", txtCelLock);
-    // Without a lock the timer has no use, and a fresh SIM has none.
-    const auto& timer = txtBcchTimer.text();
-    const bool noTimer = !locked && (timer.empty() || wholeWithin(timer, 0, 0));
-    if (included(IncBcchTimer) && !noTimer && !wholeWithin(timer, 30, 65535))
+    if (checked(IncBcchTimer, txtBcchTimer) && !wholeWithin(txtBcchTimer.text(), 30, 65535))
         return BuiltLine::wrong("ERROR: BCCH Timer must to be in the ranges: 30-65535 .", txtBcchTimer);
     const auto& network = txtBcchNetID.text();
-    if (included(IncNetId) && !network.empty() && !wholeWithin(network, 0, 999999))
+    if (checked(IncNetId, txtBcchNetID) && !network.empty() && !wholeWithin(network, 0, 999999))
         return BuiltLine::wrong("ERROR: BCCH Operator ID must to be in the ranges: 0-999999 .", txtBcchNetID);
-    if (included(IncPhoneNumber) && !isPhoneNumber(txtPhoneNum.text()))
+    if (checked(IncPhoneNumber, txtPhoneNum) && !isPhoneNumber(txtPhoneNum.text()))
         return BuiltLine::wrong("ERROR: Phone number have to be up to 20 digits, with or without '+' in front",
                                 txtPhoneNum);
     const auto& pin = txtPIN.text();
-    if (included(IncPin) && !pin.empty() && !(isWhole(pin) && pin.size() <= 8))
+    if (checked(IncPin, txtPIN) && !pin.empty() && !(isWhole(pin) && pin.size() <= 8))
         return BuiltLine::wrong("ERROR: PIN have to be 1 to 8 digits", txtPIN);
     const auto& contract = txtMonthlyContract.text();
-    if (included(IncContract) && !contract.empty() && !wholeWithin(contract, 0, val(noLimit)))
+    if (checked(IncContract, txtMonthlyContract) && !contract.empty() && !wholeWithin(contract, 0, val(noLimit)))
         return BuiltLine::wrong("ERROR: Monthly budget have to be in the ranges: 0-59999 minutes", txtMonthlyContract);
     const auto& minutes = txtCallMinutes.text();
-    if (included(IncCallMinutes) && !minutes.empty() && !wholeWithin(minutes, 0, 59999))
+    if (checked(IncCallMinutes, txtCallMinutes) && !minutes.empty() && !wholeWithin(minutes, 0, 59999))
         return BuiltLine::wrong("ERROR: Call minutes have to be in the ranges: 0-59999", txtCallMinutes);
     return {};
 }

@@ -19,6 +19,7 @@ public:
 
     LabelField lblSimCaption{"lblSimCaption"};
     LabelField lblSimHint{"lblSimHint"};
+    LabelField lblSimRemark{"lblSimRemark"};
     LabelField lblPredial{"lblPredial"};
     // The day that the gateway keeps in the five low bits of the bundle flags.
     LabelField TxtDayRestore{"TxtDayRestore"};
@@ -47,6 +48,7 @@ public:
 private:
     bool writable() const override;
     void fillRecord() override;
+    bool silent(std::size_t box) const override;
     void fillGroup(const std::vector<std::string>& ports) override;
     void followRules() override;
     std::vector<QueueItem> readBatch() const override;

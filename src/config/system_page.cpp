@@ -19,13 +19,14 @@ SystemPage::SystemPage(Session& session, const PageTools& tools)
     : RecordPage(session, {"system", "System", "Clock, version and the gateway's connection", None}, tools),
       settings_(session.setting), clock_(session.platform.clock()) {
     for (InputField* field : std::initializer_list<InputField*>{&dtpDate, &dtpClock, &cmbDay}) form.add(*field);
-    addForm("System clock", form, {cmdUndoClock, cmdClkRefresh, cmdSetTime_},
+    addForm(form, "System Time", {cmdUndoClock, cmdClkRefresh, cmdSetTime_},
             {command("R_CLK", "System time"), command("R_SYS", "System Version")}, [this] { return cmdSetTime(); });
     onReport<ClockReport>(session.realTimeUpdate, "CLK", [this](const auto& report) { takeClock(report); });
     onReport<SystemReport>(session.realTimeUpdate, "SYS", [this](const SystemReport& report) {
         tools_.tables.isdn.SystemVersion = report.version;
         TxtSystemVer.setText(escaped(report.version));
     });
+    session.panel.staStatusTime.changed().connect([this] { followClock(); });
     dtpDate.valueChanged().connect([this] {
         if (!form.filling()) followDate();
     });
@@ -53,7 +54,7 @@ void SystemPage::tornDown() {
     blank();
 }
 
-// The gateway is asked what it has made of a clock that was written, at the second tick.
+// The gateway is asked what its clock says, at the second tick.
 void SystemPage::delayedClockTick() {
     constexpr int askAt = 2;
     if (++delayedClockTicks_ < askAt) return;
@@ -79,6 +80,24 @@ void SystemPage::takeClock(const ClockReport& report) {
     form.take({{&dtpDate, escaped(twoDigits(day) + "/" + twoDigits(month) + "/20" + twoDigits(year))},
                {&dtpClock, escaped(twoDigits(report.hour) + ":" + twoDigits(report.minute))},
                {&cmbDay, weekday >= 1 && weekday <= 7 ? std::to_string(weekday - 1) : std::string()}});
+}
+
+// The clock runs on between two reports. What the gateway makes of a new day it is asked itself.
+void SystemPage::followClock() {
+    const auto& [day, month, year, weekday, hour, minute, second] = session_.state.gClockField;
+    if (!session_.state.gGotClock || reportedDate_[0].empty()) return;
+    lblHoure.setText(escaped(hour));
+    lblMinute.setText(escaped(minute));
+    lblSecond.setText(escaped(second));
+    if (val(day) == val(reportedDate_[0])) return;
+    reportedDate_ = {day, month, year};
+    showDate();
+    askClockSoon();
+}
+
+void SystemPage::askClockSoon() {
+    delayedClockTicks_ = 0;
+    TmrDelayClkUpdate_->start(delayedClockTickMs);
 }
 
 void SystemPage::showDate() {
@@ -144,15 +163,13 @@ std::string SystemPage::buildClockLine() {
            std::to_string(cmbDay.index() + 1) + "," + time.substr(0, 2) + "," + time.substr(3);
 }
 
-bool SystemPage::cmdSetTime() {
+std::string SystemPage::cmdSetTime() {
     settings_.Write(formatSection, formatKey, std::to_string(cmbDateFormat.index()));
     readDateFormat();
     showDate();
-    const auto line = buildClockLine();
-    if (line.empty() || !tools_.write(line, "System Time", "send data : ")) return false;
-    delayedClockTicks_ = 0;
-    TmrDelayClkUpdate_->start(delayedClockTickMs);
-    return true;
+    return buildClockLine();
 }
+
+void SystemPage::writing() { askClockSoon(); }
 
 }  // namespace trunvex

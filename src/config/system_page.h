@@ -43,13 +43,16 @@ public:
 private:
     void begun() override;
     void tornDown() override;
+    void writing() override;
     void delayedClockTick();
+    void askClockSoon();
+    void followClock();
     void takeClock(const ClockReport& report);
     void showDate();
     void blank();
     void readDateFormat();
     void followDate();
-    bool cmdSetTime();
+    std::string cmdSetTime();
     void takeComputerTime();
     std::optional<std::chrono::year_month_day> enteredDate() const;
 

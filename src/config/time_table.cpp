@@ -27,7 +27,11 @@ bool isOfSomeDays(const TimeRow& row) { return isUsed(row) && daysOf(row) != eve
 
 const char* mark(bool set) { return set ? "1" : "0"; }
 
-std::string wireTime(std::string_view text) { return std::string(text.substr(3)) + std::string(text.substr(0, 2)); }
+// Before it is checked a text may be anything.
+std::string wireTime(std::string_view text) {
+    if (!hasForm(text)) return "0000";
+    return std::string(text.substr(3)) + std::string(text.substr(0, 2));
+}
 
 }  // namespace
 
@@ -58,7 +62,7 @@ void TimeTable::bindRow(Row& all, std::size_t row) {
         all.shown.push_back({chkSIMDayOfWk[row][day], [row, day](const SimRec& sim) {
                                  return mark((daysOf(sim.rows[row]) & dayBit(day)) != 0);
                              }});
-    all.sent.push_back({sim_at::timeOf(row), [this, row](const SimRec&) { return wireTimes(row); }});
+    all.sent.push_back({sim_at::timeOf(row), [this, row](const SimRec& to) { return wireTimes(row, to); }});
     all.sent.push_back({sim_at::daysOf(row), [this, row](const SimRec&) { return std::to_string(dayMask(row)); }});
 }
 
@@ -141,13 +145,17 @@ BuiltLine TimeTable::firstFault(bool lineByLine) {
         if (!inUse(row)) continue;
         for (const bool from : {true, false}) {
             auto& field = from ? txtTimeIntFrom[row] : txtTimeIntTo[row];
+            if (untouched(field)) continue;
             if (auto fault = timeFault(field, from, row, lineByLine); !fault.word.empty()) return fault;
         }
     }
     return {};
 }
 
-std::string TimeTable::wireTimes(std::size_t row) const {
+// What nobody touched goes back as it is held, time of a day or not.
+std::string TimeTable::wireTimes(std::size_t row, const SimRec& to) const {
+    const auto& held = to.rows[row].time;
+    if (untouched(txtTimeIntFrom[row]) && untouched(txtTimeIntTo[row]) && !held.empty()) return held;
     return inUse(row) ? wireTime(txtTimeIntFrom[row].text()) + wireTime(txtTimeIntTo[row].text()) : "00000000";
 }
 

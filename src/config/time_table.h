@@ -53,7 +53,7 @@ private:
 
     void bindRow(Row& all, std::size_t row);
     bool inUse(std::size_t row) const;
-    std::string wireTimes(std::size_t row) const;
+    std::string wireTimes(std::size_t row, const SimRec& to) const;
     int dayMask(std::size_t row) const;
     void setDays(std::size_t row, bool set);
     void onTurn(CheckField& box, std::function<void()> act);

@@ -17,7 +17,9 @@ void RecordForm::fieldChanged(std::size_t index) {
     entry.shown = entry.field->value();
     entry.field->setProblem({});
     mark(entry);
-    if (!filling_) changed_.emit();
+    if (filling_) return;
+    word_.clear();
+    changed_.emit();
 }
 
 void RecordForm::mark(Entry& entry) {
@@ -49,13 +51,14 @@ std::string RecordForm::valueOf(const Entry& entry, const Values& values) {
 void RecordForm::show(Entry& entry, const Values& values) { show(entry, valueOf(entry, values)); }
 
 void RecordForm::turnTo(const std::string& key) {
-    if (!key_.empty() && compared_ && edited()) {
+    if (!key_.empty() && edited()) {
         auto& draft = drafts_[key_];
         draft.resize(entries_.size());  // an older one waits there still when the record was not told meanwhile
         for (std::size_t i = 0; i < entries_.size(); ++i)
             if (entries_[i].shown != entries_[i].held) draft[i] = entries_[i].shown;
     }
     key_ = key;
+    word_.clear();
     known_ = false;
     compared_ = true;
     filling_ = true;
@@ -98,14 +101,19 @@ void RecordForm::take(const Values& held) {
 }
 
 void RecordForm::propose(const Values& values) {
+    const auto draft = drafts_.find(key_);
+    const bool drafted = compared_ && draft != drafts_.end();
     compared_ = false;
     filling_ = true;
-    for (auto& entry : entries_) {
+    for (std::size_t i = 0; i < entries_.size(); ++i) {
+        auto& entry = entries_[i];
         show(entry, values);
         hold(entry);
+        if (drafted && draft->second[i]) show(entry, *draft->second[i]);
         mark(entry);
     }
     filling_ = false;
+    if (drafted) drafts_.erase(draft);
     changed_.emit();
 }
 
@@ -135,11 +143,20 @@ bool RecordForm::edited() const {
     return std::any_of(entries_.begin(), entries_.end(), [](const Entry& entry) { return entry.shown != entry.held; });
 }
 
+bool RecordForm::edited(const InputField& field) const {
+    return std::any_of(entries_.begin(), entries_.end(),
+                       [&field](const Entry& entry) { return entry.field == &field && entry.shown != entry.held; });
+}
+
+void RecordForm::setWord(std::string word) {
+    word_ = std::move(word);
+    changed_.emit();
+}
+
 std::vector<std::string> RecordForm::unwritten() const {
     std::vector<std::string> keys;
     for (const auto& draft : drafts_) keys.push_back(draft.first);
-    if (compared_ && edited() && !drafts_.contains(key_))
-        keys.insert(std::upper_bound(keys.begin(), keys.end(), key_), key_);
+    if (edited() && !drafts_.contains(key_)) keys.insert(std::upper_bound(keys.begin(), keys.end(), key_), key_);
     return keys;
 }
 
@@ -150,8 +167,9 @@ std::vector<std::pair<std::string, std::string>> RecordForm::parked() const {
     return keys;
 }
 
-void RecordForm::settle() {
+void RecordForm::settle(const std::function<bool(const InputField& field)>& written) {
     for (auto& entry : entries_) {
+        if (!written(*entry.field)) continue;
         hold(entry);
         mark(entry);
     }

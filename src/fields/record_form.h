@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -44,12 +45,16 @@ public:
     // True while the form itself sets the fields: a rule between two fields then keeps out of the way.
     bool filling() const { return filling_; }
     bool edited() const;
-    // Keys of the records that hold edits, the one shown included; what is only proposed is no record's.
+    bool edited(const InputField& field) const;
+    // Keys of the records that hold edits, the one shown included.
     std::vector<std::string> unwritten() const;
     // The same of the gateways that are away: key and gateway.
     std::vector<std::pair<std::string, std::string>> parked() const;
-    // What is shown was written: it counts as held.
-    void settle();
+    // What is shown of these fields was written: it counts as held.
+    void settle(const std::function<bool(const InputField& field)>& written);
+    // What became of the last write of the record, until the operator edits anew or turns to another.
+    const std::string& word() const { return word_; }
+    void setWord(std::string word);
     // Back to what the gateway holds.
     void undo();
     void undo(InputField& field);
@@ -84,6 +89,7 @@ private:
     bool known_ = false;
     bool compared_ = true;
     bool filling_ = false;
+    std::string word_;
     sigc::signal<void()> changed_;
 };
 

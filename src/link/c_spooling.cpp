@@ -112,7 +112,7 @@ void CSpooling::ConnectionRequest() {
 bool CSpooling::tellLoss(const Loss& loss) {
     const bool up = loss.cause != Loss::Cause::Failed || session_.phase != SessionPhase::Connecting;
     if (!session_.sessionFlag || !up) return false;
-    linkLost_.emit("The link to " + pipe_->farEnd() + " was lost at " + timeOfDay(platform_.clock().localTime()) +
+    linkLost_.emit("The link to " + pipe_->farEnd() + " was lost at " + hourAndMinute(platform_.clock().localTime()) +
                    ": " + (loss.cause == Loss::Cause::PeerClosed ? "closed by the gateway" : loss.reason) + ".");
     return true;
 }

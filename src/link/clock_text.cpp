@@ -1,21 +1,36 @@
 #include "link/clock_text.h"
 
+#include <chrono>
+
 #include "text/text_rules.h"
 
 namespace trunvex {
 
 namespace {
 
-enum ClockPart { Day = 0, Month = 1, Year = 2, Hour = 4, Minute = 5, Second = 6 };
+enum ClockPart { Day = 0, Month = 1, Year = 2, Weekday = 3, Hour = 4, Minute = 5, Second = 6 };
 
 std::string twoDigits(std::int64_t number) { return pad(std::to_string(number), 2, '0', PadSide::Left); }
 
-}  // namespace
-
-std::string timeOfDay(std::chrono::local_seconds time) {
-    const std::chrono::hh_mm_ss clock(time - std::chrono::floor<std::chrono::days>(time));
-    return twoDigits(clock.hours().count()) + ":" + twoDigits(clock.minutes().count());
+void advanceDate(std::array<std::string, 7>& clock) {
+    constexpr int century = 2000;
+    constexpr int daysOfWeek = 7;
+    using namespace std::chrono;
+    if (!wholeWithin(clock[Year], 0, 99) || !wholeWithin(clock[Month], 1, 12) || !wholeWithin(clock[Day], 1, 31))
+        return;
+    const year_month_day today{year(century + static_cast<int>(val(clock[Year]))),
+                               month(static_cast<unsigned>(val(clock[Month]))),
+                               day(static_cast<unsigned>(val(clock[Day])))};
+    if (!today.ok()) return;
+    const year_month_day tomorrow(sys_days(today) + days(1));
+    clock[Day] = twoDigits(static_cast<unsigned>(tomorrow.day()));
+    clock[Month] = twoDigits(static_cast<unsigned>(tomorrow.month()));
+    clock[Year] = twoDigits(static_cast<int>(tomorrow.year()) % 100);
+    if (wholeWithin(clock[Weekday], 1, daysOfWeek))
+        clock[Weekday] = std::to_string(val(clock[Weekday]) % daysOfWeek + 1);
 }
+
+}  // namespace
 
 std::string clockText(SessionState& session) {
     auto& clock = session.gClockField;
@@ -36,6 +51,7 @@ void advanceClock(SessionState& session) {
     clock[Hour] = twoDigits(seconds / 3600);
     clock[Minute] = twoDigits(seconds / 60 % 60);
     clock[Second] = twoDigits(seconds % 60);
+    if (seconds == 0) advanceDate(clock);
 }
 
 }  // namespace trunvex

@@ -11,11 +11,8 @@ namespace trunvex {
 // it shows to two digits in place.
 std::string clockText(SessionState& session);
 
-// "hh:mm" of this machine's clock.
-std::string timeOfDay(std::chrono::local_seconds time);
-
-// Lets the gateway's clock run on by one second between two of its reports: seconds, minutes, hours; the date waits
-// for the next report. Fields that are no numbers stay as they are.
+// Lets the gateway's clock run on by one second between two of its reports, date and weekday with it. Fields that are
+// no numbers, and a date that there is not, stay as they are.
 void advanceClock(SessionState& session);
 
 }  // namespace trunvex

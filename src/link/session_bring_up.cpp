@@ -152,7 +152,7 @@ void SessionBringUp::dropSession() {
 
 void SessionBringUp::endedByGateway() {
     if (!session_.sessionFlag) return;
-    spool_.linkLost().emit("The gateway ended the session at " + timeOfDay(platform_.clock().localTime()) + ".");
+    spool_.linkLost().emit("The gateway ended the session at " + hourAndMinute(platform_.clock().localTime()) + ".");
     dropSession();
 }
 

@@ -20,14 +20,10 @@ void takeKind(PortRec& port, std::string_view field) {
 
 std::string spellKind(const PortRec& port) { return port.Kind == "CDM" ? "1" : port.secondScale() ? "2" : ""; }
 
-void takeNoRegTimer(PortRec& port, std::string_view field) {
-    port.NoRegTimer = field;
-    port.Present = field;
-}
-
 // A code that is on no scale leaves the position as it was.
-template <auto level, int (*position)(int)>
+template <auto level, auto code, int (*position)(int)>
 void takeLevel(PortRec& port, std::string_view field) {
+    port.*code = field;
     if (port.secondScale()) {
         port.*level = field.empty() ? std::string() : std::to_string(val(field));
         return;
@@ -78,11 +74,10 @@ using codec::text;
 using enum Writer;
 
 constexpr Codec<PortRec> kind{nullptr, spellKind, shown<&PortRec::Kind>};
-constexpr Codec<PortRec> noRegTimer{takeNoRegTimer, codec::held<&PortRec::NoRegTimer>, shown<&PortRec::NoRegTimer>};
-constexpr Codec<PortRec> txLevel{takeLevel<&PortRec::TxLevel, txPosition>, spellLevel<&PortRec::TxLevel, txCode>,
-                                 levelWords<&PortRec::TxLevel, 1>};
-constexpr Codec<PortRec> rxLevel{takeLevel<&PortRec::RxLevel, rxPosition>, spellLevel<&PortRec::RxLevel, rxCode>,
-                                 levelWords<&PortRec::RxLevel, 2>};
+constexpr Codec<PortRec> txLevel{takeLevel<&PortRec::TxLevel, &PortRec::TxCode, txPosition>,
+                                 spellLevel<&PortRec::TxLevel, txCode>, levelWords<&PortRec::TxLevel, 1>};
+constexpr Codec<PortRec> rxLevel{takeLevel<&PortRec::RxLevel, &PortRec::RxCode, rxPosition>,
+                                 spellLevel<&PortRec::RxLevel, rxCode>, levelWords<&PortRec::RxLevel, 2>};
 constexpr Codec<PortRec> relaxTime{takeRelaxTime, spellRelaxTime, shown<&PortRec::RelaxTime>};
 constexpr Codec<PortRec> sendComplete{codec::takeText<&PortRec::SendComplete>, codec::held<&PortRec::SendComplete>,
                                       codec::listed<&PortRec::SendComplete, endsOfDialling>};
@@ -95,7 +90,7 @@ constexpr std::array<Column<PortRec>, 15> columns{{
     {port_at::Kind, "Kind", kind, Gateway},
     {port_at::ModuleInfo, "Module Info", text<&PortRec::ModuleInfo>, Gateway},
     {port_at::ModuleInfo2, "Module Info 2", text<&PortRec::ModuleInfo2>, Gateway},
-    {port_at::NoRegTimer, "No REG Timer", noRegTimer},
+    {port_at::NoRegTimer, "No REG Timer", text<&PortRec::NoRegTimer>},
     {port_at::TxLevel, "TX Level", txLevel},
     {port_at::RxLevel, "RX Level", rxLevel},
     {port_at::MinDigits, "Min Digits", text<&PortRec::MinDigits>},
@@ -165,6 +160,9 @@ void storePort(PortRec& port, const Fields& fields, bool acknowledged) {
     const bool told = !sentField(fields, port_at::NoRegTimer).empty();
     if (!acknowledged && (told || port.Kind.empty())) takeKind(port, sentField(fields, port_at::Kind));
     takeFields(port, portColumns, fields, acknowledged);
+    // What the console has written into a record that was never read makes it no read one.
+    const bool timerTold = fields.size() > port_at::NoRegTimer + 1;
+    if (acknowledged ? port.loaded() : timerTold) port.Present = port.NoRegTimer;
 }
 
 }  // namespace trunvex

@@ -29,6 +29,8 @@ struct PortRec {
     std::string NoRegTimer;
     std::string TxLevel;  // first scale: the position 0 to 6; second: the number on the wire
     std::string RxLevel;
+    std::string TxCode;  // as the gateway told it, also where it is on no scale and the position stays as it was
+    std::string RxCode;
     std::string MinDigits;
     std::string MaxDigits;    // a number
     std::string IntDigPause;  // a number, in units of 50 ms

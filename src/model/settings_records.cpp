@@ -11,7 +11,8 @@ bool isAcknowledged(const Record& record) { return record.mnemonic[0] == acknowl
 }  // namespace
 
 SettingsRecords::SettingsRecords(Session& session, SharedTables& tables) {
-    for (auto* event : {&session.events.begun, &session.events.tornDown}) event->connect([&tables] { tables.reset(); });
+    session.events.begun.connect([&tables] { tables.reset(); });
+    session.events.tornDown.connect([&tables] { tables.forgetRecords(); });
     auto& dispatcher = session.dispatcher;
     const auto takePort = [this, &tables](const Record& record) {
         const auto fields = record.fields();

@@ -8,7 +8,8 @@
 namespace trunvex {
 
 // Takes the settings records of ports, SIMs and the E1 line into the shared tables, as the gateway reports them and as
-// it acknowledges what the console wrote. A session begins and ends with empty tables.
+// it acknowledges what the console wrote. A session begins with empty tables, and its end
+// leaves no more than which modules there are.
 class SettingsRecords {
 public:
     SettingsRecords(Session& session, SharedTables& tables);

@@ -24,6 +24,16 @@ struct SharedTables {
 
     PortRec& port(PortAddress port) { return gPorts[port.slot()]; }
     SimRec& sim(SimAddress sim) { return gSims[sim.port().slot()][sim.slot()]; }
+    // Forgets what was read of the hardware, not which modules there are: the tree stays as it is without a link.
+    void forgetRecords() {
+        for (auto& port : gPorts) {
+            PortRec known;
+            known.Kind = std::move(port.Kind);
+            port = std::move(known);
+        }
+        gSims = {};
+        isdn = {};
+    }
     // Forgets the hardware, not the grouping of it.
     void reset() {
         gPorts = {};

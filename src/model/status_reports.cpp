@@ -13,7 +13,7 @@ std::optional<std::string_view> told(const Fields& event, std::size_t index) {
 
 std::optional<bool> flag(const Fields& event, std::size_t index) {
     const auto text = told(event, index);
-    return text ? std::optional(lowBit(*text)) : std::nullopt;
+    return text && !text->empty() ? std::optional(lowBit(*text)) : std::nullopt;
 }
 
 AlarmCode alarmOf(std::int64_t number) {

@@ -81,9 +81,11 @@ void frmSimStatus::systemAlarm(const AlarmReport& report) {
             channel(InCall, "");
             break;
         case SystemEffect::ChannelService:
+            holdsData = false;  // the flag itself is not in this report
             if (done) channel(on ? Idle : Disabled);
             break;
         case SystemEffect::PortService:
+            holdsData = false;
             if (!done) break;
             auto& port = cell(PortAddress::parse(report.first));
             port.status.heading = on ? PortStatus::Heading::Plain : PortStatus::Heading::Off;
@@ -107,7 +109,7 @@ void frmSimStatus::portAlarm(PortCell& port, const AlarmReport& report) {
     if (!lamps(status, report, row)) return;
     if (row.simAtWork) {
         status.state = BoardColours::PORT_ACTIVE;
-        status.sim = report.sim;
+        if (report.sim != 0) status.sim = report.sim;
     }
     if (!effect(port, report, row.effect)) return;
     if (row.call != CallSign::Leaves) status.connected = row.call == CallSign::Shows;

@@ -10,6 +10,13 @@ LastCalls::LastCalls(Session& session, Settings& history, frmSimStatus& board)
         SAVE_LastCalls(index, number + " (" + session.panel.getPanelText("time") + ")");
     });
     session.events.tornDown.connect([this] { flush(); });
+    for (int line = 0; line < kept; ++line) mnuLastDial.emplace_back(arrayName("mnuLastDial", line), emptyLine);
+    mnuLastDial.emplace_back(arrayName("mnuLastDial", kept), "Clear").pressed().connect([this] {
+        clear(menuPort_);
+        openMenu(menuPort_);
+    });
+    for (int port = 1; port <= portCount; ++port)
+        board.cell(port).cmdResetLimit.pressed().connect([this, port] { openMenu(port); });
 }
 
 LastCalls::~LastCalls() { flush(); }
@@ -57,7 +64,14 @@ std::array<std::string, LastCalls::kept> LastCalls::INIT_lastCalls(int port) {
     return lines;
 }
 
+void LastCalls::openMenu(int port) {
+    menuPort_ = port;
+    auto lines = INIT_lastCalls(port);
+    for (std::size_t line = 0; line < kept; ++line) mnuLastDial[line].setCaption(std::move(lines[line]));
+}
+
 void LastCalls::clear(int port) {
+    if (session_.gESN.empty()) return;
     flush();
     history_.Remove(section(port));
 }

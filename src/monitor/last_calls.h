@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <deque>
 #include <map>
 #include <memory>
 #include <string>
@@ -29,8 +30,12 @@ public:
     // The lines of the port's menu, emptyLine where there is nothing; sets the next slot behind what was found.
     std::array<std::string, kept> INIT_lastCalls(int port);
     void clear(int port);
+    // The port's menu is asked for: its lines take the captions of the port's calls.
+    void openMenu(int port);
     // Writes what has been gathered.
     void flush();
+
+    std::deque<ActionField> mnuLastDial;  // five lines, which do nothing, and "Clear"
 
 private:
     struct Ring {
@@ -42,6 +47,7 @@ private:
 
     Settings& history_;
     const SessionState& session_;
+    int menuPort_ = 0;  // whose calls the menu shows
     std::unique_ptr<Timer> delay_;
     std::map<std::string, Ring> gathered_;  // by section
 };

@@ -70,8 +70,8 @@ void PortCell::show(const BoardColours& colours) {
 }
 
 void PortCell::showState(const BoardColours& colours) {
-    shpSim.setTip(BoardColours::entries[status.state].meaning);
-    shpSim.setColour(colours[status.state]);
+    shpSim.setTip(status.state ? BoardColours::entries[*status.state].meaning : notReadText);
+    shpSim.setColour(status.state ? colours[*status.state] : cellNotTold);
 }
 
 void PortCell::showHeading() {
@@ -155,9 +155,8 @@ BchRow::BchRow(int channelNumber)
 }
 
 void BchRow::show() {
-    lblSTBBch.setColour(status.state == ChannelStatus::State::InCall ? bchInCall
-                        : status.state == ChannelStatus::State::Idle ? bchIdle
-                                                                     : bchDisabled);
+    constexpr Colour rowColours[] = {bchNotTold, bchDisabled, bchIdle, bchInCall};
+    lblSTBBch.setColour(rowColours[static_cast<std::size_t>(status.state)]);
     lblSTBCause.setText(status.cause);
     chkSTBEnable.setChecked(status.enabled.value_or(false));
 }

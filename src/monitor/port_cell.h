@@ -99,7 +99,12 @@ struct BchRow {
 // The picture of a lamp.
 const char* lampPicture(Lamp lamp);
 
+// Of a cell of which nothing was told, and the word for it.
+inline constexpr Colour cellNotTold = 14737632;
+inline constexpr const char* notReadText = "Not read yet";
+
 // Row colours.
+inline constexpr Colour bchNotTold = 14737632;
 inline constexpr Colour bchIdle = 13434823;
 inline constexpr Colour bchDisabled = 13022150;
 inline constexpr Colour bchInCall = 16760748;

@@ -47,7 +47,7 @@ PortState::PortState(Session& session, SharedTables& tables, PortDetection& dete
             UpdateCDMA();
             takeKinds();
         });
-    for (auto* event : {&session.events.begun, &session.events.tornDown}) event->connect([this] { takeKinds(); });
+    session.events.begun.connect([this] { takeKinds(); });
 }
 
 void PortState::updateSTS(const PortSnapshot& snapshot) {
@@ -55,10 +55,15 @@ void PortState::updateSTS(const PortSnapshot& snapshot) {
     const auto raise = [&](std::string_view code, std::string_view first = {}, std::string_view second = {}) {
         board_.UpdateSimStatus(AlarmReport(snapshot.port, sim.number, code, first, second));
     };
-    raise(snapshot.state);
+    // Without a ready SIM a report wipes the cell, but for the signal; the state comes last then, so that it is seen.
+    const bool wipes = sim.number == 0;
+    if (!wipes) raise(snapshot.state);
     raise("25", snapshot.signal.value());
     raise("15", snapshot.bcch.value(), snapshot.bcchMode.value());
-    if (sim.number == 0) return;
+    if (wipes) {
+        raise(snapshot.state);
+        return;
+    }
     raise("104", sim.talked);
     const auto state = val(snapshot.state);
     if (state == 21 || state == 23 || state == 50) raise("21", snapshot.network.value());
@@ -109,9 +114,8 @@ void PortState::takeKinds() {
 
 void PortState::UpdateCDMA() {
     for (const auto port : everyPort) {
-        if (trim(tables_.port(port).Kind) != "CDM") continue;
         auto& cell = board_.cell(port);
-        cell.status.cdma = true;
+        cell.status.cdma = trim(tables_.port(port).Kind) == "CDM";
         board_.show(cell);
     }
 }

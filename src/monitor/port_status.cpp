@@ -17,7 +17,7 @@ TalkTime TalkTime::parse(std::string_view counter) {
 
 void PortStatus::clearCell() {
     const PortStatus empty;
-    state = empty.state;
+    state = BoardColours::PORT_NOT_ACTIVE;
     event = empty.event;
     callNumber.clear();
     connected = false;

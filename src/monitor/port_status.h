@@ -35,15 +35,15 @@ struct PortStatus {
     ModuleKind kind = ModuleKind::NotTold;
     bool cdma = false;  // has no SIM of ours
 
-    std::optional<bool> enabled;  // shown as off until it is told
+    std::optional<bool> enabled;
     Heading heading = Heading::Plain;
     std::string channel;    // the B-channel bound to the port, as it was told
     int portBch = 0;        // its number
     bool reserved = false;  // the port was reported as one of the reserved lines
 
-    BoardColours::Which state = BoardColours::PORT_NOT_ACTIVE;
-    AlarmCode event = AlarmCode::None;  // the last one
-    std::string reason;                 // of a disconnection
+    std::optional<BoardColours::Which> state;  // none until something was told of it
+    AlarmCode event = AlarmCode::None;         // the last one
+    std::string reason;                        // of a disconnection
     std::string callNumber;
     bool connected = false;
     std::optional<bool> inCall;  // counted as in a call; none before the first
@@ -78,10 +78,10 @@ struct PortStatus {
 };
 
 struct ChannelStatus {
-    enum class State { Disabled, Idle, InCall };
+    enum class State { NotTold, Disabled, Idle, InCall };
 
     std::optional<bool> enabled;
-    State state = State::Disabled;
+    State state = State::NotTold;
     std::string cause;  // of the last clearing
 };
 

@@ -1,5 +1,8 @@
 #include "monitor/sim_status.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "platform/quietly.h"
 #include "text/text_rules.h"
 
@@ -19,6 +22,8 @@ frmSimStatus::frmSimStatus(Session& session)
     takeRecords(session);
     session.events.identified.connect([this] { lblESN.setText(escaped(state_.gESN)); });
     session.reads.onComplete("R_MON", [this](const std::string&) { holdsData = true; });
+    // The clock runs on there between two reports.
+    session.panel.staStatusTime.changed().connect([this] { followClock(); });
     session.events.started.connect([this] { tmrTotalCounter_->start(totalCounterMs); });
     cmdSTSRefresh.pressed().connect([this] { refresh(); });
     refreshes_.bar.stepped().connect([this](int, int) { tellProgress(); });
@@ -51,13 +56,17 @@ void frmSimStatus::takeRecords(Session& session) {
     session.dispatcher.on("A_MON", [this](const Record& record) { takeFlags(record.body); });
 }
 
-// One digit a port, then one a B-channel. The ports' channels are not among them, so the headings lose theirs until the
-// routing is read.
+// One digit a port, then one a B-channel; of a record that is cut short only what it tells. The ports' channels are not
+// among them, so the headings lose theirs until the routing is read.
 void frmSimStatus::takeFlags(std::string_view flags) {
-    const auto flag = [flags](std::size_t position) { return lowBit(mid(flags, position, 1)); };
-    for (const auto port : everyPort) UpdateSimStatus(PortReport{port, flag(port.slot() + 1), "", {}});
-    for (int channel = 1; channel <= channelCount; ++channel)
-        UpdateSimStatus(ChannelReport{channel, flag(static_cast<std::size_t>(portCount + channel)), {}});
+    const auto told = std::min(flags.size(), static_cast<std::size_t>(portCount + channelCount));
+    for (std::size_t at = 0; at < told; ++at) {
+        const bool enabled = lowBit(flags.substr(at, 1));
+        if (at < portCount)
+            UpdateSimStatus(PortReport{everyPort[at], enabled, "", {}});
+        else
+            UpdateSimStatus(ChannelReport{static_cast<std::int64_t>(at) - portCount + 1, enabled, {}});
+    }
 }
 
 BchRow& frmSimStatus::row(std::int64_t channel) {
@@ -85,20 +94,20 @@ void frmSimStatus::UpdateSimStatus(const SystemReport& report) {
 void frmSimStatus::UpdateSimStatus(const PortReport& report) {
     auto& port = cell(report.port);
     auto& status = port.status;
-    status.enabled = report.enabled.value_or(false);
+    if (report.enabled) status.enabled = report.enabled;
     if (report.channel) {
         using enum PortStatus::Heading;
         status.bind(*report.channel);
         status.reserved = status.portBch >= PortStatus::firstReserved;
-        status.heading = !*status.enabled ? Off : status.reserved ? Reserved : Plain;
+        status.heading = !status.enabled.value_or(true) ? Off : status.reserved ? Reserved : Plain;
     }
     show(port);
 }
 
 void frmSimStatus::UpdateSimStatus(const ChannelReport& report) {
-    if (report.channel < 1 || report.channel > channelCount) return;
+    if (report.channel < 1 || report.channel > channelCount || !report.enabled) return;
     auto& line = row(report.channel);
-    line.status.enabled = report.enabled.value_or(false);
+    line.status.enabled = report.enabled;
     line.status.state = *line.status.enabled ? ChannelStatus::State::Idle : ChannelStatus::State::Disabled;
     line.show();
 }
@@ -172,12 +181,24 @@ void frmSimStatus::takeClock(const ClockReport& report) {
         escaped(std::string(report.day) + "/" + std::string(report.month) + "/" + std::string(report.year)));
 }
 
-// The session is over: what is shown is no longer the state of anything.
-void frmSimStatus::tornDown() {
-    for (auto* label : {&lblHoure, &lblMinute, &lblSecond, &lblDate, &lblESN, &lblTotalCounter}) label->setText("");
+// A report without seconds shows none, until the next one has passed.
+void frmSimStatus::followClock() {
+    const auto& [day, month, year, weekday, hour, minute, second] = state_.gClockField;
+    if (!live_ || !state_.gGotClock || (lblSecond.text().empty() && second == "00")) return;
+    takeClock({day, month, year, weekday, hour, minute, second});
+}
+
+void frmSimStatus::stopTimers() {
     tmrTotalCounter_->stop();
+    for (auto& port : cells_) port.tmrAnimation->stop();
+}
+
+// Nothing is known of the gateway any more.
+void frmSimStatus::begun() {
+    stopTimers();
+    for (auto* label : {&lblHoure, &lblMinute, &lblSecond, &lblDate, &lblESN, &lblTotalCounter, &lblAsOf})
+        label->setText("");
     for (auto& port : cells_) {
-        port.tmrAnimation->stop();
         port.status = {};
         show(port);
     }
@@ -188,6 +209,23 @@ void frmSimStatus::tornDown() {
     gateway_ = {};
     showGateway();
     holdsData = false;
+    live_ = true;
+}
+
+// A board that is open is not opened again, so it reads by itself.
+void frmSimStatus::loggedIn(LogInOutcome) {
+    if (!shown()) return;
+    session_.reads.whenFree(traits.key, [this] {
+        if (auto batch = missing(); sender_.free() && !batch.empty()) session_.reads.start(std::move(batch));
+    });
+}
+
+// The last picture stays, for it tells how things stood when the link was lost.
+void frmSimStatus::tornDown() {
+    stopTimers();
+    holdsData = false;
+    if (!std::exchange(live_, false)) return;
+    lblAsOf.setText("as of " + hourAndMinute(platform_.clock().localTime()));
 }
 
 }  // namespace trunvex

@@ -43,7 +43,8 @@ public:
     // Keeps and uses these from now on, also for the cells that stand.
     void takeColours(const BoardColours& colours);
 
-    // The board holds what a first read has brought; opening it asks the gateway no more.
+    // The board holds what a first read has brought, and opening it asks the gateway no more. The end of a session and
+    // a switch of a port or a channel put an end to that.
     bool holdsData = false;
     // The board's window is asked for.
     sigc::signal<void()>& asked() { return asked_; }
@@ -54,6 +55,8 @@ public:
     sigc::signal<void(int index, const std::string& text)>& dialled() { return dialled_; }
 
     LabelField lblESN{"lblESN"};
+    // "as of 14:02": the link is lost, and what is shown is the last that was told. Empty while it is live.
+    LabelField lblAsOf{"lblAsOf"};
     LabelField lblHoure{"lblHoure"};
     LabelField lblMinute{"lblMinute"};
     LabelField lblSecond{"lblSecond"};
@@ -69,6 +72,7 @@ private:
     void InitFormData();
     void takeRecords(Session& session);
     void takeClock(const ClockReport& report);
+    void followClock();
     void takeFlags(std::string_view flags);
     void resetPortCell(PortCell& cell);
     void systemAlarm(const AlarmReport& report);
@@ -86,7 +90,10 @@ private:
     void countTotal();
     void refresh();
     void tellProgress();
+    void begun() override;
+    void loggedIn(LogInOutcome outcome) override;
     void tornDown() override;
+    void stopTimers();
 
     Platform& platform_;
     Settings& settings_;
@@ -98,6 +105,7 @@ private:
     std::deque<PortCell> cells_;
     std::deque<BchRow> rows_;
     std::unique_ptr<Timer> tmrTotalCounter_;
+    bool live_ = false;  // a session has begun and not ended
     sigc::signal<void()> asked_;
     sigc::signal<void(int, const std::string&)> dialled_;
 };

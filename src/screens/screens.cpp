@@ -48,7 +48,9 @@ void Screens::startWithoutSplash() {
 }
 
 BoardScreen& Screens::board() {
-    if (!board_) board_ = std::make_unique<BoardScreen>(console_.board, console_.routingPage.lblAllocation, tools_);
+    if (!board_)
+        board_ = std::make_unique<BoardScreen>(console_.board, console_.lastCalls, console_.routingPage.lblAllocation,
+                                               tools_);
     return *board_;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -53,5 +54,10 @@ std::string fileNamePart(std::string_view text);
 
 // A text from the wire for the eye: bytes outside printable ASCII appear as \xHH, and never as control characters.
 std::string escaped(std::string_view bytes);
+
+// "hh:mm:ss".
+std::string timeOfDay(std::chrono::local_seconds time);
+// The same without the seconds.
+std::string hourAndMinute(std::chrono::local_seconds time);
 
 }  // namespace trunvex

@@ -44,6 +44,16 @@ TEST_F(PortPageTest, WritesItsLineAndShowsWhatTheGatewayTook) {
     EXPECT_THAT(arrived(), ElementsAre("C_MOD11,,,,60,250,51,3,017,60,0,75,120,0,30,,,"));
     EXPECT_FALSE(port.form.edited()) << "017 and 1.509 are written, whatever the spelling";
     EXPECT_EQ(port.TxtMaxDigits.text() + " " + port.cmbRelaxTime.text(), "17 1.5");
+    EXPECT_THAT(port.form.word(), testing::MatchesRegex("Port 1 written [0-9:]+"));
+    port.txtNoRegTimer.setText("");
+    EXPECT_EQ(port.lblPortRemark.text() + port.form.word(),
+              "Empty, so the gateway keeps what it has: No registration timer.");
+    port.txtNoRegTimer.setText("61");
+    simulator::switchOn(gateway.faults(), "C_MOD:refuse=error");
+    boxes.answers = {Button::Cancel};
+    press(port.cmdWritePort);
+    EXPECT_THAT(port.form.word(), HasSubstr("Port 1 not written, the gateway refused it, "));
+    EXPECT_TRUE(port.form.edited());
 }
 
 TEST_F(PortPageTest, TurnsLevelsIntoCodesAndBack) {
@@ -95,6 +105,28 @@ TEST_F(PortPageTest, ChecksItsFields) {
     EXPECT_EQ(field(12) + " " + field(14), "40 9") << "greyed, it is what the gateway holds";
 }
 
+// What the gateway holds is no fault of the operator's, whatever it is.
+TEST_F(PortPageTest, WritesOneFieldBesideAnythingThatIsHeld) {
+    select("MOD11");
+    bench.receive("A_MOD11,,,,7,3,112,9,4,900,5,9999,16,0,999,00000000");
+    port.TxtIntDigPause.setText("5");
+    port.cmbCallReject.setIndex(1);
+    EXPECT_EQ(port.WriteMod("MOD11", false).line, "C_MOD11,,,,7,3,112,9,4,5,5,,80,0,999,,,");
+    port.TxtMinDigits.setText("3");
+    EXPECT_EQ(port.WriteMod("MOD11", false).word, "") << "4 stays not less than 3";
+    select("SIM111");
+    bench.receive("A_SIM111,+x\"y,999999999,,9,99999,70000,00000,99,5,9999999,99995923,127,,,,,,,200,1");
+    sim.txtPhoneNum.setText("1");
+    EXPECT_EQ(sim.build("SIM111", true).line,
+              "C_SIM111,1,999999999,,9,99999,70000,0,99,5,9999999,99995923,127,00000000,0,00000000,0,00000000,0,200,");
+    bench.receive("A_ISDISM 4,5,9,7,999,99,0,0,12345678901,ABC,9,99,7,7,1,999,3");
+    isdn.cmbISD[1].setIndex(1);
+    EXPECT_EQ(isdn.buildLine(false), "C_ISD5,9,7,999,99,0,0,12345678901,ABC,9,99,7,1,1,999");
+    EXPECT_THAT(told(), IsEmpty());
+    console.session.dispatcher.AnalyzeCmd("C_MOD22,,,,61,,,,,,,,,,,,,", true);
+    EXPECT_FALSE(console.tables.port({2, 2}).loaded()) << "written to is not read";
+}
+
 TEST_F(PortPageTest, GivesACdmaPortNoLevels) {
     select("MOD13");
     EXPECT_EQ(port.shownKey(), "CDM13") << "its record told what it is";
@@ -121,24 +153,39 @@ TEST_F(PortPageTest, WritesToAGroupWhatIsMarkedToEachMemberInItsWay) {
     EXPECT_EQ(port.lblPortCaption.text(), "Groups 1 Ports: 1, 2, 3");
     EXPECT_EQ(port.TxtMinDigits.standing(), InputField::Standing::Free);
     EXPECT_EQ(port.SldTXvol.value() + port.SldTX_SE.value() + port.SldRX_SE.value(), "342");
+    EXPECT_TRUE(port.chkIncGrpMod[IncLevels].checked()) << "as it was left at the group's other node";
+    port.chkIncGrpMod[IncLevels].setChecked(false);
     arrived();
     press(port.cmdWritePort);
     EXPECT_THAT(notice(), HasSubstr("Nothing is marked"));
-    port.chkIncGrpMod[IncLevels].setChecked(true);
-    port.chkIncGrpMod[IncRelaxTime].setChecked(true);
-    select("MDD01");  // again, and the marks stay
     port.SldTXvol.setPosition(6);
     port.SldRXvol.setPosition(0);
     port.SldTX_SE.setPosition(1);
     port.SldRX_SE.setPosition(4);
     port.cmbRelaxTime.setText("0.5");
-    port.TxtMinDigits.setText("not marked, not looked at");
+    port.TxtMinDigits.setText("not looked at");
+    EXPECT_TRUE(port.chkIncGrpMod[IncMinDigits].checked() && port.chkIncGrpMod[IncRelaxTime].checked());
+    port.chkIncGrpMod[IncMinDigits].setChecked(false);
+    port.chkIncGrpMod[IncNoRegTimer].setChecked(true);
+    port.txtNoRegTimer.setText("");
+    select("MOD11");
+    select("GRP01");  // and what was typed and marked is there still
+    EXPECT_EQ(port.lblPortRemark.text(),
+              "Changed, but not marked to be written: Minimum digits. "
+              "Empty, so the gateway keeps what it has: No registration timer.");
+    arrived();
     press(port.cmdWritePort);
     EXPECT_THAT(arrived(), ElementsAre("C_MOD11,,,,,6,99,,,,,25,,0,,,,", "C_MOD12,,,,,3,0,,,,,25,,0,,,,",
                                        "C_MOD13,1,,,,,,,,,,25,,0,,,,"));
     EXPECT_EQ(pages.groupWrite.summary(), "3 of 3 written");
-    EXPECT_FALSE(port.form.edited());
-    port.chkIncGrpMod[IncMinDigits].setChecked(true);
+    EXPECT_TRUE(port.form.edited(port.TxtMinDigits) && port.form.edited(port.txtNoRegTimer));
+    EXPECT_FALSE(port.form.edited(port.cmbRelaxTime) || port.form.edited(port.SldTX_SE));
+    EXPECT_THAT(port.form.word(), testing::MatchesRegex("3 of 3 written [0-9:]+"));
+    for (auto& box : port.chkIncGrpMod) box.setChecked(&box == &port.chkIncGrpMod[IncNoRegTimer]);
+    console.session.tell("");
+    press(port.cmdWritePort);
+    EXPECT_THAT(notice(), HasSubstr("what is marked is empty"));
+    EXPECT_THAT(arrived(), IsEmpty());
     port.TxtMinDigits.setText("8");
     EXPECT_EQ(refusal(port.cmdWritePort), "ERROR: Min Digit") << "once, not for each member";
     boxes.answers = {Button::Yes};
@@ -146,6 +193,12 @@ TEST_F(PortPageTest, WritesToAGroupWhatIsMarkedToEachMemberInItsWay) {
     EXPECT_THAT(arrived(), ElementsAre("R_MOD11", "R_MOD12", "R_MOD13"));
     tree.movePort("MOD21", "PRT01");
     EXPECT_EQ(port.lblPortCaption.text(), "Groups 1 Ports: 1, 2, 3, 5");
+    tree.movePort("ERR14", "PRT01");
+    EXPECT_THAT(port.lblPortHint.text(), HasSubstr("No module, so left out: port 4."));
+    boxes.answers = {Button::Yes};
+    arrived();
+    press(port.cmdModRefresh);
+    EXPECT_THAT(arrived(), ElementsAre("R_MOD11", "R_MOD12", "R_MOD13", "R_MOD21"));
 }
 
 TEST_F(PortPageTest, SendsEachFieldBehindItsOwnBox) {

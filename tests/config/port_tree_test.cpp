@@ -219,8 +219,17 @@ TEST_F(Tree, AsksWhereToWhenItCantSaveForAGateway) {
     EXPECT_THAT(bench.sent(), ElementsAre("R_ESN"));
     bench.receive("A_ESN4711");
     EXPECT_EQ(text("GRP01"), "Group 1") << "what was made before the gateway was known stays";
+    EXPECT_TRUE(std::filesystem::exists(ownFile())) << "and is saved as it was asked for";
+    console.mainWindow.openPage("connect");
+    bench.connect();
+    bench.advance(1200);  // the log-in begins, and nothing is known of the gateway
+    detect();
+    group(2);
+    answers = {Button::Yes};
     tree.cmdSaveGroups.press();
-    EXPECT_TRUE(std::filesystem::exists(ownFile()));
+    bench.receive("A_ESN4711");
+    EXPECT_EQ(items("GRP"), 2) << "the file of before does not take their place";
+    EXPECT_THAT(console.mainWindow.lblNotice.text(), HasSubstr("were not loaded"));
     answers = {Button::Cancel, Button::Ok};
     tree.cmdResetTree.press();
     EXPECT_EQ(text("GRP01"), "Group 1");

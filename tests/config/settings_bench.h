@@ -117,6 +117,7 @@ protected:
     // Each include box by itself sends its own fields to the one member of the group, and nothing else.
     void expectBoxes(NodePage& page, const std::vector<std::string>& lines) {
         EXPECT_EQ(page.frame.include.size(), lines.size());
+        for (auto& box : page.frame.include) box.setChecked(false);
         for (std::size_t i = 0; i < lines.size(); ++i) {
             arrived();
             page.frame.include[i].setChecked(true);

@@ -79,6 +79,22 @@ TEST_F(System, SetsTheClockWithTwoDigitsAndReadsItAgain) {
     EXPECT_EQ(system.buildClockLine(), "C_CLK05,03,26,1,07,09") << "the operator has the last word on the day";
 }
 
+TEST_F(System, RunsTheClockOverMidnightInAllPlaces) {
+    const auto& board = console.board;
+    for (const auto& [report, next] :
+         {std::pair{"31,12,26,7,23,59,58", "01/01/27"}, {"28,02,28,1,23,59,58", "29/02/28"}}) {
+        bench.receive(std::string("A_CLK") + report);
+        arrived();
+        bench.advance(3000);
+        EXPECT_EQ(board.lblDate.text(), next) << report;
+        EXPECT_EQ(system.lblHoure.text() + board.lblHoure.text() + system.lblMinute.text(), "000000");
+        EXPECT_EQ(system.lblSecond.text(), board.lblSecond.text());
+        EXPECT_THAT(console.session.panel.getPanelText("time"), HasSubstr(" 00:00:0"));
+        bench.advance(1500);
+        EXPECT_THAT(arrived(), ElementsAre("R_CLK")) << "what the gateway makes of the new day";
+    }
+}
+
 TEST_F(System, RefusesWhatIsNoDateAndNoTime) {
     const std::string time = "The time have to be in the form hh:mm, 00:00 to 23:59";
     press(system.cmdClkRefresh);
@@ -207,7 +223,7 @@ TEST_F(Selection, ReadsWhatItLacksAndNothingTwice) {
     console.mainWindow.openPage("main");
     for (const auto* key : {"MOD12", "MOD21", "MOD22"}) tree.tvGroups[0].select(key);
     settle();
-    EXPECT_THAT(arrived(), ElementsAre("R_MOD12", "R_MOD22")) << "who passes by a node does not ask for it";
+    EXPECT_THAT(arrived(), ElementsAre("R_MOD11", "R_MOD22")) << "who passes by a node does not ask for it";
     EXPECT_EQ(port.TxtIntDigPause.text(), "60");
     select("SIM221");
     EXPECT_THAT(arrived(), ElementsAre("R_SIM221"));
@@ -215,9 +231,23 @@ TEST_F(Selection, ReadsWhatItLacksAndNothingTwice) {
     select("MOD13");
     arrived();
     group({"MOD11"});
-    for (const auto* key : {"MOD12", "MOD22", "SIM221", "CDM13", "ERR14", "MDD01", "GRP01", "PRT01"}) select(key);
+    for (const auto* key : {"MOD11", "MOD22", "SIM221", "CDM13", "ERR14", "MDD01", "GRP01", "PRT01"}) select(key);
     EXPECT_THAT(arrived(), IsEmpty());
     EXPECT_EQ(pages.main.panel(), MainPage::Panel::Port);
+    console.mainWindow.openPage("groups");
+    tree.tvGroups[0].select("SIM222");
+    settle();
+    console.mainWindow.openPage("main");
+    settle();
+    EXPECT_THAT(arrived(), ElementsAre("R_SIM222")) << "what is selected when the page is opened";
+    console.tables.forgetRecords();
+    pages.sim.forget();
+    tree.cmdRefreshTree.press();
+    settle();
+    EXPECT_THAT(arrived(), ElementsAre("R_SIM222"));
+    tree.tvGroups[0].select("MOD11");
+    settle();
+    arrived();
     console.mainWindow.openPage("groups");
     for (const auto* key : {"SIM212", "MOD21"}) {
         tree.tvGroups[0].select(key);

@@ -177,6 +177,8 @@ TEST_F(SimPageTest, ShowsNoSimOfACdmaPort) {
 TEST_F(SimPageTest, ReadsAGroupsValuesAtTheAddressItsNumberSpells) {
     for (int made = 0; made < 15; ++made) tree.cmdCreateGroup.press();
     tree.movePort("MOD21", "PRT15");
+    select("MOD11");
+    arrived();
     for (const auto& [node, asked] :
          {std::pair{"SMM011", "R_SIM111"}, {"SMM023", "R_SIM123"}, {"SMM102", "R_SIM112"}, {"SMM154", "R_SIM214"}}) {
         select(node);
@@ -196,6 +198,7 @@ TEST_F(SimPageTest, WritesToAGroupWhatIsMarked) {
     EXPECT_EQ(sim.lblSimCaption.text(), "Groups 1, SIM 2 Ports: 1, 3, 5");
     sim.cmdSimRefresh.press();
     sim.txtPIN.setText("not marked, not looked at");
+    sim.chkIncGrpSim[IncPin].setChecked(false);
     settle();
     table.chkTimeIntEnable.setChecked(false);
     table.chkTimeIntEnable.setChecked(true);
@@ -203,7 +206,11 @@ TEST_F(SimPageTest, WritesToAGroupWhatIsMarked) {
     setRow(4, "22:00", "25:99");
     EXPECT_EQ(sim.txtPIN.text(), "not marked, not looked at") << "nor by what was read meanwhile";
     sim.txtMonthlyContract.setText("");
-    sim.chkIncGrpSim[IncContract].setChecked(true);
+    sim.chkIncGrpSim[IncTimeTable].setChecked(false);
+    select("SIM211");
+    select("SMM012");
+    EXPECT_EQ(row(4).substr(0, 11) + sim.txtPIN.text(), "22:00 25:99not marked, not looked at");
+    EXPECT_THAT(told(), IsEmpty()) << "a look at a node asks nothing";
     arrived();
     press(sim.cmdWriteSIM);
     EXPECT_THAT(arrived(), ElementsAre("C_SIM112,,,,,59999,,,,,,,,,,,,,,,", "C_SIM212,,,,,59999,,,,,,,,,,,,,,,"));

@@ -73,7 +73,7 @@ TEST_F(Grid, MarksWhatDiffersFromWhatTheGatewayHolds) {
     grid.sort(0, false);
     EXPECT_EQ(edited(), "");
     EXPECT_EQ(grid.standing(), InputField::Standing::Edited);
-    form.settle();
+    form.settle([](const InputField&) { return true; });
     EXPECT_EQ(form.unwritten().size(), 0u);
     EXPECT_FALSE(grid.canUndo());
     grid.removeRows({0});
@@ -128,6 +128,8 @@ TEST_F(Grid, KeepsAndMarksWhatCannotBeWritten) {
     EXPECT_FALSE(grid.canRedo());
     grid.undoStep();
     EXPECT_EQ(grid.cell(0, 0), "12345");
+    grid.undoStep();
+    EXPECT_EQ(grid.rowCount(), 0u);
 }
 
 TEST_F(Grid, PastesOverAndBehindWhatIsThereUpToItsMostRows) {

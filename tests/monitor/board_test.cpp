@@ -185,16 +185,20 @@ TEST_F(Board, TakesTheReportsAboutTheSystem) {
 }
 
 TEST_F(Board, MarksPortsAndChannelsOnOrOff) {
+    EXPECT_EQ(cell().shpSim.tip() + std::to_string(cell().shpSim.colour()), notReadText + std::to_string(cellNotTold));
+    EXPECT_EQ(board.row(29).lblSTBBch.colour(), bchNotTold);
+    EXPECT_FALSE(cell().status.enabled);
     receive("A_MON" + std::string(31, '1') + "0" + std::string(29, '1') + "0");
     EXPECT_TRUE(board.cell(31).chkSTPEnable.checked());
     EXPECT_EQ(board.cell(31).lblBCH.text(), "Port #31,  B-Ch #");
     EXPECT_EQ(board.cell(32).lblBCH.colour(), 255u);
     EXPECT_EQ(board.row(29).lblSTBBch.colour(), bchIdle);
     EXPECT_EQ(board.row(30).lblSTBBch.colour(), bchDisabled);
-    const std::tuple<const char*, const char*, Colour, int> routings[] = {
+    const std::tuple<std::string, const char*, Colour, int> routings[] = {
         {"53,1,31,0", "Port #19 (RESERVED1)", 16711680, 1},
         {"53,0,32,0", "Port #19 (RESERVED2)", 255, 2},
-        {"53,1", "Port #19 (RESERVED2)", 255, 2},  // it has not told a channel
+        {"53", "Port #19 (RESERVED2)", 255, 2},    // it has told neither flag nor channel
+        {"53,1", "Port #19 (RESERVED2)", 255, 2},  // no channel
         {"53,1,7,0", "Port #19,  B-Ch #7", colourBlack, 7},
     };
     for (const auto& [record, heading, colour, channel] : routings) {
@@ -202,8 +206,12 @@ TEST_F(Board, MarksPortsAndChannelsOnOrOff) {
         EXPECT_EQ(cell().lblBCH.text(), heading) << record;
         EXPECT_EQ(cell().lblBCH.colour(), colour) << record;
         EXPECT_EQ(getDynamicBCH(board, 19), channel) << record;
-        EXPECT_EQ(cell().chkSTPEnable.checked(), record[3] == '1') << record;
+        EXPECT_EQ(cell().chkSTPEnable.checked(), record.substr(2, 2) == ",1") << record;
     }
+    receive("A_MON0");
+    EXPECT_FALSE(board.cell(1).chkSTPEnable.checked());
+    EXPECT_TRUE(board.cell(2).chkSTPEnable.checked()) << "what is not told stays";
+    EXPECT_EQ(board.row(29).lblSTBBch.colour(), bchIdle);
 }
 
 TEST_F(Board, RestoresACellFromASnapshot) {
@@ -212,7 +220,9 @@ TEST_F(Board, RestoresACellFromASnapshot) {
          "SIM #3|Count:00012:33|MS CONNECTED|42501|BCCH: 61|-66db|1", "a call that stands"},
         {"A_STS53,40,40,00000:10,26,,26,,26,,1,45,42501,12,61",
          "SIM #1|Count:00000:10|CONNECTING|42501|BCCH: AUTO|-66db|1", "being set up wins over connected"},
-        {"A_STS53,23,26,,26,,26,,26,,0,45,42501,8,61", "|Count:|||BCCH: 61|-66db|0", "no SIM that is ready"},
+        {"A_STS53,23,26,,26,,26,,26,,0,45,42501,8,61", "|Count:|REGISTERED||BCCH: 61|-66db|0", "no SIM that is ready"},
+        {"A_STS53,35,35,,26,,26,,26,,0,45,,0,61", "|Count:|PIN CODE wrong||BCCH: 61|-66db|0", "a wrong PIN"},
+        {"A_STS53,26,26,,26,,26,,26,,0,45,,0,61", "|Count:|SIM ABSENCE||BCCH: 61|-66db|0", "no SIM at all"},
         {"A_STS53,23,40,1,26,,26,,26,,1,33,42501,8", "SIM #1|Count:|REGISTERED||BCCH: 61|-78db|0", "cut short"},
     };
     for (const auto& [line, expected, what] : snapshots) {
@@ -256,9 +266,12 @@ TEST_F(Board, KeepsACdmaCellFromShowingASim) {
     EXPECT_THAT(hidden, UnorderedElementsAre("LblSIM_num_19", "lblSimLed_19", "imgStatusSim_19", "lblLimit_19",
                                              "lblSimClick_19"));
     EXPECT_TRUE(board.cell(1).LblSIM_num.visible());
-    bench.connect();
-    console.session.bringUp.ConnectChange("disconnect", true);
-    EXPECT_TRUE(cell().LblSIM_num.visible()) << "the next gateway may have a SIM there";
+    receive("A_MOD53,,,,120,0,51,3,16,60,0,50,0,0,30,00000000");
+    EXPECT_TRUE(cell().LblSIM_num.visible()) << "a module of the other kind has taken its place";
+    receive("A_MOD53,1,,,120,0,51,3,16,60,0,50,0,0,30,00000000");
+    EXPECT_FALSE(cell().LblSIM_num.visible());
+    receive("A_PPR" + std::string(32, '1'));
+    EXPECT_TRUE(cell().LblSIM_num.visible());
 }
 
 TEST_F(Board, AddsUpTheTalkTime) {
@@ -295,19 +308,39 @@ TEST_F(Board, RefreshAsksForEveryActivePort) {
     EXPECT_EQ(bench.platform.boxes.shown.size(), 1u);
 }
 
-TEST_F(Board, ForgetsTheSessionThatEnded) {
+TEST_F(Board, KeepsItsLastPictureAndReadsAnewWhenItIsOpen) {
+    const auto asked = [this](simulator::Gateway& gateway) {
+        bench.advance(3000);
+        const auto& lines = gateway.linesReceived();
+        const auto count = std::count(lines.begin(), lines.end(), "R_MON");
+        gateway.forgetLinesReceived();
+        return count;
+    };
     simulator::Gateway gateway(fakes::seeded(3));
+    board.setShown(true);
     bench.logIn(gateway);
-    receive("A_PPR" + std::string(32, '1'));
+    EXPECT_EQ(asked(gateway), 1) << "an open board is read at the log-in";
+    console.mainWindow.openPage("sim");
+    EXPECT_EQ(asked(gateway), 0);
+    for (const auto* switched : {"I_ALR000,116,17,0,OK", "I_ALR000,136,53,0,OK"}) {
+        receive(switched);
+        console.mainWindow.openPage("sim");
+        EXPECT_EQ(asked(gateway), 1) << switched;
+    }
     report("4", "00012:33");
     report("22");
     receive("I_ALR000,140,17,,");
-    console.mainWindow.openPage("connect");
-    EXPECT_EQ(cell().lblMsg.text(), "");
-    EXPECT_EQ(board.lblLoading.text(), "0");
-    EXPECT_EQ(board.row(17).lblSTBBch.colour(), bchDisabled);
+    bench.platform.peer.closes();
+    EXPECT_EQ(cell().lblMsg.text() + board.lblLoading.text(), "REGISTRATION0");
+    EXPECT_EQ(board.row(17).lblSTBBch.colour(), bchInCall);
+    EXPECT_THAT(board.lblAsOf.text(), testing::MatchesRegex("as of [0-9][0-9]:[0-9][0-9]"));
     EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
+    EXPECT_FALSE(console.portTree.moduleType("MOD11").empty() || board.holdsData);
+    board.setShown(false);
     bench.logIn(gateway);
+    EXPECT_EQ(cell().lblMsg.text() + board.lblAsOf.text(), "");
+    EXPECT_EQ(board.row(17).lblSTBBch.colour(), bchNotTold);
+    EXPECT_EQ(asked(gateway), 0);
     report("4", "00012:33");
     EXPECT_EQ(board.lblLoading.text(), "1");
 }
@@ -353,8 +386,11 @@ TEST_F(Board, RemembersTheLastFiveNumbersOfAPort) {
     bench.advance(LastCalls::writeDelayMs);
     EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
     EXPECT_THAT(console.files.history.Read("PORT471119", "CALL4"), HasSubstr("299 ("));
-    calls.clear(19);
-    EXPECT_EQ(calls.INIT_lastCalls(19)[0], LastCalls::emptyLine);
+    cell().cmdResetLimit.press();
+    EXPECT_THAT(calls.mnuLastDial[4].caption(), HasSubstr("299 ("));
+    calls.mnuLastDial[4].press();
+    calls.mnuLastDial[5].press();
+    EXPECT_EQ(calls.mnuLastDial[4].caption() + console.files.history.Read("PORT471119", "CALL4"), LastCalls::emptyLine);
     report("2", "7");
     EXPECT_THAT(calls.INIT_lastCalls(19)[0], HasSubstr("7 ("));
 }

@@ -50,7 +50,8 @@ TEST_F(BoardStorm, EveryCellEndsAtItsLastLineAndIsPaintedOnceAFrameAtMost) {
     settle();
 
     constexpr int frames = lengthMs / BoardFrame::intervalMs + 3;
-    BoardScreen fresh(console.board, console.routingPage.lblAllocation, {bench.platform, console.files.setting});
+    BoardScreen fresh(console.board, console.lastCalls, console.routingPage.lblAllocation,
+                      {bench.platform, console.files.setting});
     fresh.resize(window.size());
     fresh.show();
     for (int index = 1; index <= portCount; ++index) {

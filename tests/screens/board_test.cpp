@@ -3,6 +3,7 @@
 #include <QContextMenuEvent>
 #include <QHelpEvent>
 #include <QLabel>
+#include <QMenu>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTest>
@@ -125,8 +126,8 @@ TEST_F(BoardWindow, AScreenReaderHearsTheWholeStateInWords) {
     report(6, "4", "00001:00");
     const auto words = spoken(cell(6));
     for (const char* word :
-         {"Port 6, MCU 2, module 2", "Disabled", "Call connected", "MS CONNECTED", "0501234567", "SIM #1",
-          "sim status:SIM ready (OK)", "Network status: REGISTERED (OK)", "Roaming", "Count:00001:00"})
+         {"Port 6, MCU 2, module 2", "Enable flag not read yet", "Call connected", "MS CONNECTED", "0501234567",
+          "SIM #1", "sim status:SIM ready (OK)", "Network status: REGISTERED (OK)", "Roaming", "Count:00001:00"})
         EXPECT_THAT(words, HasSubstr(word));
     EXPECT_THAT(spoken(cell(32)), HasSubstr("no module"));
     report(6, "35");
@@ -242,6 +243,15 @@ TEST_F(BoardWindow, TheMenuIsAskedForAtTheCellUnderTheMouse) {
     QContextMenuEvent asked(QContextMenuEvent::Mouse, QPoint(9, 9), cell(14)->mapToGlobal(QPoint(9, 9)));
     QCoreApplication::sendEvent(cell(14), &asked);
     EXPECT_EQ(pressed, std::vector{14});
+    receive("A_ESN4711");
+    report(14, "2", "0501&2");
+    for (const char* first : {"0501&&2 ", "--------"}) {
+        QCoreApplication::sendEvent(cell(14), &asked);
+        auto* menu = window.findChildren<QMenu*>("mnuLastDial").back();
+        const auto* top = menu->actions().front();
+        EXPECT_TRUE(top->text().startsWith(first)) << top->text().toStdString();
+        menu->actions().back()->trigger();
+    }
 }
 
 TEST_F(BoardWindow, TheClockShowsWhatTheGatewayTellsAndNothingElse) {

@@ -91,7 +91,7 @@ TEST(Gateway, passwordsAndRights) {
     Gateway gateway;
     ConsoleDouble console(gateway);
     EXPECT_EQ(console.ask("C_UPW00004,"), "OK\r");
-    EXPECT_EQ(console.ask("C_CPW"), "A_CPW0\r");       // rights without a password open nothing
+    EXPECT_EQ(console.ask("C_CPW"), "A_CPW0\r");  // rights without a password open nothing
     EXPECT_EQ(console.ask("C_UPW02045,usr"), "I_ALR000,ERROR\r");
     gateway.linkUp();
     EXPECT_EQ(console.ask("C_UPW02045,usr"), "OK\r");  // nobody becomes an admin by the lowest bit

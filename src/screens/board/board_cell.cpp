@@ -109,12 +109,13 @@ void BoardCell::repaintLater() {
 
 void BoardCell::hardwareChanged() { repaintLater(); }
 
-QString BoardCell::meaning() const { return tr(BoardColours::entries[cell_.status.state].meaning); }
+QString BoardCell::meaning() const { return shown(cell_.shpSim.tip()); }
 
 bool BoardCell::absent() const {
     const auto& status = cell_.status;
-    const bool silent = status.state == BoardColours::PORT_NOT_ACTIVE && status.event == AlarmCode::None &&
-                        !status.sim && status.simLamp == Lamp::Off && status.netLamp == Lamp::Off;
+    const bool silent = status.state.value_or(BoardColours::PORT_NOT_ACTIVE) == BoardColours::PORT_NOT_ACTIVE &&
+                        status.event == AlarmCode::None && !status.sim && status.simLamp == Lamp::Off &&
+                        status.netLamp == Lamp::Off;
     return silent && (status.kind == ModuleKind::NotTold || status.kind == ModuleKind::Missing);
 }
 
@@ -144,7 +145,8 @@ void BoardCell::layOutHeading(const Sizes& sizes) {
     const QRectF line(sizes.inset(), 1, width() - 2 * sizes.inset(), height() * 0.15);
     const auto box = sizes.iconIn(line, 13);
     const bool enabled = chkSTPEnable();
-    icons_[Enable].set(enabled ? "check_on" : "check_off", faint_ || enabled ? roles.muted : roles.danger, box,
+    const bool off = cell_.status.enabled && !enabled;
+    icons_[Enable].set(checkIcon(cell_.status.enabled, enabled), off && !faint_ ? roles.danger : roles.muted, box,
                        pixelRatio_);
     const auto colour = cell_.lblBCH.colour();
     const auto ink = faint_                  ? roles.muted
@@ -174,7 +176,8 @@ void BoardCell::layOutBand(const Sizes& sizes) {
         return QRectF(inside.left(), inside.top() + each * number, inside.width(), each);
     };
     const auto beside = [&](const QRectF& whole) { return whole.adjusted(markWidth, 0, 0, 0); };
-    icons_[State].set(stateIcons[cell_.status.state], ink, sizes.iconIn(line(0), 17), pixelRatio_);
+    const auto& state = cell_.status.state;
+    icons_[State].set(state ? stateIcons[*state] : "led_none", ink, sizes.iconIn(line(0), 17), pixelRatio_);
     const bool inCall = !imgStatus().isEmpty();
     if (inCall) icons_[Call].set(imgStatus(), ink, sizes.iconIn(line(lines - 1), 17), pixelRatio_);
 

@@ -56,7 +56,9 @@ QString BoardChannelRow::lblSTBCause() const { return shown(row_.lblSTBCause.tex
 
 QString BoardChannelRow::stateInWords() const {
     const auto state = row_.status.state;
-    QStringList words{chkSTBEnable() ? tr("enabled") : tr("disabled")};
+    const auto& told = row_.status.enabled;
+    QStringList words{!told ? tr("enable flag not read yet") : *told ? tr("enabled") : tr("disabled")};
+    if (state == ChannelStatus::State::NotTold) words << tr("use not read yet");
     if (state == ChannelStatus::State::InCall) words << tr("in a call");
     if (state == ChannelStatus::State::Idle) words << tr("idle");
     if (!lblSTBCause().isEmpty()) words << tr("last cause %1").arg(lblSTBCause());
@@ -87,14 +89,20 @@ void BoardChannelRow::layOut() {
     const auto icon = [&](int left) { return QRectF(left, qRound((height() - side) / 2.0), side, side); };
     const bool inCall = row_.lblSTBBch.colour() == bchInCall;
     const bool barred = row_.lblSTBBch.colour() == bchDisabled;
+    const bool unknown = row_.lblSTBBch.colour() == bchNotTold;
     const auto chipInk = inkOn(chipColour_);
     const auto ink = inkOn(ground_);
-    state_.set(inCall ? "imgConnected" : barred ? "state_off" : "", chipInk, icon(length(4)), pixelRatio_);
+    state_.set(inCall    ? "imgConnected"
+               : barred  ? "state_off"
+               : unknown ? "led_none"
+                         : "",
+               chipInk, icon(length(4)), pixelRatio_);
     number_.set(lblSTBBch(), font, QRectF(length(22), 0, chip_.width() - length(27), height()), chipInk,
                 Qt::AlignRight);
     const auto right = width() - side - length(4);
-    enable_.set(chkSTBEnable() ? "check_on" : "check_off", mixed(ink, ground_, chkSTBEnable() ? faintMark : 1),
-                icon(right), pixelRatio_);
+    const bool off = row_.status.enabled && !chkSTBEnable();
+    enable_.set(checkIcon(row_.status.enabled, chkSTBEnable()), mixed(ink, ground_, off ? 1 : faintMark), icon(right),
+                pixelRatio_);
     cause_.set(lblSTBCause(), font, QRectF(length(52), 0, right - length(56), height()), ink);
 }
 

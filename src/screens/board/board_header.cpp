@@ -18,7 +18,7 @@ namespace {
 constexpr const char* widestMark = "widestText";
 
 // As in the text of a caption that stands before its field; over it, the colon is too much.
-QString overField(const char* caption) { return BoardHeader::tr(caption).remove(':').simplified(); }
+QString overField(QString caption) { return caption.remove(':').simplified(); }
 
 }  // namespace
 
@@ -101,7 +101,7 @@ void BoardHeader::addTile(const QString& caption, QWidget* content, int stretch)
 }
 
 void BoardHeader::addLamps() {
-    const QString captions[] = {overField("Com Port :"), overField("Network  :"), overField("ISDN Line :")};
+    const QString captions[] = {overField(tr("Com Port :")), overField(tr("Network  :")), overField(tr("ISDN Line :"))};
     for (std::size_t i = 0; i < std::size(captions); ++i)
         addTile(captions[i], new LampSign(board_.imgSystemStatus[i], captions[i], frame_));
 }
@@ -119,18 +119,19 @@ void BoardHeader::addLevel() {
     frame_.follow(bar, {&loading}, [bar, board = &board_] { bar->setValue(board->gateway().portsInCall); });
     pair->addWidget(bar);
     pair->addWidget(valueLabel(loading, tr("Ports in a call"), "32"));
-    addTile(overField("Loading :"), content);
+    addTile(overField(tr("Loading :")), content);
 }
 
 void BoardHeader::addFacts() {
     auto& board = board_;
-    addTile(overField("Total calls minute:"), valueLabel(board.lblTotalCounter, tr("Total calls minute"), "00000 :00"));
-    addTile(overField("Version of slave program :"),
+    addTile(overField(tr("Total calls minute:")),
+            valueLabel(board.lblTotalCounter, tr("Total calls minute"), "00000 :00"));
+    addTile(overField(tr("Version of slave program :")),
             valueLabel(board.lblSlaveVer, tr("Version of slave program"), "000.00"));
     auto* allocation = new ElidedLabel;
     showInFrames(allocation_, allocation, tr("Allocation"));
     addTile(tr("Allocation"), allocation, 1);
-    addTile(overField("Gateway ESN:"), valueLabel(board.lblESN, tr("Serial number of the gateway"), "00000000"));
+    addTile(overField(tr("Gateway ESN:")), valueLabel(board.lblESN, tr("Serial number of the gateway"), "00000000"));
 }
 
 void BoardHeader::addClock() {
@@ -154,7 +155,7 @@ void BoardHeader::addClock() {
         line->addWidget(colon);
         line->addWidget(value);
     }
-    addTile(overField("PRI System Time:"), content);
+    addTile(overField(tr("PRI System Time:")), content);
 }
 
 void BoardHeader::addButtons() {

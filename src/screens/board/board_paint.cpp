@@ -80,6 +80,10 @@ LampLook lampOf(const std::string& picture) {
     return {"led_none", &ColourRoles::muted, word("No info")};
 }
 
+QString checkIcon(const std::optional<bool>& told, bool checked) {
+    return checked ? "check_on" : told ? "check_off" : "check_unknown";
+}
+
 void TextPiece::set(const QString& text, const QFont& font, const QRectF& box, const QColor& colour,
                     Qt::Alignment alignment) {
     const bool same = text == text_ && font == wanted_ && box.width() == box_.width();

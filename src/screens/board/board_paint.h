@@ -6,6 +6,7 @@
 #include <QRectF>
 #include <QStaticText>
 #include <QString>
+#include <optional>
 
 #include "fields/fields.h"
 #include "screens/kit/theme.h"
@@ -39,6 +40,9 @@ struct LampLook {
     QString word;
 };
 LampLook lampOf(const std::string& picture);
+
+// The icon of an enable flag that may not have been told.
+QString checkIcon(const std::optional<bool>& told, bool checked);
 
 // One line of text in a box: made a little smaller, then elided, when the box is too narrow.
 class TextPiece {

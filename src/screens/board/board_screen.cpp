@@ -2,12 +2,15 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QGraphicsColorizeEffect>
 #include <QGridLayout>
 #include <QLabel>
+#include <QMenu>
 #include <QVBoxLayout>
 #include <algorithm>
 
 #include "model/port_address.h"
+#include "monitor/last_calls.h"
 #include "monitor/sim_status.h"
 #include "screens/board/board_cell.h"
 #include "screens/board/board_channels.h"
@@ -33,8 +36,8 @@ constexpr const char* geometryKey = "BoardGeometry";
 
 }  // namespace
 
-BoardScreen::BoardScreen(frmSimStatus& board, LabelField& allocation, const ScreenTools& tools)
-    : board_(board), tools_(tools), frame_(tools.platform) {
+BoardScreen::BoardScreen(frmSimStatus& board, LastCalls& lastCalls, LabelField& allocation, const ScreenTools& tools)
+    : board_(board), lastCalls_(lastCalls), tools_(tools), frame_(tools.platform) {
     setObjectName("frmSimStatus");
     setMinimumSize(smallestSize);
     follow(this, board.lblESN, [this, &board] {
@@ -42,12 +45,18 @@ BoardScreen::BoardScreen(frmSimStatus& board, LabelField& allocation, const Scre
     });
     auto* parts = new QHBoxLayout;
     parts->setSpacing(grid);
-    parts->addWidget(buildCells(), cellsShare);
-    parts->addWidget(new BoardChannels(board, frame_), 1);
+    pictures_ = {buildCells(), new BoardChannels(board, frame_)};
+    parts->addWidget(pictures_[0], cellsShare);
+    parts->addWidget(pictures_[1], 1);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(grid, grid, grid, grid);
     layout->setSpacing(grid);
-    layout->addWidget(new BoardHeader(board, allocation, frame_));
+    auto* header = new BoardHeader(board, allocation, frame_);
+    for (auto* lamp : header->findChildren<LampSign*>()) pictures_.push_back(lamp);
+    layout->addWidget(header);
+    asOf_ = roleLabel({}, "strong");
+    asOf_->setObjectName(shown(board.lblAsOf.name()));
+    layout->addWidget(asOf_);
     layout->addLayout(parts, 1);
     const auto inFrames = [this](QObject* owner, Field& bar, std::function<void()> refresh) {
         frame_.follow(owner, {&bar}, std::move(refresh));
@@ -61,11 +70,24 @@ BoardScreen::BoardScreen(frmSimStatus& board, LabelField& allocation, const Scre
     };
     listen(this, board.hardwareChanged, hardwareChanged);
     listen(this, board.cmdColors.pressed(), [this] { showColours(); });
+    follow(this, board.lblAsOf, [this] { showAsOf(); });
     restorePlace();
 }
 
 BoardScreen::~BoardScreen() {
     if (isVisible()) savePlace();
+}
+
+// A picture of what was is told by a word and by the want of all colour.
+void BoardScreen::showAsOf() {
+    const auto asOf = shown(board_.lblAsOf.text());
+    asOf_->setText(asOf.isEmpty() ? QString() : tr("The link is lost. What is shown is %1.").arg(asOf));
+    asOf_->setVisible(!asOf.isEmpty());
+    for (auto* picture : pictures_) {
+        auto* grey = asOf.isEmpty() ? nullptr : new QGraphicsColorizeEffect;
+        if (grey) grey->setColor(Qt::gray);
+        picture->setGraphicsEffect(grey);
+    }
 }
 
 // A column a MCU, a row a module.
@@ -89,10 +111,28 @@ QWidget* BoardScreen::buildCells() {
         connect(cell, &BoardCell::walked, this,
                 [this, index](int columns, int rows) { moveFocus(index, columns, rows); });
         connect(cell, &BoardCell::focused, this, [this, index] { keepTabStop(index); });
+        listen(this, board_.cell(index).cmdResetLimit.pressed(), [this, index] { showPortMenu(index); });
         cells_.push_back(cell);
     }
     keepTabStop(tabStop_);
     return area;
+}
+
+// The lines are there to be looked at; only the last one does something.
+void BoardScreen::showPortMenu(int index) {
+    auto* menu = new QMenu("PORT", this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addSection(tr("Port %1").arg(index));
+    auto* calls = menu->addMenu(tr("Last 5 dialed numbers"));
+    calls->setObjectName("mnuLastDial");
+    for (auto& line : lastCalls_.mnuLastDial) {
+        if (&line == &lastCalls_.mnuLastDial.back()) calls->addSeparator();
+        auto* action = calls->addAction(shown(line.caption()).replace("&", "&&"), menu, [&line] { line.press(); });
+        action->setObjectName(shown(line.name()));
+    }
+    auto* cell = cells_[static_cast<std::size_t>(index - 1)];
+    const auto under = cell->mapFromGlobal(QCursor::pos());
+    menu->popup(cell->mapToGlobal(cell->rect().contains(under) ? under : cell->rect().center()));
 }
 
 void BoardScreen::moveFocus(int index, int columns, int rows) {
@@ -110,6 +150,7 @@ void BoardScreen::keepTabStop(int index) {
 }
 
 void BoardScreen::bringUp() {
+    board_.setShown(true);
     setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
     raise();
@@ -137,6 +178,7 @@ void BoardScreen::hideEvent(QHideEvent* event) {
 void BoardScreen::closeEvent(QCloseEvent* event) {
     event->ignore();
     savePlace();
+    board_.setShown(false);
     hide();
 }
 

@@ -7,10 +7,13 @@
 #include "screens/kit/board_frame.h"
 #include "screens/kit/screen_tools.h"
 
+class QLabel;
+
 namespace trunvex {
 
 class BoardCell;
 class ColoursScreen;
+class LastCalls;
 class frmSimStatus;
 
 // The window frmSimStatus. Closing hides it: it lives as long as the console's screens do.
@@ -18,7 +21,7 @@ class BoardScreen : public QWidget {
     Q_OBJECT
 
 public:
-    BoardScreen(frmSimStatus& board, LabelField& allocation, const ScreenTools& tools);
+    BoardScreen(frmSimStatus& board, LastCalls& lastCalls, LabelField& allocation, const ScreenTools& tools);
     ~BoardScreen() override;
     // Shows it, in front of the others.
     void bringUp();
@@ -31,6 +34,8 @@ protected:
 
 private:
     QWidget* buildCells();
+    void showAsOf();
+    void showPortMenu(int index);
     void showColours();
     void moveFocus(int index, int columns, int rows);
     void keepTabStop(int index);
@@ -38,9 +43,12 @@ private:
     void savePlace();
 
     frmSimStatus& board_;
+    LastCalls& lastCalls_;
     ScreenTools tools_;
     BoardFrame frame_;
     std::vector<BoardCell*> cells_;
+    QLabel* asOf_ = nullptr;
+    std::vector<QWidget*> pictures_;  // that turn grey when what they show is no longer live
     int tabStop_ = 1;
     QPointer<ColoursScreen> colours_;
 };

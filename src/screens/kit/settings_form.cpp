@@ -201,18 +201,20 @@ void SettingsForm::addText(const QString& caption, TextField& field) {
     endRow(1);
 }
 
-QVBoxLayout* panelLayout(LabelField& caption, LabelField& hint, QLayout* boxes) {
+QVBoxLayout* panelLayout(LabelField& caption, std::initializer_list<LabelField*> hints, QLayout* boxes) {
     auto* rows = new QVBoxLayout;
     rows->setContentsMargins(0, 0, 0, 0);
     auto* title = new ElidedLabel;
     title->setProperty("role", "strong");
     bind(caption, title);
     rows->addWidget(title);
-    auto* word = roleLabel({}, "muted");
-    word->setWordWrap(true);
-    bind(hint, word);
-    follow(word, hint, [word, &hint] { word->setVisible(!hint.text().empty()); });
-    rows->addWidget(word);
+    for (auto* hint : hints) {
+        auto* word = roleLabel({}, "muted");
+        word->setWordWrap(true);
+        bind(*hint, word);
+        follow(word, *hint, [word, hint] { word->setVisible(!hint->text().empty()); });
+        rows->addWidget(word);
+    }
     auto* area = new QScrollArea;
     area->setFrameShape(QFrame::NoFrame);
     area->setWidgetResizable(true);
@@ -236,9 +238,12 @@ QHBoxLayout* buttonRow(std::initializer_list<ActionField*> actions, RecordForm& 
     const auto tell = [&form, unwritten, names = std::move(names)] {
         QStringList records;
         for (const auto& key : form.unwritten()) records << (names ? names(key) : QString());
-        unwritten->setText(records.isEmpty() ? QString()
-                           : names           ? QObject::tr("Edited, not written: %1").arg(records.join(", "))
-                                             : QObject::tr("Edited, not written"));
+        QStringList words;
+        if (!form.word().empty()) words << shown(form.word());
+        if (!records.isEmpty())
+            words << (names ? QObject::tr("Edited, not written: %1").arg(records.join(", "))
+                            : QObject::tr("Edited, not written"));
+        unwritten->setText(words.join(". "));
     };
     tell();
     listen(unwritten, form.changed(), tell);

@@ -60,8 +60,8 @@ private:
 // Shows beside a frame how its field stands, and in `reason` what is wrong with it.
 void followStanding(InputField& field, FieldFrame* frame, QLabel* reason);
 
-// A panel of settings: its caption, a word on it, and its boxes, which scroll where the window is too small for them.
-QVBoxLayout* panelLayout(LabelField& caption, LabelField& hint, QLayout* boxes);
+// A panel of settings: its caption, words on it, and its boxes, which scroll where the window is too small for them.
+QVBoxLayout* panelLayout(LabelField& caption, std::initializer_list<LabelField*> hints, QLayout* boxes);
 
 // The buttons of a page, at its bottom right, and beside them what was edited there and is not written: `names` tells
 // the records by their keys, and may be empty where a page has one record.

@@ -19,7 +19,7 @@ QWidget* NodePanel::groupWriteList(const char* name) {
 void NodePanel::setBoxes(QLayout* boxes) {
     const auto& frame = page_.frame;
     const auto caption = [&tree = main_.tree](const std::string& key) { return shown(tree.captionOf(key)); };
-    auto* rows = panelLayout(frame.caption, frame.hint, boxes);
+    auto* rows = panelLayout(frame.caption, {&frame.hint, &frame.remark}, boxes);
     rows->addLayout(buttonRow({&frame.undo, &frame.read, &frame.write}, page_.form, caption));
     setLayout(rows);
 }

@@ -41,6 +41,7 @@ SettingsForm* PortPanel::buildDialling() {
                                      96,
                                      &page.chkIncGrpMod[IncSendComplete]});
     form->add(page.cmbRelaxTime, {tr("Rela&x time"), tr("s"), "0-5", 96, &page.chkIncGrpMod[IncRelaxTime]});
+    form->addValue(tr("Module"), page.lblModuleInfo);
     return form;
 }
 
@@ -65,8 +66,7 @@ SettingsForm* PortPanel::buildLevels() {
     form->add(page.SldRXvol, {"-6", "-4", "-2", "0", "+2", "+4", "+6"}, {tr("&Receive"), {}, {}, 0});
     form->add(page.SldTX_SE, second, {tr("Transmit, second scale"), {}, {}, 0});
     form->add(page.SldRX_SE, second, {tr("Receive, second scale"), {}, {}, 0});
-    form->addValue(tr("Module"), page.lblModuleType);
-    form->addValue(tr("Information"), page.lblModuleInfo);
+    form->addValue(tr("Scale of"), page.lblModuleType);
     follow(form, page.framRX_TX, [form, &page, visible = true]() mutable {
         if (std::exchange(visible, page.framRX_TX.visible()) != visible) form->setVisible(visible);
     });
