@@ -95,71 +95,81 @@ TimeTableView::TimeTableView(TimeTable& table, CheckField& include, QWidget* par
     for (std::size_t row = 0; row < timeRowCount; ++row) rows->addLayout(buildRow(row));
 }
 
-QLayout* TimeTableView::buildRow(std::size_t row) {
-    const auto number = static_cast<int>(row) + 1;
-    auto* lines = new QVBoxLayout;
-    lines->setSpacing(0);
-    auto* fields = new QHBoxLayout;
-    fields->setSpacing(grid / 2);
-    fields->addWidget(roleLabel(QString::number(number), "muted"));
-    auto* reason = roleLabel({}, "error");
-    reason->setWordWrap(true);
-    reason->setVisible(false);
+QWidget* TimeTableView::buildTime(TextField& field, const QString& name) {
+    auto* edit = new QLineEdit;
+    edit->setFixedWidth(timeWidth);
+    edit->setFont(figureFont());
+    edit->setPlaceholderText("HH:MM");
+    bind(field, edit, nullptr);
+    edit->setAccessibleName(name);
+    auto* frame = new FieldFrame(edit);
+    followStanding(field, frame, nullptr);
+    return frame;
+}
+
+QWidget* TimeTableView::buildDay(CheckField& field, const QString& name) {
+    auto* button = new QToolButton;
+    button->setProperty("role", "day");
+    button->setCheckable(true);
+    button->setFixedWidth(dayWidth);
+    bind(field, button);
+    button->setAccessibleName(name);
+    follow(button, field, [&field, button] {
+        setMark(button, "edited", field.standing() == InputField::Standing::Edited ? "true" : "false");
+    });
+    return button;
+}
+
+// What the row means, as a bar over the day and in words.
+QLayout* TimeTableView::buildMeaning(std::size_t row) {
     auto* meaning = new ElidedLabel;
-    meaning->setObjectName(QString("lblTimeRow_%1").arg(number));
+    meaning->setObjectName(QString("lblTimeRow_%1").arg(row + 1));
     auto* bar = new TimeBar(table_, row);
+    bar->setAccessibleName(tr("Row %1").arg(row + 1));
     const auto refresh = [this, bar, meaning, row] {
         bar->update();
         meaning->setText(shown(table_.meaning(row)));
-        bar->setAccessibleName(tr("Row %1").arg(row + 1));
         bar->setAccessibleDescription(meaning->text());
     };
-    const auto addTime = [&](TextField& field, const QString& name) {
-        auto* edit = new QLineEdit;
-        edit->setFixedWidth(timeWidth);
-        edit->setFont(figureFont());
-        edit->setPlaceholderText("HH:MM");
-        bind(field, edit, nullptr);
-        edit->setAccessibleName(name);
-        auto* frame = new FieldFrame(edit);
-        followStanding(field, frame, nullptr);
-        fields->addWidget(frame);
-        listen(bar, field.changed(), refresh);
-    };
-    addTime(table_.txtTimeIntFrom[row], tr("Row %1 from").arg(number));
+    refresh();
+    std::vector<Field*> fields{&table_.txtTimeIntFrom[row], &table_.txtTimeIntTo[row], &table_.chkTimeIntEnable,
+                               &table_.chkDayOfWkEnable};
+    for (auto& day : table_.chkSIMDayOfWk[row]) fields.push_back(&day);
+    for (auto* field : fields) listen(bar, field->changed(), refresh);
+    auto* both = new QHBoxLayout;
+    both->setContentsMargins(2 * grid, 0, 0, 0);
+    both->setSpacing(2 * grid);
+    both->addWidget(bar, 4);
+    both->addWidget(meaning, 5, Qt::AlignTop);
+    return both;
+}
+
+QLayout* TimeTableView::buildRow(std::size_t row) {
+    const auto number = static_cast<int>(row) + 1;
+    auto& from = table_.txtTimeIntFrom[row];
+    auto& to = table_.txtTimeIntTo[row];
+    auto* fields = new QHBoxLayout;
+    fields->setSpacing(grid / 2);
+    fields->addWidget(roleLabel(QString::number(number), "muted"));
+    fields->addWidget(buildTime(from, tr("Row %1 from").arg(number)));
     fields->addWidget(roleLabel(QString(QChar(0x2013)), "muted"));
-    addTime(table_.txtTimeIntTo[row], tr("Row %1 to").arg(number));
+    fields->addWidget(buildTime(to, tr("Row %1 to").arg(number)));
     fields->addSpacing(grid);
-    for (std::size_t day = 0; day < daysOfWeek; ++day) {
-        auto& field = table_.chkSIMDayOfWk[row][day];
-        auto* button = new QToolButton;
-        button->setProperty("role", "day");
-        button->setCheckable(true);
-        button->setFixedWidth(dayWidth);
-        bind(field, button);
-        button->setAccessibleName(tr("Row %1, %2").arg(number).arg(dayNames[day]));
-        fields->addWidget(button);
-        follow(button, field, [&field, button] {
-            setMark(button, "edited", field.standing() == InputField::Standing::Edited ? "true" : "false");
-        });
-        listen(bar, field.changed(), refresh);
-    }
+    for (std::size_t day = 0; day < daysOfWeek; ++day)
+        fields->addWidget(buildDay(table_.chkSIMDayOfWk[row][day], tr("Row %1, %2").arg(number).arg(dayNames[day])));
     fields->addStretch(1);
-    for (auto* field : {&table_.chkTimeIntEnable, &table_.chkDayOfWkEnable}) listen(bar, field->changed(), refresh);
-    for (auto* field : {&table_.txtTimeIntFrom[row], &table_.txtTimeIntTo[row]})
-        follow(reason, *field, [this, reason, row] {
-            const auto& from = table_.txtTimeIntFrom[row].problem();
-            reason->setText(shown(from.empty() ? table_.txtTimeIntTo[row].problem() : from));
+    auto* reason = roleLabel({}, "error");
+    reason->setWordWrap(true);
+    reason->setVisible(false);
+    for (auto* field : {&from, &to})
+        follow(reason, *field, [&from, &to, reason] {
+            reason->setText(shown(from.problem().empty() ? to.problem() : from.problem()));
             reason->setVisible(!reason->text().isEmpty());
         });
-    refresh();
-    auto* below = new QHBoxLayout;
-    below->setContentsMargins(2 * grid, 0, 0, 0);
-    below->setSpacing(2 * grid);
-    below->addWidget(bar, 4);
-    below->addWidget(meaning, 5, Qt::AlignTop);
+    auto* lines = new QVBoxLayout;
+    lines->setSpacing(0);
     lines->addLayout(fields);
-    lines->addLayout(below);
+    lines->addLayout(buildMeaning(row));
     lines->addWidget(reason);
     return lines;
 }
