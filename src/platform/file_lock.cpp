@@ -6,7 +6,9 @@
 
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <system_error>
+#include <thread>
 #include <utility>
 
 #include "platform/durable_file.h"
@@ -16,6 +18,8 @@ namespace trunvex {
 namespace {
 
 constexpr mode_t ownersOnly = 0600;
+constexpr auto pause = std::chrono::milliseconds(5);
+constexpr int mostPauses = 200;  // a holder that has not finished within a second hangs, or was stopped
 
 [[noreturn]] void fail(int file, const std::filesystem::path& path) {
     const int why = errno;
@@ -34,11 +38,11 @@ std::string holderOf(int file) {
 FileLock::FileLock(std::filesystem::path path, Busy busy) : path_(std::move(path)) {
     file_ = ::open(path_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, ownersOnly);
     if (file_ < 0) fail(file_, path_);
-    const int how = busy == Busy::Wait ? LOCK_EX : LOCK_EX | LOCK_NB;
-    int failed = 0;
-    do {
-        failed = ::flock(file_, how);
-    } while (failed != 0 && errno == EINTR);
+    int failed = ::flock(file_, LOCK_EX | LOCK_NB);
+    for (int pauses = 0; failed != 0 && errno == EWOULDBLOCK && busy == Busy::Wait && pauses < mostPauses; ++pauses) {
+        std::this_thread::sleep_for(pause);
+        failed = ::flock(file_, LOCK_EX | LOCK_NB);
+    }
     if (failed != 0) {
         if (errno != EWOULDBLOCK) fail(file_, path_);
         const auto holder = holderOf(file_);

@@ -16,7 +16,8 @@ public:
 // the program ends, however it ends. The file stays: one that is deleted could be held by two.
 class FileLock {
 public:
-    // For a lock that is held for no longer than one write takes, Wait lets its holder finish.
+    // For a lock that is held for no longer than one write takes, Wait lets its holder finish, for a
+    // second at most.
     enum class Busy { Refuse, Wait };
     // Throws FileInUse, or std::system_error when the file can't be made or locked.
     explicit FileLock(std::filesystem::path path, Busy busy = Busy::Refuse);
