@@ -26,6 +26,31 @@ constexpr int scaleHeight = 14;
 constexpr int minutesOfDay = 24 * 60;
 constexpr int scaleStep = 6;  // hours
 
+QWidget* buildTime(TextField& field, const QString& name) {
+    auto* edit = new QLineEdit;
+    edit->setFixedWidth(timeWidth);
+    edit->setFont(figureFont());
+    edit->setPlaceholderText("HH:MM");
+    bind(field, edit, nullptr);
+    edit->setAccessibleName(name);
+    auto* frame = new FieldFrame(edit);
+    followStanding(field, frame, nullptr);
+    return frame;
+}
+
+QWidget* buildDay(CheckField& field, const QString& name) {
+    auto* button = new QToolButton;
+    button->setProperty("role", "day");
+    button->setCheckable(true);
+    button->setFixedWidth(dayWidth);
+    bind(field, button);
+    button->setAccessibleName(name);
+    follow(button, field, [&field, button] {
+        setMark(button, "edited", field.standing() == InputField::Standing::Edited ? "true" : "false");
+    });
+    return button;
+}
+
 }  // namespace
 
 TimeBar::TimeBar(const TimeTable& table, std::size_t row, QWidget* parent) : QWidget(parent), table_(table), row_(row) {
@@ -93,31 +118,6 @@ TimeTableView::TimeTableView(TimeTable& table, CheckField& include, QWidget* par
     switches->addStretch(1);
     rows->addLayout(switches);
     for (std::size_t row = 0; row < timeRowCount; ++row) rows->addLayout(buildRow(row));
-}
-
-QWidget* TimeTableView::buildTime(TextField& field, const QString& name) {
-    auto* edit = new QLineEdit;
-    edit->setFixedWidth(timeWidth);
-    edit->setFont(figureFont());
-    edit->setPlaceholderText("HH:MM");
-    bind(field, edit, nullptr);
-    edit->setAccessibleName(name);
-    auto* frame = new FieldFrame(edit);
-    followStanding(field, frame, nullptr);
-    return frame;
-}
-
-QWidget* TimeTableView::buildDay(CheckField& field, const QString& name) {
-    auto* button = new QToolButton;
-    button->setProperty("role", "day");
-    button->setCheckable(true);
-    button->setFixedWidth(dayWidth);
-    bind(field, button);
-    button->setAccessibleName(name);
-    follow(button, field, [&field, button] {
-        setMark(button, "edited", field.standing() == InputField::Standing::Edited ? "true" : "false");
-    });
-    return button;
 }
 
 // What the row means, as a bar over the day and in words.

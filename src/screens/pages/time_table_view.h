@@ -32,8 +32,6 @@ public:
 
 private:
     QLayout* buildRow(std::size_t row);
-    static QWidget* buildTime(TextField& field, const QString& name);
-    static QWidget* buildDay(CheckField& field, const QString& name);
     QLayout* buildMeaning(std::size_t row);
 
     TimeTable& table_;
