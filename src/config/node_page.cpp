@@ -27,13 +27,33 @@ void NodePage::begin(std::vector<BoxedField> fields) {
 
 // What was not marked, and what was empty, has reached nobody.
 void NodePage::groupWritten(const std::string& group) {
-    if (group != key_) return;
+    if (group != key_) {
+        settleLeft(formKey(group));
+        return;
+    }
     form.settle([this](const InputField& field) {
         return std::none_of(fields_.begin(), fields_.end(), [&](const BoxedField& one) {
             return one.first == &field && (!included(one.second) || emptiedBehind(one.second));
         });
     });
     word_.tell(groupWrite_.summary());
+}
+
+// The same of a group that was left while its write ran.
+void NodePage::settleLeft(const std::string& key) {
+    const auto marks = marks_.find(key);
+    if (marks == marks_.end()) return;
+    form.settleDraft(key, [&](const InputField& field, const std::string& value) {
+        return std::none_of(fields_.begin(), fields_.end(), [&](const BoxedField& one) {
+            return one.first == &field && (!marks->second[one.second] || (silent(one.second) && value.empty()));
+        });
+    });
+}
+
+// All nodes of a group's ports show one record.
+std::string NodePage::formKey(const std::string& key) {
+    const auto node = node_key::parse(key);
+    return node.group != 0 && node.sim == 0 ? node_key::ofGroup("MDD", key) : key;
 }
 
 bool NodePage::editedBehind(std::size_t box) const {
@@ -92,8 +112,7 @@ void NodePage::show(const std::string& key) {
     keepMarks();
     key_ = key;
     const bool single = !showsGroup();
-    const bool ofPorts = !single && node_key::parse(key).sim == 0;
-    form.turnTo(ofPorts ? node_key::ofGroup("MDD", key) : key);
+    form.turnTo(formKey(key));
     const auto marks = marks_.find(form.key());
     for (std::size_t box = 0; box < frame.include.size(); ++box) {
         frame.include[box].setVisible(!single);

@@ -93,6 +93,8 @@ private:
     bool isKept(std::size_t box) const;
     void showRemark();
     void groupWritten(const std::string& group);
+    void settleLeft(const std::string& key);
+    static std::string formKey(const std::string& key);
     void follow();
     bool mayRead();
     bool mayWrite() const;

@@ -176,6 +176,18 @@ void RecordForm::settle(const std::function<bool(const InputField& field)>& writ
     changed_.emit();
 }
 
+void RecordForm::settleDraft(const std::string& key,
+                             const std::function<bool(const InputField& field, const std::string& value)>& written) {
+    const auto draft = drafts_.find(key);
+    if (draft == drafts_.end()) return;
+    auto& values = draft->second;
+    for (std::size_t i = 0; i < values.size(); ++i)
+        if (values[i] && written(*entries_[i].field, *values[i])) values[i].reset();
+    if (std::none_of(values.begin(), values.end(), [](const auto& value) { return value.has_value(); }))
+        drafts_.erase(draft);
+    changed_.emit();
+}
+
 void RecordForm::undo() {
     filling_ = true;
     for (auto& entry : entries_) {

@@ -52,6 +52,9 @@ public:
     std::vector<std::pair<std::string, std::string>> parked() const;
     // What is shown of these fields was written: it counts as held.
     void settle(const std::function<bool(const InputField& field)>& written);
+    // The same of a record that is not shown, by its key, for what was edited there: field and value.
+    void settleDraft(const std::string& key,
+                     const std::function<bool(const InputField& field, const std::string& value)>& written);
     // What became of the last write of the record, until the operator edits anew or turns to another.
     const std::string& word() const { return word_; }
     void setWord(std::string word);

@@ -95,8 +95,9 @@ public:
                std::to_string(static_cast<int>(console.session.state.phase));
     }
 
-    using SettingsBench::bench, SettingsBench::boxes, SettingsBench::console, SettingsBench::group, SettingsBench::port,
-        SettingsBench::settle, SettingsBench::system, SettingsBench::tree;
+    using SettingsBench::bench, SettingsBench::boxes, SettingsBench::console, SettingsBench::gateway,
+        SettingsBench::group, SettingsBench::port, SettingsBench::select, SettingsBench::settle, SettingsBench::system,
+        SettingsBench::tree;
     simulator::Gateway other{seeded(5, "4712")};
 };
 
@@ -181,6 +182,21 @@ TEST(BehindABox, AnAnswerIsForWhatWasAskedAndNothingElse) {
             else
                 EXPECT_EQ(agreed, refused) << question.words << ", with " << spoiler << " behind it";
         }
+}
+
+// A write to a group ends while another node is shown: what was edited there was not in it.
+TEST(BehindAGroupWrite, TheEditsOfAnotherNodeStayEdits) {
+    Scene scene;
+    scene.port.form.undo();
+    scene.select("MOD22");
+    scene.select("MDD01");
+    scene.port.TxtMaxDigits.setText("12");
+    scene.port.frame.write.press();
+    scene.tree.tvGroups[0].select("MOD22");
+    scene.port.TxtMinDigits.setText("9");
+    scene.settle();
+    EXPECT_EQ(scene.gateway.state().port(*simulator::PortAddress::parse("11")).settings.maxDigits, "12");
+    EXPECT_THAT(scene.port.form.unwritten(), ElementsAre("MOD22"));
 }
 
 }  // namespace
