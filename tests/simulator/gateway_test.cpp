@@ -39,14 +39,10 @@ void furnish(GatewayState& state) {
 }  // namespace
 
 TEST(Gateway, answersEachCommand) {
-    struct Case {
-        const char* line;
-        std::string reply;
-    };
     const std::string none32(32, '0');
     const std::string port19 = std::string(none32).replace(18, 1, "1");
     const std::string error = "ERROR\r";
-    const std::vector<Case> cases{
+    const std::vector<std::pair<const char*, std::string>> cases{
         {"C_CPWkestr", "A_CPW65535\r"},
         {"C_CPWkestR", "A_CPW0\r"},
         {"C_ILS", "I_ALR000,ERROR\r"},  // a stranger changes nothing
@@ -83,7 +79,7 @@ TEST(Gateway, answersEachCommand) {
     Gateway gateway(knownGateway());
     furnish(gateway.state());
     ConsoleDouble console(gateway);
-    for (const Case& c : cases) EXPECT_EQ(console.ask(c.line), c.reply) << c.line;
+    for (const auto& [line, reply] : cases) EXPECT_EQ(console.ask(line), reply) << line;
     EXPECT_EQ(gateway.linesReceived().size(), cases.size());
 }
 
