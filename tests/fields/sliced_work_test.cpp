@@ -1,13 +1,10 @@
 #include "fields/sliced_work.h"
 
-#include <gmock/gmock.h>
-
 #include "fakes/manual_platform.h"
+#include "fakes/matchers.h"
 
 namespace trunvex {
 namespace {
-
-using testing::ElementsAre;
 
 class Sliced : public testing::Test {
 protected:

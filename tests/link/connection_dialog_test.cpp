@@ -1,16 +1,10 @@
 #include "link/connection_dialog.h"
 
-#include <gmock/gmock.h>
-
-#include "fakes/console_bench.h"
+#include "fakes/console_test.h"
 #include "platform/durable_file.h"
 
 namespace trunvex {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::Not;
 
 class ConnectionDialog : public testing::Test {
 protected:
@@ -21,7 +15,7 @@ protected:
     }
     std::string saved(const char* key) { return bench.console.files.setting.Read("IPConfig", key); }
 
-    fakes::ConsoleBench bench;
+    ConsoleBench bench;
     SerialPortMap ports{bench.platform, bench.console.files.setting};
 };
 
@@ -91,7 +85,7 @@ TEST_F(ConnectionDialog, RemembersAllButThePassword) {
     EXPECT_EQ(saved("unitID") + saved("login") + saved("server") + saved("LastCon"), "unit9101");
     for (const auto& entry : std::filesystem::recursive_directory_iterator(bench.folder.path())) {
         if (!entry.is_regular_file()) continue;
-        EXPECT_THAT(fakes::contentOf(entry.path()), Not(HasSubstr("hunter2")));
+        EXPECT_THAT(contentOf(entry.path()), Not(HasSubstr("hunter2")));
     }
 }
 
@@ -104,7 +98,7 @@ TEST_F(ConnectionDialog, KeepsTheModemsTextAlsoWhenItWasEmptied) {
         EXPECT_EQ(open()->txtOptionalMdn.text(), text);
         EXPECT_THAT(open()->txtOptionalMdn.entries(), ElementsAre("ATZ"));
     }
-    EXPECT_THAT(open()->txtIP.entries(), testing::IsEmpty()) << "a host that nobody entered";
+    EXPECT_THAT(open()->txtIP.entries(), IsEmpty()) << "a host that nobody entered";
 }
 
 TEST_F(ConnectionDialog, KeepsTheNumberOfADeviceThatComesAndGoes) {

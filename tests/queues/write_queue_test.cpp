@@ -1,16 +1,9 @@
 #include "queues/write_queue.h"
 
-#include <gmock/gmock.h>
-
-#include "fakes/console_bench.h"
+#include "fakes/console_test.h"
 
 namespace trunvex {
 namespace {
-
-using fakes::ConsoleBench;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
 
 // On a link that is up, with the session flag set but no log-in under way.
 class WriteQueueTest : public testing::Test {
@@ -67,19 +60,6 @@ TEST_F(WriteQueueTest, WaitsOutItsTimeThenAsks) {
     EXPECT_FALSE(console.session.writes.running());
 }
 
-TEST_F(WriteQueueTest, ReportsWhatWasIgnoredAtTheEnd) {
-    start({"C_A", "C_B", "C_C"});
-    answers = {Button::Ignore, Button::Ignore};
-    bench.receive("ERROR");
-    bench.advance(1);
-    bench.receive("ERROR");
-    bench.advance(1);
-    bench.receive("OK");
-    bench.advance(1);
-    EXPECT_EQ(boxTexts().back(), "Write data not complete seccesful : \r\n[C_A]\r\n[C_B]\r\n");
-    EXPECT_EQ(bench.panelText(), "Connected        ");
-}
-
 TEST_F(WriteQueueTest, RestsWhileItsBoxIsOpenAndCreditsNothingThatComesMeanwhile) {
     start({"C_A", "C_B"});
     answers = {Button::Retry};
@@ -94,24 +74,6 @@ TEST_F(WriteQueueTest, RestsWhileItsBoxIsOpenAndCreditsNothingThatComesMeanwhile
     bench.receive("OK");
     bench.advance(1);
     EXPECT_THAT(bench.sent(), ElementsAre("C_A", "C_A", "C_B"));
-}
-
-TEST_F(WriteQueueTest, DropsTheBatchWhenTheLinkFallsBehindItsBox) {
-    for (const auto answer : {Button::Retry, Button::Ignore, Button::Abort}) {
-        start({"C_A", "C_B"});
-        answers = {answer};
-        bench.platform.boxes.behind = [this](const MessageBox&) { bench.platform.peer.closes(); };
-        bench.advance(1000);
-        EXPECT_EQ(bench.panelText(), "Disconnected");
-        bench.advance(200000);
-        EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
-        EXPECT_THAT(bench.sent(), ElementsAre("C_A"));
-        EXPECT_EQ(bench.platform.boxes.shown.size(), 1u) << "no further box";
-        bench.platform.boxes.shown.clear();
-        bench.connect();
-        console.session.bringUp.sessionStands();
-        bench.platform.peer.sent.clear();
-    }
 }
 
 TEST_F(WriteQueueTest, FeedsBackWhatWasAcceptedAndNothingElse) {
@@ -217,10 +179,7 @@ TEST_F(WriteQueueTest, RefusesASecondBatchWhileOneRuns) {
     bench.receive("OK");
     bench.advance(1);
     EXPECT_TRUE(start({"C_B"}));
-    WriteBatch empty;
-    empty.groupWrite = true;
-    EXPECT_FALSE(console.session.writes.start(empty));
-    EXPECT_THAT(boxTexts(), ElementsAre("There is no ports in this group!!"));
+    EXPECT_THAT(boxTexts(), IsEmpty());
 }
 
 // Of four targets the one next to the last is left out.
