@@ -17,6 +17,10 @@ protected:
         for (const auto& line : lines) batch.items.push_back(command(line, "[" + line + "]"));
         return console.session.writes.start(std::move(batch));
     }
+    void answer(const char* word) {
+        bench.receive(word);
+        bench.advance(1);
+    }
     std::vector<std::string> boxTexts() { return bench.platform.boxes.texts(); }
 
     ConsoleBench bench;
@@ -32,8 +36,7 @@ TEST_F(WriteQueueTest, SendsTheNextWhenTheGatewayHasAccepted) {
     bench.advance(1);
     EXPECT_THAT(bench.sent(), ElementsAre("C_A", "C_B"));
     EXPECT_EQ(bench.panelText(), "send data : [C_B]");
-    bench.receive("OK");
-    bench.advance(1);
+    answer("OK");
     EXPECT_EQ(bench.panelText(), "Connected        ");
     EXPECT_THAT(boxTexts(), IsEmpty());
     bench.advance(5000);
@@ -71,15 +74,13 @@ TEST_F(WriteQueueTest, RestsWhileItsBoxIsOpenAndCreditsNothingThatComesMeanwhile
     bench.advance(1000);
     EXPECT_THAT(bench.sent(), ElementsAre("C_A", "C_A"));
     EXPECT_EQ(console.session.writes.walk().reply(), Walk::Reply::None);
-    bench.receive("OK");
-    bench.advance(1);
+    answer("OK");
     EXPECT_THAT(bench.sent(), ElementsAre("C_A", "C_A", "C_B"));
 }
 
 TEST_F(WriteQueueTest, FeedsBackWhatWasAcceptedAndNothingElse) {
     start({"C_CLK01,02,26,1,10,30", "C_CLK01,02,26,1,11,30"});
-    bench.receive("OK");
-    bench.advance(1);
+    answer("OK");
     EXPECT_EQ(console.session.state.gClockField[4], "10");
     EXPECT_EQ(console.session.writes.walk().reply(), Walk::Reply::None)
         << "the line fed back must not answer the next command";
@@ -94,8 +95,7 @@ TEST_F(WriteQueueTest, IsSilentAboutASilentBatchAndEndsIt) {
     start({"C_A", "C_B", "C_C"}, batch);
     bench.advance(1000);
     EXPECT_EQ(bench.panelText(), "[C_B]");
-    bench.receive("OK");
-    bench.advance(1);
+    answer("OK");
     bench.advance(3000);
     EXPECT_THAT(bench.sent(), ElementsAre("C_A", "C_B", "C_C", "C_C"));
     EXPECT_FALSE(console.session.writes.running());
@@ -103,8 +103,7 @@ TEST_F(WriteQueueTest, IsSilentAboutASilentBatchAndEndsIt) {
     batch = {};
     batch.silent = true;
     start({"C_D"}, batch);
-    bench.receive("OK");
-    bench.advance(1);
+    answer("OK");
     EXPECT_EQ(bench.panelText(), "Refreshing data  complete seccessful!");
     EXPECT_THAT(boxTexts(), IsEmpty());
 }
@@ -114,13 +113,11 @@ TEST_F(WriteQueueTest, SaysRestoringWhileABackupIsReplayed) {
     batch.restore = true;
     answers = {Button::Retry};
     start({"C_A", "C_B"}, batch);
-    bench.receive("OK");
-    bench.advance(1);
+    answer("OK");
     EXPECT_EQ(bench.panelText(), "Restoring Data");
     bench.advance(1000);
     EXPECT_THAT(boxTexts().back(), HasSubstr("error while restoring data."));
-    bench.receive("OK");
-    bench.advance(1);
+    answer("OK");
     EXPECT_EQ(boxTexts().back(), "Restore data complete successful.. ");
     EXPECT_FALSE(console.session.writes.gRestoreMode);
 }
@@ -144,8 +141,7 @@ TEST_F(WriteQueueTest, GivesAnItemTheTimeOfItsTerms) {
     batch.items = {command("ATE0", "reset"), command("ATD123", "dial")};
     batch.items[1].terms.timeMs = 65000;
     console.session.writes.start(batch);
-    bench.receive("OK");
-    bench.advance(1);
+    answer("OK");
     bench.advance(64999);
     EXPECT_THAT(boxTexts(), IsEmpty());
     answers = {Button::Retry};
@@ -176,8 +172,7 @@ TEST_F(WriteQueueTest, RefusesASecondBatchWhileOneRuns) {
     EXPECT_FALSE(start({"C_B"}));
     EXPECT_THAT(bench.sent(), ElementsAre("C_A"));
     EXPECT_THAT(console.mainWindow.lblNotice.text(), HasSubstr("still being written"));
-    bench.receive("OK");
-    bench.advance(1);
+    answer("OK");
     EXPECT_TRUE(start({"C_B"}));
     EXPECT_THAT(boxTexts(), IsEmpty());
 }

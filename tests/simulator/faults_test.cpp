@@ -13,20 +13,13 @@ namespace {
 
 // A gateway with one fault, and what is known to come from it.
 struct Bench {
-    explicit Bench(std::initializer_list<const char*> wishes, std::uint64_t seed = 3)
-        : gateway(seeded(seed)), console(gateway), esn("A_ESN" + gateway.state().esn) {
+    explicit Bench(std::initializer_list<const char*> wishes) {
         for (const char* wish : wishes) EXPECT_EQ(switchOn(gateway.faults(), wish), "") << wish;
     }
 
-    static GatewayOptions seeded(std::uint64_t seed) {
-        GatewayOptions options;
-        options.seed = seed;
-        return options;
-    }
-
     Gateway gateway;
-    ConsoleDouble console;
-    std::string esn;
+    ConsoleDouble console{gateway};
+    std::string esn = "A_ESN" + gateway.state().esn;
 };
 
 std::size_t count(const std::string& text, const std::string& what) {
