@@ -81,6 +81,8 @@ TEST_F(System, SetsTheClockWithTwoDigitsAndReadsItAgain) {
 
 TEST_F(System, RunsTheClockOverMidnightInAllPlaces) {
     const auto& board = console.board;
+    bench.receive("A_CLK1,2,26,3,4,5");
+    EXPECT_THAT(console.session.state.gClockField, ElementsAre("01", "02", "26", "3", "04", "05", "00"));
     for (const auto& [report, next] :
          {std::pair{"31,12,26,7,23,59,58", "01/01/27"}, {"28,02,28,1,23,59,58", "29/02/28"}}) {
         bench.receive(std::string("A_CLK") + report);
@@ -276,9 +278,9 @@ TEST_F(Selection, WritesNoRecordThatWasNeverRead) {
     system.form.forgetAll();
     system.cmdComputerTime.press();
     for (auto* button : {&isdn.CmdWriteISDN_, &system.cmdSetTime_}) {
-        console.notices.tell("");
         press(*button);
-        EXPECT_EQ(console.notices.lblNotice.text(), nothingReadText) << button->name();
+        EXPECT_EQ(notice(), nothingReadText) << button->name();
+        console.notices.tell("");
     }
     EXPECT_THAT(arrived(), IsEmpty());
 }

@@ -20,12 +20,11 @@ protected:
                 },
                 [=] { return name + " " + std::to_string(*done); },
                 [=, this](End end, const std::string& reason) {
-                    ends.push_back(name +
-                                   (end == End::Done        ? " done"
-                                    : end == End::Failed    ? " failed"
-                                    : end == End::Cancelled ? " cancelled"
-                                                            : " replaced") +
-                                   reason);
+                    const std::map<End, std::string> words{{End::Done, " done"},
+                                                           {End::Failed, " failed"},
+                                                           {End::Cancelled, " cancelled"},
+                                                           {End::Replaced, " replaced"}};
+                    ends.push_back(name + words.at(end) + reason);
                     if (after) after();
                 }};
     }

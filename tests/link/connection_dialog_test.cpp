@@ -45,19 +45,16 @@ TEST_F(ConnectionDialog, TiesServerMasterAndUnit) {
 }
 
 TEST_F(ConnectionDialog, StaysOpenOnABadAddress) {
-    const std::tuple<const char*, const char*, const char*> cases[] = {
-        {"  ", "4001", "Wrong host address, please enter a valid host address!!"},
-        {"gw", "", "Wrong port number, please enter a valid port number!!"},
-        {"gw", "0", "Wrong port number, please enter a valid port number!!"},
-        {"gw", "40x", "Wrong port number, please enter a valid port number!!"},
-        {"gw", "65536", "Wrong port number, please enter a valid port number!!"},
-        {"gw", "-1", "Wrong port number, please enter a valid port number!!"}};
-    for (const auto& [host, port, text] : cases) {
+    const std::pair<const char*, const char*> cases[] = {{"  ", "4001"}, {"gw", ""},      {"gw", "0"},
+                                                         {"gw", "40x"},  {"gw", "65536"}, {"gw", "-1"}};
+    for (const auto& [host, port] : cases) {
         auto dialog = open();
         dialog->txtIP.setText(host);
         dialog->txtPort.setText(port);
         EXPECT_FALSE(dialog->accept());
-        EXPECT_EQ(bench.platform.boxes.texts().back(), text);
+        EXPECT_EQ(bench.platform.boxes.texts().back(), *host == ' '
+                                                           ? "Wrong host address, please enter a valid host address!!"
+                                                           : "Wrong port number, please enter a valid port number!!");
     }
 }
 

@@ -120,16 +120,6 @@ TEST_F(Printing, ShowsAnyBytesSafely) {
     EXPECT_EQ(pages().front(), expected << "1");
 }
 
-TEST_F(Printing, AnUnfinishedDocumentLeavesWhatWasThere) {
-    std::ofstream(file) << "earlier";
-    {
-        const auto document = printer.begin("Calls");
-        for (int number = 0; number < 500; ++number) document->line("row");
-    }
-    EXPECT_THAT(left(), ElementsAre("report.pdf"));
-    EXPECT_EQ(contentOf(file), "earlier");
-}
-
 TEST_F(Printing, TellsWhereItCannotWrite) {
     QtPrinter nowhere(folder.path() / "no such folder" / "report.pdf");
     EXPECT_THAT([&] { nowhere.begin("Calls"); }, ThrowsMessage<std::runtime_error>(HasSubstr("report.pdf\" can't be")));

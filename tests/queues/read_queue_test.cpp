@@ -8,11 +8,12 @@ namespace {
 
 class FakeSender final : public CommandSender {
 public:
-    bool isConnected() const override { return true; }
+    bool isConnected() const override { return connected; }
     bool free() const override { return true; }
     bool mayWrite() const override { return true; }
     void SendCommand(std::string_view line, bool, bool) override { lines.emplace_back(line); }
 
+    bool connected = true;
     std::vector<std::string> lines;
 };
 
@@ -145,6 +146,13 @@ TEST_F(ReadQueueTest, TellsHoweverABatchEndedAndBeginsWhatWaits) {
     using enum ReadQueue::Ending;
     EXPECT_THAT(endings, ElementsAre(Replaced, Complete, Cancelled, Lost, GivenUp));
     EXPECT_EQ(platform.loop.runningTimers(), 0);
+}
+
+TEST_F(ReadQueueTest, RefusesWhenTheLinkIsDown) {
+    sender.connected = false;
+    EXPECT_FALSE(queue.start({command("R_ISD", "ISDN")}));
+    EXPECT_THAT(platform.boxes.texts(), ElementsAre(notConnectedText));
+    EXPECT_THAT(sender.lines, IsEmpty());
 }
 
 TEST_F(ReadQueueTest, TellsHowFarALongTableHasCome) {

@@ -44,21 +44,21 @@ TEST_F(WriteQueueTest, SendsTheNextWhenTheGatewayHasAccepted) {
 }
 
 TEST_F(WriteQueueTest, WaitsOutItsTimeThenAsks) {
-    start({"C_A", "C_B"});
+    start({"C_A", "C_B", "C_C"});
     bench.advance(999);
     EXPECT_THAT(boxTexts(), IsEmpty());
-    answers = {Button::Ignore, Button::Retry, Button::Cancel};
+    answers = {Button::Ignore, Button::Ignore, Button::Retry, Button::Cancel};
     bench.advance(1);
     ASSERT_THAT(boxTexts(), ElementsAre("Error: can't write : \r\n[C_A]\r\nplease check your data."));
     const auto box = bench.platform.boxes.shown[0];
     EXPECT_EQ(box.title, "[C_A]");
     EXPECT_EQ(box.buttons, ButtonSet::AbortRetryIgnore);
     EXPECT_EQ(box.defaultButton, 2);
+    bench.advance(2000);
+    EXPECT_EQ(bench.platform.boxes.shown[2].buttons, ButtonSet::RetryCancel);
     bench.advance(1000);
-    EXPECT_EQ(bench.platform.boxes.shown[1].buttons, ButtonSet::RetryCancel);
-    bench.advance(1000);
-    EXPECT_THAT(bench.sent(), ElementsAre("C_A", "C_B", "C_B"));
-    EXPECT_EQ(boxTexts().back(), "Error: can't write data to : \r\n[C_A]\r\n[C_B]");
+    EXPECT_THAT(bench.sent(), ElementsAre("C_A", "C_B", "C_C", "C_C"));
+    EXPECT_EQ(boxTexts().back(), "Error: can't write data to : \r\n[C_A]\r\n[C_B]\r\n[C_C]");
     EXPECT_EQ(bench.panelText(), "failed write to gateway");
     EXPECT_FALSE(console.session.writes.running());
 }

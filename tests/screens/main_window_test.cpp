@@ -18,8 +18,7 @@ TEST_F(Windows, ConnectThroughTheDialogAndBack) {
     bool driven = false;
     QTimer::singleShot(0, [&] {
         auto* dialog = QApplication::activeModalWidget();
-        ASSERT_NE(dialog, nullptr);
-        EXPECT_EQ(dialog->objectName(), "frmConnectionSelect");
+        ASSERT_TRUE(dialog && dialog->objectName() == "frmConnectionSelect");
         auto* kind = find<QComboBox>(dialog, "cmbConSelect");
         kind->setCurrentIndex(0);
         EXPECT_FALSE(find<QWidget>(dialog, "framNET")->isVisibleTo(dialog));

@@ -187,6 +187,27 @@ TEST_F(LogIn, SerialBindsOpensAndLosesTheLine) {
     EXPECT_EQ(bench.platform.boxes.shown.size(), 1u);
 }
 
+// A box is open while the session behind it goes its own way; the answer then finds another one.
+TEST_F(LogIn, IsNotDisturbedByABoxOfTheSessionBefore) {
+    bench.logIn(gateway);
+    WriteBatch batch;
+    batch.items = {command("C_A", "a"), command("C_B", "b")};
+    simulator::switchOn(gateway.faults(), "silent");
+    bench.console.session.writes.start(batch);
+    bench.platform.boxes.answers = {Button::Ignore, Button::Ok};
+    bench.advance(1000);
+    bench.receive("OK");
+    gateway.faults() = {};
+    bench.platform.boxes.behind = [&](const MessageBox& box) {
+        EXPECT_THAT(box.text, HasSubstr("not complete"));
+        bench.platform.peer.closes();
+        bench.connect();
+    };
+    bench.advance(3000);
+    EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Connected);
+    EXPECT_EQ(bench.console.session.state.gESN, "4711");
+}
+
 // Which link, when, why, and what of the work it has cut short; it is told until there is a link again.
 TEST_F(LogIn, TellsOfALostLinkAndWhatItLeftUndone) {
     auto options = seeded(3);
