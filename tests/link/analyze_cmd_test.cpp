@@ -70,8 +70,8 @@ TEST_F(AnalyzeCmd, DoesNothingBeyondDisplayWhileAnalysingIsOff) {
     EXPECT_THAT(relayed, ElementsAre("A_ESN1", "A_CPW7", "C_CPW seen"));
     EXPECT_THAT(displayed, ElementsAre("A_ESN1", "C_CPW seen")) << "an answer to a password is never displayed";
     console.session.dispatcher.analyzeEnabled = {};
-    receive("A_ESN1");
-    EXPECT_EQ(session.gESN, "1") << "a listener that fails loses no line";
+    receive("A_ESN00123,x");
+    EXPECT_EQ(session.gESN, "00123") << "a listener that fails loses no line";
 }
 
 TEST_F(AnalyzeCmd, TellsTheRecordsOfAPortByIndexAndCode) {
