@@ -1,33 +1,20 @@
 // The list of calls in memory: what is searched and sorted in slices, and what it all comes to.
 #include "cdr/call_list.h"
 
-#include <gmock/gmock.h>
-
 #include <algorithm>
 #include <random>
+
+#include "fakes/matchers.h"
+#include "text/split.h"
 
 namespace trunvex {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 TEST(RowSort, OrdersAsAStableSortDoes) {
-    const std::vector<std::string> pieces{"",
-                                          "0",
-                                          "05",
-                                          "0525001122",
-                                          "abcdefgh",
-                                          "abcdefghi",
-                                          "abcdefghijklmnop",
-                                          "-64db",
-                                          "-9db",
-                                          "2.05",
-                                          "12.00",
-                                          "12-31-08 23:59:59 We",
-                                          " 00:00:00",
-                                          "\xff\xfe",
-                                          "7"};
+    const auto pieces = splitLong(
+        "0||05|0525001122|abcdefgh|abcdefghi|abcdefghijklmnop|-64db|-9db|2.05|12.00|12-31-08 23:59:59 We| 00:00:00|"
+        "\xff\xfe|7",
+        '|');
     std::mt19937 random(5);
     for (const std::string front : {"", "99901", "abcdefghijklmnop"}) {
         for (const auto kind : {SortKind::Text, SortKind::Number, SortKind::Stamp, SortKind::Duration}) {
@@ -35,7 +22,7 @@ TEST(RowSort, OrdersAsAStableSortDoes) {
                 std::vector<std::string> texts;
                 std::vector<RowSort::Row> rows;
                 for (std::size_t row = 0; row < count; ++row) {
-                    texts.push_back(front + pieces[random() % pieces.size()]);
+                    texts.push_back(front + std::string(pieces[random() % pieces.size()]));
                     if (random() % 4 == 0) texts.back() += pieces[random() % pieces.size()];
                     if (random() % 5 != 0) rows.push_back(static_cast<RowSort::Row>(row));
                 }

@@ -1,15 +1,11 @@
 // The printed call report: its lines, in slices, and a printer that fails.
 #include "cdr/call_report.h"
 
-#include <gmock/gmock.h>
-
 #include "fakes/manual_platform.h"
+#include "fakes/matchers.h"
 
 namespace trunvex {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 CallRecord call(const std::string& port, const std::string& dialled) {
     CallRecord record;
@@ -87,13 +83,9 @@ TEST_F(PrintedReport, EndsWithAnErrorAndPrintsNothingHalf) {
     begin()->write(3);
     EXPECT_THAT(platform.paper.printed, IsEmpty());
     EXPECT_EQ(platform.paper.aborted, 5 + rows + 2);
-}
-
-TEST_F(PrintedReport, OfAnEmptyListIsTheHeading) {
     list.clear();
     EXPECT_FALSE(begin()->write(1));
-    ASSERT_EQ(platform.paper.printed.size(), 1U);
-    EXPECT_EQ(platform.paper.printed[0].lines.size(), 5U);
+    EXPECT_EQ(platform.paper.printed.at(0).lines.size(), 5u) << "the heading";
 }
 
 }  // namespace

@@ -1,10 +1,8 @@
 #pragma once
 
-#include <gmock/gmock.h>
-
 #include <set>
 
-#include "fakes/console_bench.h"
+#include "fakes/console_test.h"
 #include "simulator/call_records.h"
 #include "text/text_rules.h"
 
@@ -34,6 +32,21 @@ inline std::multiset<std::string> callsIn(CallStore& store) {
     const auto found = store.values("Dialed_CLI");
     while (found->next()) dialled.emplace(found->text(0));
     return dialled;
+}
+
+// Each with a number of its own.
+inline void addCall(CallStore& store, const std::string& port, const std::string& dialled,
+                    const std::string& duration = "0") {
+    static int number = 0;
+    CDRSlot record;
+    record.RecordID = std::to_string(++number);
+    record.port = port;
+    record.sim = "1";
+    record.Dialed_CLI = dialled;
+    record.OriginateTime = "03-25-09 14:07:59 We";
+    record.Duration = duration;
+    store.take(1, record);
+    store.add(1);
 }
 
 }  // namespace trunvex::fakes

@@ -7,15 +7,12 @@ namespace trunvex {
 namespace {
 
 using fakes::callsIn;
-using fakes::ConsoleBench;
 using fakes::fillCalls;
-using testing::ElementsAre;
-using testing::HasSubstr;
 
 class Download : public testing::Test {
 protected:
     void logIn(int records) {
-        gateway = std::make_unique<simulator::Gateway>(fakes::seeded(3));
+        gateway = std::make_unique<simulator::Gateway>(seeded(3));
         fillCalls(*gateway, records);
         bench.logIn(*gateway);
         gateway->forgetLinesReceived();
@@ -32,17 +29,24 @@ protected:
     CdrDownload& download = bench.console.cdrDownload;
 };
 
-TEST_F(Download, FetchesEveryRecordOnceAndEndsEmpty) {
-    logIn(300);
-    const auto kept = callsIn(*gateway);
-    ASSERT_EQ(left(), 300u);
-    run(60);
-    EXPECT_EQ(left(), 0u);
-    EXPECT_FALSE(download.gCDRDownloading);
-    EXPECT_EQ(download.gCDRDone, 300);
-    EXPECT_EQ(download.gCDRPercent, 100);
-    EXPECT_EQ(download.ucCDRProg.text(), "Done ...");
-    EXPECT_EQ(callsIn(store), kept);
+TEST_F(Download, FetchesEveryRecordOnceAndWaitsForNothingBehindTheLast) {
+    for (const int records : {1, 40, 130, 300}) {
+        SCOPED_TRACE(records);
+        ConsoleBench other;
+        simulator::Gateway quick(seeded(5));
+        fillCalls(quick, records);
+        const auto kept = callsIn(quick);
+        other.logIn(quick);
+        auto& run = other.console.cdrDownload;
+        run.start();
+        int ms = 0;
+        while (run.gCDRDownloading && ms < 60000) other.advance(1), ++ms;
+        EXPECT_LT(ms, 400 + 10 * records);
+        EXPECT_EQ(callsIn(quick).size(), 0u);
+        EXPECT_EQ(callsIn(other.console.callStore), kept);
+        EXPECT_EQ(run.gCDRDone * 1000 + run.gCDRPercent, records * 1000 + 100);
+        EXPECT_EQ(run.ucCDRProg.text(), "Done ...");
+    }
 }
 
 TEST_F(Download, LosesAndDoublesNothingOnABadWire) {
@@ -50,7 +54,7 @@ TEST_F(Download, LosesAndDoublesNothingOnABadWire) {
                               "C_CDR:doubled=0.3", "C_CDR:late=0.3-1500", "R_CDR:late=0.3-1500"}) {
         SCOPED_TRACE(fault);
         ConsoleBench other;
-        simulator::Gateway moody(fakes::seeded(5));
+        simulator::Gateway moody(seeded(5));
         fillCalls(moody, 60);
         const auto kept = callsIn(moody);
         other.logIn(moody);
@@ -72,7 +76,7 @@ TEST_F(Download, AcknowledgesNothingThatIsNotOnTheDisk) {
     std::filesystem::create_directory(journal);  // the journal can't be opened
     run(30);
     EXPECT_EQ(left(), 40u);
-    EXPECT_THAT(gateway->linesReceived(), testing::Not(testing::Contains(HasSubstr("C_CDR"))));
+    EXPECT_THAT(gateway->linesReceived(), Not(testing::Contains(HasSubstr("C_CDR"))));
     EXPECT_THAT(download.lblCDRStatus.text(), HasSubstr("waits"));
     const auto sent = gateway->linesReceived().size();
     bench.advance(60000);
@@ -175,40 +179,34 @@ TEST_F(Download, GoesByTheMinuteTimer) {
 
 // The minute timer in sessions that are not as they should be.
 TEST_F(Download, IsArmedByASession) {
-    const struct {
-        const char* name;
-        bool startsFirst;  // with no port to ask
-        bool monitorOnly;
-        const char* fault;
-        std::size_t left;
-        const char* label;
-    } sessions[] = {
-        {"after an empty run", true, false, "latency=1", 0, "Next check will start in 1 min"},
-        {"the ports are told late", false, false, "R_PPR:late=1-90000", 0, "Next check will start in 1 min"},
-        {"monitor", false, true, "latency=1", 20, "Auto downloading is disable"}};
-    for (const auto& session : sessions) {
-        SCOPED_TRACE(session.name);
+    enum Kind { StartsFirst, ToldLate, MonitorOnly };  // the first with no port to ask
+    const std::tuple<Kind, const char*, std::size_t, const char*> sessions[] = {
+        {StartsFirst, "latency=1", 0, "Next check will start in 1 min"},
+        {ToldLate, "R_PPR:late=1-90000", 0, "Next check will start in 1 min"},
+        {MonitorOnly, "latency=1", 20, "Auto downloading is disable"}};
+    for (const auto& [kind, fault, leaves, label] : sessions) {
+        SCOPED_TRACE(kind);
         ConsoleBench other;
         other.console.files.setting.Write("CDRConfig", "DownLimit", "1");
-        gateway = std::make_unique<simulator::Gateway>(fakes::seeded(5));
+        gateway = std::make_unique<simulator::Gateway>(seeded(5));
         fillCalls(*gateway, 20);
-        ASSERT_EQ(simulator::switchOn(gateway->faults(), session.fault), "");
+        ASSERT_EQ(simulator::switchOn(gateway->faults(), fault), "");
         other.platform.boxes.answers = {Button::Ignore, Button::Ignore, Button::Cancel};
-        if (session.startsFirst) {
+        if (kind == StartsFirst) {
             other.console.calls.cmdCDRExport.at(6).press();
             EXPECT_THAT(other.platform.boxes.texts(), ElementsAre(notConnectedText));
             other.console.cdrDownload.start();
             EXPECT_THAT(other.console.cdrDownload.lblCDRTimer.text(), HasSubstr("No port is active"));
         }
-        if (session.monitorOnly)
+        if (kind == MonitorOnly)
             other.dialog = [](frmConnectionSelect& dialog) {
                 dialog.chkReceivingMode.setChecked(true);
                 dialog.cmbConSelect.setText("NET");
             };
         other.logIn(*gateway);
         other.advance(200000);
-        EXPECT_EQ(left(), session.left);
-        EXPECT_EQ(other.console.cdrDownload.lblCDRTimer.text(), session.label);
+        EXPECT_EQ(left(), leaves);
+        EXPECT_EQ(other.console.cdrDownload.lblCDRTimer.text(), label);
     }
 }
 
@@ -234,7 +232,7 @@ TEST_F(Download, KeepsTheCallsOfANamelessGatewayApart) {
     logIn(20);
     run(30);
     bench.console.session.bringUp.ConnectChange("disconnect", true);
-    simulator::Gateway nameless(fakes::seeded(5, "4712"));
+    simulator::Gateway nameless(seeded(5, "4712"));
     fillCalls(nameless, 10);
     ASSERT_EQ(simulator::switchOn(nameless.faults(), "R_ESN:lost=1"), "");
     bench.platform.boxes.answers = {Button::Ignore};
@@ -246,27 +244,18 @@ TEST_F(Download, KeepsTheCallsOfANamelessGatewayApart) {
 }
 
 TEST(CallRecordParser, TakesFlagsStampsAndDurations) {
-    const struct {
-        const char* flags;
-        const char* port;
-        const char* sim;
-        const char* direction;
-        const char* type;
-    } calls[] = {{"9", "5", "1", "OUT", "Voice"},
-                 {"202", "6", "1", "IN", "Data"},
-                 {"59", "5", "7", "OUT", "Fax"},
-                 {"4", "5", "0", "OUT", "SMS"},
-                 {"128", "5", "0", "IN", "SMS"}};  // no type: as the one before
+    const std::pair<const char*, const char*> calls[] = {
+        {"9", "5 1 OUT Voice"},
+        {"202", "6 1 IN Data"},
+        {"59", "5 7 OUT Fax"},
+        {"4", "5 0 OUT SMS"},
+        {"128", "5 0 IN SMS"}};  // the last has no type: as the one before
     CDRSlot slot;
-    for (const auto& call : calls) {
-        const auto line = "21,1,17," + std::string(call.flags) +
-                          ",ID,100,200,07591421033009,00001021033009,05021021033009"
-                          ",16,17,47,61,99901";
+    for (const auto& [flags, told] : calls) {
+        const auto line = "21,1,17," + std::string(flags) +
+                          ",ID,100,200,07591421033009,00001021033009,05021021033009,16,17,47,61,99901";
         ASSERT_TRUE(parseCallRecord(splitString(line, ','), slot));
-        EXPECT_EQ(slot.port, call.port);
-        EXPECT_EQ(slot.sim, call.sim);
-        EXPECT_EQ(slot.Direction, call.direction);
-        EXPECT_EQ(slot.TypeOfCall, call.type);
+        EXPECT_EQ(slot.port + " " + slot.sim + " " + slot.Direction + " " + slot.TypeOfCall, told);
     }
     EXPECT_EQ(slot.RSSI, "-64db");
     EXPECT_FALSE(parseCallRecord(splitString("21,1,18,255,x", ','), slot));
@@ -288,21 +277,6 @@ TEST(CallRecordParser, TakesFlagsStampsAndDurations) {
         {" 00:00:00", "03-25-09 14:00:07 We", "0"},
         {"03-25-09 14:00:07 We", "03-25-09 14:00:00 We", "0"}};
     for (const auto& [answered, ended, total] : durations) EXPECT_EQ(getTotalTime(answered, ended), total) << ended;
-}
-
-TEST_F(Download, WaitsForNothingBehindTheLastRecordOfABatch) {
-    for (const int records : {1, 40, 130}) {
-        SCOPED_TRACE(records);
-        ConsoleBench other;
-        simulator::Gateway quick(fakes::seeded(5));
-        fillCalls(quick, records);
-        other.logIn(quick);
-        auto& run = other.console.cdrDownload;
-        run.start();
-        int ms = 0;
-        while (run.gCDRDownloading && ms < 60000) other.advance(1), ++ms;
-        EXPECT_LT(ms, 400 + 10 * records);
-    }
 }
 
 }  // namespace

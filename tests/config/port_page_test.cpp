@@ -136,6 +136,9 @@ TEST_F(PortPageTest, GivesACdmaPortNoLevels) {
     press(port.cmdWritePort);
     EXPECT_THAT(arrived(), ElementsAre("C_MOD13,1,,,120,,,3,16,60,0,50,0,0,30,,,"));
     EXPECT_THAT(told(), IsEmpty());
+    sim.show("SIM132");
+    EXPECT_EQ(sim.lblSimCaption.text(), "Port 3: Port not found") << "nor a SIM";
+    EXPECT_FALSE(sim.cmdWriteSIM.enabled());
     for (const auto* key : {"MOD11", "ERR14"}) select(key);
     EXPECT_EQ(port.lblPortCaption.text(), "Port 4: Port not found");
     EXPECT_FALSE(port.cmdWritePort.enabled() || port.framRX_TX.visible());
@@ -218,6 +221,7 @@ TEST_F(PortPageTest, TellsWhichMembersGotAGroupWrite) {
     EXPECT_EQ(pages.groupWrite.members()[1].name, "Port 2");
     EXPECT_THAT(told(), ElementsAre("Error: can't write : \r\nPort 2\r\nplease check your data.",
                                     "Write data not complete seccesful : \r\nPort 2\r\n"));
+    EXPECT_EQ(bench.panelText(), "Connected        ");
     EXPECT_EQ(module("12").settings.minDigits + console.tables.port({1, 2}).MinDigits, "33");
     EXPECT_EQ(module("21").settings.minDigits + console.tables.port({2, 1}).MinDigits, "77");
     boxes.answers = {Button::Abort};

@@ -1,21 +1,13 @@
 #include "config/port_tree.h"
 
-#include <gmock/gmock.h>
-
 #include <fstream>
 
 #include "config/group_file.h"
-#include "fakes/console_bench.h"
+#include "fakes/console_test.h"
 #include "model/node_key.h"
 
 namespace trunvex {
 namespace {
-
-using fakes::ConsoleBench;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::Not;
 
 class Tree : public testing::Test {
 protected:
@@ -179,7 +171,7 @@ TEST_F(Tree, SavesTheGroupsOfEachGatewayByteForByte) {
     tree.rename("GRP01", "Z\xC3\xBCrich and more than that");
     tree.movePort("MOD84", "PRT01");
     tree.cmdSaveGroups.press();
-    const auto bytes = fakes::contentOf(ownFile());
+    const auto bytes = contentOf(ownFile());
     EXPECT_EQ(bytes.size() % group_file::recordBytes, 0u);
     EXPECT_THAT(bytes, HasSubstr("GSM   MOD84   Port 32        PRT01   "));
     EXPECT_THAT(bytes, HasSubstr("GRP 01GRP01   Z\xFCrich and more        "));

@@ -1,16 +1,10 @@
 #pragma once
 
-#include <gmock/gmock.h>
-
-#include "fakes/console_bench.h"
+#include "fakes/console_test.h"
 #include "simulator/fields.h"
 #include "simulator/gateway_state.h"
 
 namespace trunvex::fakes {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
 
 // A console that is logged in to a simulated gateway with five modules: ports 11, 21 and 22 of the first scale, 12 of
 // the second, 13 CDMA. All else is empty slots.

@@ -167,13 +167,6 @@ TEST_F(SimPageTest, KeepsTheDayInTheBundleFlags) {
     EXPECT_EQ(field(19), "197");
 }
 
-TEST_F(SimPageTest, ShowsNoSimOfACdmaPort) {
-    select("MOD13");
-    sim.show("SIM132");
-    EXPECT_EQ(sim.lblSimCaption.text(), "Port 3: Port not found");
-    EXPECT_FALSE(sim.cmdWriteSIM.enabled());
-}
-
 TEST_F(SimPageTest, ReadsAGroupsValuesAtTheAddressItsNumberSpells) {
     for (int made = 0; made < 15; ++made) tree.cmdCreateGroup.press();
     tree.movePort("MOD21", "PRT15");

@@ -1,17 +1,14 @@
 #include "fields/grid_field.h"
 
-#include <gmock/gmock.h>
-
 #include <random>
 
+#include "fakes/matchers.h"
 #include "fields/record_form.h"
 #include "text/split.h"
 
 namespace trunvex {
 namespace {
 
-using testing::ElementsAre;
-using testing::HasSubstr;
 using Rows = std::vector<TextRow>;
 
 class Grid : public testing::Test {
@@ -47,16 +44,9 @@ protected:
 
     static constexpr std::size_t most = 6;
     RecordForm form;
-    GridField grid{
-        "grid",
-        {{"Number", 4, "0123456789", true,
-          [](const std::string& text) { return text.empty() ? std::string("Missing.") : std::string(); }},
-         {"Name",
-          0,
-          {},
-          false,
-          [](const std::string& text) { return text == "bad" ? std::string("No bad ones.") : std::string(); }}},
-        most};
+    static std::string missing(const std::string& text) { return text.empty() ? "Missing." : ""; }
+    static std::string noBad(const std::string& text) { return text == "bad" ? "No bad ones." : ""; }
+    GridField grid{"grid", {{"Number", 4, "0123456789", true, missing}, {"Name", 0, {}, false, noBad}}, most};
     Rows seen;
 };
 
@@ -177,29 +167,22 @@ TEST_F(Grid, UndoesAndRedoesAnyRunOfEdits) {
     std::vector<Rows> history{rows()};
     for (int turn = 0; turn < 300; ++turn) {
         const Table::Cell cell{below(most + 1), below(2)};
-        switch (below(7)) {
-            case 0:
-                grid.setCell(cell, std::to_string(below(20)));
-                break;
-            case 1:
-                grid.insertRow(cell.row);
-                break;
-            case 2:
-                grid.removeRows({cell.row, below(most), below(most)});
-                break;
-            case 3:
-                grid.paste(cell, Rows(below(4), {"7", "p"}));
-                break;
-            case 4:
-                grid.clearCells(std::vector<Table::Cell>{cell, {0, 0}, {0, 1}});
-                break;
-            case 5:
-                grid.sort(cell.column, below(2) == 0);
-                break;
-            default:
-                grid.replaceAll(Rows(below(4), {std::to_string(below(9)), "r"}));
-                break;
-        }
+        const std::function<void()> edits[] = {[&] { grid.setCell(cell, std::to_string(below(20))); },
+                                               [&] { grid.insertRow(cell.row); },
+                                               [&] {
+                                                   grid.removeRows({cell.row, below(most), below(most)});
+                                               },
+                                               [&] {
+                                                   grid.paste(cell, Rows(below(4), {"7", "p"}));
+                                               },
+                                               [&] {
+                                                   grid.clearCells(std::vector<Table::Cell>{cell, {0, 0}, {0, 1}});
+                                               },
+                                               [&] { grid.sort(cell.column, below(2) == 0); },
+                                               [&] {
+                                                   grid.replaceAll(Rows(below(4), {std::to_string(below(9)), "r"}));
+                                               }};
+        edits[below(std::size(edits))]();
         ASSERT_EQ(seen, rows());
         if (rows() != history.back()) history.push_back(rows());
         if (turn % 20 != 19) continue;

@@ -1,13 +1,10 @@
 #include "fields/sliced_work.h"
 
-#include <gmock/gmock.h>
-
 #include "fakes/manual_platform.h"
+#include "fakes/matchers.h"
 
 namespace trunvex {
 namespace {
-
-using testing::ElementsAre;
 
 class Sliced : public testing::Test {
 protected:
@@ -23,12 +20,11 @@ protected:
                 },
                 [=] { return name + " " + std::to_string(*done); },
                 [=, this](End end, const std::string& reason) {
-                    ends.push_back(name +
-                                   (end == End::Done        ? " done"
-                                    : end == End::Failed    ? " failed"
-                                    : end == End::Cancelled ? " cancelled"
-                                                            : " replaced") +
-                                   reason);
+                    const std::map<End, std::string> words{{End::Done, " done"},
+                                                           {End::Failed, " failed"},
+                                                           {End::Cancelled, " cancelled"},
+                                                           {End::Replaced, " replaced"}};
+                    ends.push_back(name + words.at(end) + reason);
                     if (after) after();
                 }};
     }

@@ -1,13 +1,7 @@
-#include <gmock/gmock.h>
-
-#include "fakes/console_bench.h"
+#include "fakes/console_test.h"
 
 namespace trunvex {
 namespace {
-
-using fakes::ConsoleBench;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 class AnalyzeCmd : public testing::Test {
 protected:
@@ -26,43 +20,37 @@ protected:
     SessionState& session = bench.console.session.state;
 };
 
-TEST_F(AnalyzeCmd, TakesTheSessionRecords) {
-    receive("A_ESN00123,x");
-    receive("A_CPW00012");
-    receive("A_CLK1,2,26,3,4,5");
-    receive("A_SYS6.24,1,1,1");
-    receive("A_PPR" + std::string(31, '1') + "0");
-    EXPECT_EQ(session.gESN, "00123");
-    EXPECT_EQ(session.gAccessRights, "00012");
-    EXPECT_THAT(session.gClockField, ElementsAre("01", "02", "26", "3", "04", "05", "00"));
-    EXPECT_TRUE(session.gGotESN && session.gGotClock && session.gGotActivePorts);
-    EXPECT_EQ(session.gVersion, "6.24");
-    EXPECT_EQ(console.pages.system.TxtSystemVer.text(), "6.24");
-    EXPECT_EQ(console.pages.system.dtpDate.text(), "01/02/2026");
-    EXPECT_EQ(console.tables.port({8, 3}).Kind, "GSM");
-    EXPECT_EQ(console.tables.port({8, 4}).Kind, "ERR");
-}
-
 TEST_F(AnalyzeCmd, EndsABadRecordWithoutAWord) {
     const std::string tooMany = "A_CLK" + std::string(60, ',');
-    for (const std::string& line :
-         {std::string(), std::string("A"), std::string("A_CLK"), std::string("A_CLK1,2"), tooMany, std::string("I_ALR"),
-          std::string("I_ALR1x0,3,,"), std::string("I_ALR110"), std::string("I_ALR,,,,"), std::string("I_ALR000,90"),
-          std::string("SRV:ID"), std::string("SRV1:IDD"), std::string("SRV:"), std::string("\xFF\xFE\0\x80", 4),
-          std::string(1 << 20, 'A'), std::string("A_PPR"), std::string("A_CLK1,2,3,2147483648,9223372036854775807,-5"),
-          std::string("A_BCH-9223372036854775808,1,1")})
+    for (const std::string& line : {std::string(),
+                                    std::string("A"),
+                                    std::string("A_CLK"),
+                                    std::string("A_CLK1,2"),
+                                    tooMany,
+                                    std::string("I_ALR"),
+                                    std::string("I_ALR1x0,3,,"),
+                                    std::string("I_ALR110"),
+                                    std::string("I_ALR,,,,"),
+                                    std::string("I_ALR000,90"),
+                                    std::string("SRV:ID"),
+                                    std::string("SRV1:IDD"),
+                                    std::string("SRV:"),
+                                    std::string("\xFF\xFE\0\x80", 4),
+                                    std::string(1 << 20, 'A'),
+                                    std::string("A_PPR"),
+                                    std::string("A_CLK1,2,3,2147483648,9223372036854775807,-5"),
+                                    std::string("A_BCH-9223372036854775808,1,1"),
+                                    std::string("OK"),
+                                    std::string("ERROR")})
         receive(line);
+    EXPECT_EQ(bench.platform.loop.runningTimers(), 0) << "a word that comes late wakes nothing";
+    EXPECT_EQ(console.session.writes.walk().reply(), Walk::Reply::None);
     bench.console.mainWindow.tmrEnableCmd(2, true);
     bench.advance(3000);
     bench.console.session.realTimeUpdate("BCH", splitString("-9223372036854775808,1,1", ','));
     EXPECT_THAT(bench.platform.boxes.shown, IsEmpty());
-    receive("A_ESN7");
-    EXPECT_EQ(session.gESN, "7");
-}
-
-TEST_F(AnalyzeCmd, CutsTheBodyAt255Characters) {
     receive("A_ESN" + std::string(300, '7'));
-    EXPECT_EQ(session.gESN.size(), 255u);
+    EXPECT_EQ(session.gESN, std::string(255, '7')) << "what is longer is cut";
 }
 
 TEST_F(AnalyzeCmd, DoesNothingBeyondDisplayWhileAnalysingIsOff) {
@@ -82,8 +70,8 @@ TEST_F(AnalyzeCmd, DoesNothingBeyondDisplayWhileAnalysingIsOff) {
     EXPECT_THAT(relayed, ElementsAre("A_ESN1", "A_CPW7", "C_CPW seen"));
     EXPECT_THAT(displayed, ElementsAre("A_ESN1", "C_CPW seen")) << "an answer to a password is never displayed";
     console.session.dispatcher.analyzeEnabled = {};
-    receive("A_ESN1");
-    EXPECT_EQ(session.gESN, "1") << "a listener that fails loses no line";
+    receive("A_ESN00123,x");
+    EXPECT_EQ(session.gESN, "00123") << "a listener that fails loses no line";
 }
 
 TEST_F(AnalyzeCmd, TellsTheRecordsOfAPortByIndexAndCode) {
@@ -103,54 +91,38 @@ TEST_F(AnalyzeCmd, TellsTheRecordsOfAPortByIndexAndCode) {
     EXPECT_EQ(console.mainWindow.lblUpdateStatus.text(), "Loading flash");
 }
 
-struct Word {
-    std::string key;
-    bool hashWord;
-    std::string line;
-    Walk::Reply reply;
-};
-
 TEST_F(AnalyzeCmd, CreditsAnAnswerOnlyToTheCommandItAnswers) {
     using enum Walk::Reply;
-    const Word words[] = {
-        {"R_ESN", false, "A_ESN1", Accepted},
-        {"R_CLK", false, "A_ESN1", None},
-        {"C_CLK1", false, "C_CLK1,2,3,4,5,6", Accepted},
-        {"C_MOD11", false, "OK", Accepted},
-        {"C_MOD11", false, "OKAY", None},
-        {"C_MOD11", false, "ERROR 5", Refused},
-        {"C_STP11", false, "I_ALR110,OK", Accepted},
-        {"C_STP11", false, "I_ALR110,ERROR", Refused},
-        // A port that was switched on the board answers beside a batch that writes others.
-        {"C_MOD12,1", false, "I_ALR110,OK", None},
-        {"C_MOD12,1", false, "I_ALR110,ERROR", None},
-        {"C_SIM123,1", false, "I_ALR123,OK", Accepted},
-        {"C_SIM123,1", false, "I_ALR124,OK", None},
-        {"C_MOD12,1", false, "I_ALR121,OK", Accepted},
-        {"C_ISD3,1", false, "I_ALR110,OK", None},
-        {"C_ISD3,1", false, "I_ALR000,OK", Accepted},
-        {"C_SMS", true, "OK#", Accepted},
-        {"C_SMS", true, "ERROR#", Refused},
-        {"C_CDR11", false, "OK#11", None},
-        {"C_MOD11", false, "B_OK", None},
-        {"R_PPR", false, "A_PPR1", Accepted},
-    };
-    for (const auto& word : words) {
-        auto item = command(word.key, "item");
-        item.terms.hashWord = word.hashWord;
+    using Word = std::tuple<const char*, const char*, Walk::Reply>;
+    const Word words[] = {{"R_ESN", "A_ESN1", Accepted},
+                          {"R_CLK", "A_ESN1", None},
+                          {"C_CLK1", "C_CLK1,2,3,4,5,6", Accepted},
+                          {"C_MOD11", "OK", Accepted},
+                          {"C_MOD11", "OKAY", None},
+                          {"C_MOD11", "ERROR 5", Refused},
+                          {"C_STP11", "I_ALR110,OK", Accepted},
+                          {"C_STP11", "I_ALR110,ERROR", Refused},
+                          {"C_SIM123,1", "I_ALR123,OK", Accepted},
+                          {"C_SIM123,1", "I_ALR124,OK", None},
+                          {"C_MOD12,1", "I_ALR121,OK", Accepted},
+                          {"C_ISD3,1", "I_ALR110,OK", None},
+                          {"C_ISD3,1", "I_ALR000,OK", Accepted},
+                          {"C_SMS", "OK#", Accepted},
+                          {"C_SMS", "ERROR#", Refused},
+                          {"C_CDR11", "OK#11", None},
+                          {"C_MOD11", "B_OK", None},
+                          {"R_PPR", "A_PPR1", Accepted},
+                          // A port that was switched on the board answers beside a batch that writes others.
+                          {"C_MOD12,1", "I_ALR110,OK", None},
+                          {"C_MOD12,1", "I_ALR110,ERROR", None}};
+    for (const auto& [key, line, reply] : words) {
+        auto item = command(key, "item");
+        item.terms.hashWord = key == std::string("C_SMS");
         write({item});
-        receive(word.line);
-        EXPECT_EQ(console.session.writes.walk().reply(), word.reply) << word.key << " " << word.line;
+        receive(line);
+        EXPECT_EQ(console.session.writes.walk().reply(), reply) << key << " " << line;
         console.session.bringUp.dropSession();
     }
-}
-
-TEST_F(AnalyzeCmd, WakesNothingWhenAWordComesLate) {
-    receive("OK");
-    receive("ERROR");
-    receive("A_CLK1,2,3,4,5,6");
-    EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
-    EXPECT_EQ(console.session.writes.walk().reply(), Walk::Reply::None);
 }
 
 TEST_F(AnalyzeCmd, MatchesByTheTextThatTheCommandExpects) {

@@ -1,13 +1,8 @@
-#include <gmock/gmock.h>
-
-#include "fakes/console_bench.h"
+#include "fakes/console_test.h"
 
 namespace trunvex {
 namespace {
 
-using fakes::ConsoleBench;
-using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::UnorderedElementsAre;
 
 constexpr const char* red = "imgLedRed";
@@ -152,12 +147,9 @@ TEST_F(Board, TakesTheReportsAboutTheSystem) {
     std::vector<std::string> lamps;
     for (auto& lamp : board.imgSystemStatus) lamps.push_back(lamp.picture());
     EXPECT_THAT(lamps, ElementsAre(red, yellow, green));
-    for (const auto& [code, lamp, picture] : {std::tuple{"010", 2, green},
-                                              {"011", 2, red},
-                                              {"10", 2, red},
-                                              {"021", 0, green},
-                                              {"024", 0, red},
-                                              {"033", 1, yellow}}) {
+    const std::tuple<const char*, int, const char*> events[] = {{"010", 2, green}, {"011", 2, red}, {"10", 2, red},
+                                                                {"021", 0, green}, {"024", 0, red}, {"033", 1, yellow}};
+    for (const auto& [code, lamp, picture] : events) {
         receive(std::string("I_ALR000,") + code + ",,,");
         EXPECT_EQ(board.imgSystemStatus[static_cast<std::size_t>(lamp)].picture(), picture) << code;
     }
@@ -242,11 +234,9 @@ TEST_F(Board, KeepsTheRecordOfEachSim) {
     std::string ready;
     console.session.realTimeUpdate.on(
         "SIM", [&](const Fields& fields) { ready = std::string(fields.at(2)) + std::string(fields.at(3)); });
-    for (const auto& [code, text] : {std::pair{"21", "42501"},
-                                     {"22", "REGISTERATION"},
-                                     {"23", "REGISTERED"},
-                                     {"24", "UNREGISTERED"},
-                                     {"40", "UNREGISTERED"}}) {
+    const std::pair<const char*, const char*> told[] = {
+        {"21", "42501"}, {"22", "REGISTERATION"}, {"23", "REGISTERED"}, {"24", "UNREGISTERED"}, {"40", "UNREGISTERED"}};
+    for (const auto& [code, text] : told) {
         report(code, "42501");
         EXPECT_EQ(console.tables.sim({{5, 3}, 1}).network, text);
     }
@@ -278,13 +268,10 @@ TEST_F(Board, AddsUpTheTalkTime) {
     bench.connect();
     bench.advance(1100);
     receive("I_ALR111,4,00010:50,,");
-    for (const auto& [counter, total] : {std::pair{"00001:20", "12 :10"},
-                                         {"00001:11", "12 :01"},
-                                         {"99999:99", "100011 :29"},
-                                         {"1:5", "10 :50"},
-                                         {"000001:05", "10 :50"},
-                                         {"x:10", "10 :50"},
-                                         {"00001-10", "10 :50"}}) {
+    const std::pair<const char*, const char*> counters[] = {
+        {"00001:20", "12 :10"},  {"00001:11", "12 :01"}, {"99999:99", "100011 :29"}, {"1:5", "10 :50"},
+        {"000001:05", "10 :50"}, {"x:10", "10 :50"},     {"00001-10", "10 :50"}};
+    for (const auto& [counter, total] : counters) {
         receive(std::string("I_ALR121,18,") + counter + ",,");
         bench.advance(1000);
         EXPECT_EQ(board.lblTotalCounter.text(), total) << counter;
@@ -293,7 +280,7 @@ TEST_F(Board, AddsUpTheTalkTime) {
 }
 
 TEST_F(Board, RefreshAsksForEveryActivePort) {
-    simulator::Gateway gateway(fakes::seeded(3));
+    simulator::Gateway gateway(seeded(3));
     board.cmdSTSRefresh.press();
     EXPECT_THAT(bench.platform.boxes.texts(), ElementsAre(notConnectedText));
     bench.logIn(gateway);
@@ -316,7 +303,7 @@ TEST_F(Board, KeepsItsLastPictureAndReadsAnewWhenItIsOpen) {
         gateway.forgetLinesReceived();
         return count;
     };
-    simulator::Gateway gateway(fakes::seeded(3));
+    simulator::Gateway gateway(seeded(3));
     board.setShown(true);
     bench.logIn(gateway);
     EXPECT_EQ(asked(gateway), 1) << "an open board is read at the log-in";

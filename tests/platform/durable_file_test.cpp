@@ -1,20 +1,16 @@
 // Files that are made beside their target and put in its place.
 #include "platform/durable_file.h"
 
-#include <gmock/gmock.h>
-
 #include <fstream>
 #include <functional>
 
 #include "fakes/as_plain_user.h"
-#include "fakes/console_bench.h"
+#include "fakes/console_test.h"
 
 namespace trunvex {
 namespace {
 
 namespace fs = std::filesystem;
-
-using fakes::contentOf;
 
 class DurableFile : public testing::Test {
 protected:

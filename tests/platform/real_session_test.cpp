@@ -1,21 +1,15 @@
 // The real platform: a console on Qt's loop and sockets against the program of the simulated gateway.
-#include <gmock/gmock.h>
-
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QProcess>
 #include <QTcpServer>
 #include <QTcpSocket>
 
-#include "fakes/console_bench.h"
+#include "fakes/console_test.h"
 #include "platform/qt/qt_platform.h"
 
 namespace trunvex {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
 
 constexpr int patienceMs = 20000;
 

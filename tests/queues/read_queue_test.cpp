@@ -1,13 +1,10 @@
-#include <gmock/gmock.h>
+#include "queues/read_queue.h"
 
 #include "fakes/manual_platform.h"
-#include "queues/read_queue.h"
+#include "fakes/matchers.h"
 
 namespace trunvex {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 class FakeSender final : public CommandSender {
 public:
@@ -82,15 +79,6 @@ TEST_F(ReadQueueTest, AsksAtADeadItemAndGoesOnOrStops) {
     EXPECT_TRUE(queue.formEnabled());
     ASSERT_TRUE(queue.start({command("R_4", "d")}));
     EXPECT_EQ(queue.walk().index(), 0u);
-}
-
-TEST_F(ReadQueueTest, LeavesABatchAloneThatWasEndedBehindItsBox) {
-    platform.boxes.answers = {Button::Yes};
-    platform.boxes.behind = [this](const MessageBox&) { queue.abandon(); };
-    queue.start({command("R_1", "a"), command("R_2", "b")}, 500);
-    advance(5000);
-    EXPECT_THAT(sender.lines, ElementsAre("R_1", "R_1", "R_1"));
-    EXPECT_EQ(platform.loop.runningTimers(), 0);
 }
 
 TEST_F(ReadQueueTest, IgnoresALateAnswerToTheItemBefore) {
@@ -177,28 +165,22 @@ TEST_F(ReadQueueTest, TellsHowFarALongTableHasCome) {
     EXPECT_EQ(queue.bar.text(), "Loading B-CH 3   67%");
 }
 
-class RefreshQueueTest : public testing::Test {
-protected:
-    fakes::ManualPlatform platform;
-    FakeSender sender;
+TEST_F(ReadQueueTest, OfTheBoardPassesOverWhatIsNotAnsweredWithoutAWord) {
     ReadQueue queue{platform, sender, boardReads};
-};
-
-TEST_F(RefreshQueueTest, PassesOverWhatIsNotAnsweredWithoutAWord) {
     queue.start({command("R_STS11", "Port 1"), command("R_STS12", "Port 2"), command("R_STS13", "Port 3")}, 300);
     EXPECT_TRUE(queue.takeAnswer("A_STS11,1"));
-    platform.loop.advance(std::chrono::milliseconds(70));
+    advance(70);
     EXPECT_THAT(sender.lines, ElementsAre("R_STS11", "R_STS12"));
-    platform.loop.advance(std::chrono::milliseconds(300));
+    advance(300);
     EXPECT_THAT(sender.lines, ElementsAre("R_STS11", "R_STS12", "R_STS13"));
     EXPECT_TRUE(queue.takeAnswer("OK"));
-    platform.loop.advance(std::chrono::milliseconds(300));
+    advance(300);
     EXPECT_EQ(queue.bar.text(), "Refreshing data  complete seccessful!");
     EXPECT_FALSE(queue.bar.visible());
     EXPECT_EQ(platform.loop.runningTimers(), 0);
     EXPECT_THAT(platform.boxes.shown, IsEmpty());
     queue.start({command("R_STS11", "Port 1")}, 300);
-    platform.loop.advance(std::chrono::milliseconds(400));
+    advance(400);
     EXPECT_EQ(queue.bar.text(), "Done");
 }
 

@@ -1,12 +1,6 @@
 #include "screens/kit/bar_chart.h"
 
-#include <gmock/gmock.h>
-
-#include <QAccessible>
-#include <QApplication>
 #include <QHelpEvent>
-#include <QImage>
-#include <QTest>
 #include <QToolTip>
 
 #include "screens/board_window.h"
@@ -14,8 +8,6 @@
 
 namespace trunvex {
 namespace {
-
-using testing::HasSubstr;
 
 std::vector<Bar> bars(int count) {
     std::vector<Bar> made;

@@ -1,16 +1,12 @@
 #pragma once
 
-#include <gmock/gmock.h>
-
 #include <QAccessible>
-#include <QCoreApplication>
 #include <QHash>
 
-#include "fakes/console_bench.h"
 #include "screens/board/board_cell.h"
 #include "screens/board/board_screen.h"
 #include "screens/kit/board_frame.h"
-#include "screens/screens.h"
+#include "screens/screens_bench.h"
 
 namespace trunvex {
 
@@ -36,9 +32,9 @@ private:
 };
 
 // The status board's window, without a screen and on the manual clock.
-class BoardWindow : public testing::Test {
+class BoardWindow : public ScreensBench {
 protected:
-    BoardWindow() { console.session.bringUp.showConnectionDialog = scripted; }
+    BoardWindow() { answerByScript(); }
 
     void receive(const std::string& line) { console.session.dispatcher.AnalyzeCmd(line, true); }
     // What the gateway says of SIM 1 of a port, by board index.
@@ -51,9 +47,7 @@ protected:
     }
     template <class Widget = QWidget>
     Widget* part(const QString& name) {
-        auto* found = window.findChild<Widget*>(name);
-        EXPECT_NE(found, nullptr) << name.toStdString();
-        return found;
+        return find<Widget>(&window, name);
     }
     BoardCell* cell(int index) { return part<BoardCell>(QString("portCell_%1").arg(index)); }
     std::string property(QWidget* widget, const char* name) {
@@ -79,11 +73,6 @@ protected:
         return image.pixelColor(image.width() - 4, image.height() / 4);
     }
 
-    fakes::ConsoleBench bench;
-    Console& console = bench.console;
-    // The dialog of the bench answers by itself; the window's own would wait for an operator.
-    std::function<void(frmConnectionSelect&)> scripted = console.session.bringUp.showConnectionDialog;
-    Screens screens{console};
     BoardScreen& window = screens.board();
 };
 

@@ -1,56 +1,25 @@
 // The page of the calls as the operator meets it: headings, search, keys, charts and the long list of values.
-#include <gmock/gmock.h>
-
-#include <QApplication>
 #include <QClipboard>
-#include <QComboBox>
 #include <QHeaderView>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QTableView>
-#include <QTest>
 
-#include "fakes/console_bench.h"
+#include "cdr/calls_bench.h"
 #include "screens/kit/bar_chart.h"
-#include "screens/main_window_screen.h"
-#include "screens/screens.h"
+#include "screens/screens_bench.h"
 
 namespace trunvex {
 namespace {
 
-using testing::ElementsAre;
-using testing::HasSubstr;
-
-class CallsOnScreen : public testing::Test {
+class CallsOnScreen : public ScreensBench {
 protected:
     CallsOnScreen() {
-        screens = std::make_unique<Screens>(bench.console);
-        window().resize(1280, 720);
-        window().show();
-        window().activateWindow();
-        QApplication::processEvents();  // keys go to the active window
-        bench.console.session.state.gESN = "4711";
-        bench.console.callStore.setGateway("4711");
-        bench.console.mainWindow.openPage("call");
-    }
-    QWidget& window() { return screens->mainWindow(); }
-    template <class Widget>
-    Widget* named(const char* name) {
-        auto* widget = window().findChild<Widget*>(name);
-        if (!widget) ADD_FAILURE() << "no widget " << name;
-        return widget;
+        show();
+        console.session.state.gESN = "4711";
+        console.callStore.setGateway("4711");
+        console.mainWindow.openPage("call");
     }
     void add(const std::string& port, const std::string& dialled, const std::string& duration = "0") {
-        CDRSlot record;
-        record.RecordID = std::to_string(++number);
-        record.port = port;
-        record.sim = "1";
-        record.Dialed_CLI = dialled;
-        record.OriginateTime = "03-25-09 14:07:59 We";
-        record.Duration = duration;
-        bench.console.callStore.take(1, record);
-        bench.console.callStore.add(1);
+        fakes::addCall(console.callStore, port, dialled, duration);
     }
     // More than a slice of sorting.
     void addMany() {
@@ -73,12 +42,8 @@ protected:
             texts.push_back(model.index(row, place).data().toString().toStdString());
         return texts;
     }
-    std::string totals() { return named<QLabel>("lblCDRTotals")->accessibleName().toStdString(); }
 
-    fakes::ConsoleBench bench;
-    std::unique_ptr<Screens> screens;
-    CallList& list = bench.console.calls.lsvCallReport;
-    int number = 0;
+    CallList& list = console.calls.lsvCallReport;
 };
 
 TEST_F(CallsOnScreen, SortSearchAndCopyByMouseAndKeys) {
@@ -103,7 +68,7 @@ TEST_F(CallsOnScreen, SortSearchAndCopyByMouseAndKeys) {
     ASSERT_EQ(lines.size(), 2);
     EXPECT_TRUE(lines[0].startsWith("0521\t12\t1\t\t")) << lines[0].toStdString();
     QTest::keyClicks(search, "x");
-    EXPECT_TRUE(window().findChild<QTableView*>("lsvCallReport")->model()->rowCount() == 0);
+    EXPECT_TRUE(table().model()->rowCount() == 0);
 }
 
 TEST_F(CallsOnScreen, TakeBackASortingThatWasGivenUp) {
@@ -113,7 +78,7 @@ TEST_F(CallsOnScreen, TakeBackASortingThatWasGivenUp) {
     EXPECT_THAT(named<QLabel>("lblCDRWork")->text().toStdString(), HasSubstr("Sorting: "));
     EXPECT_EQ(table().horizontalHeader()->sortIndicatorSection(), 5);
     EXPECT_EQ(column(5)[1], "7919") << "nothing is half sorted";
-    QTest::mouseClick(named<QPushButton>("cmdCDRCancel"), Qt::LeftButton);
+    click("cmdCDRCancel");
     EXPECT_FALSE(list.working());
     EXPECT_EQ(table().horizontalHeader()->sortIndicatorSection(), -1);
     EXPECT_FALSE(named<QPushButton>("cmdCDRCancel")->isVisible());

@@ -1,20 +1,13 @@
 #include "screens/kit/grid_editor.h"
 
-#include <gmock/gmock.h>
-
-#include <QApplication>
 #include <QClipboard>
-#include <QLabel>
-#include <QLineEdit>
-#include <QTest>
 
 #include "fields/record_form.h"
 #include "screens/kit/table_view.h"
+#include "screens/screens_bench.h"
 
 namespace trunvex {
 namespace {
-
-using testing::HasSubstr;
 
 class GridOnScreen : public testing::Test {
 protected:

@@ -1,6 +1,4 @@
-#include <gmock/gmock.h>
-
-#include "fakes/console_bench.h"
+#include "fakes/console_test.h"
 
 namespace trunvex {
 namespace {
@@ -21,10 +19,10 @@ std::vector<std::string> shownBy(frmSimStatus& board) {
 // tells more: the report that it was missing has wiped the cell.
 TEST(LivingGateway, IsTheSameInItsReportsAndInItsAnswers) {
     for (const auto& rates : {simulator::LifeRates::busy(), simulator::LifeRates::storm(60)}) {
-        auto options = fakes::seeded(3);
+        auto options = seeded(3);
         options.life = rates;
         simulator::Gateway gateway(options);
-        fakes::ConsoleBench bench;
+        ConsoleBench bench;
         bench.logIn(gateway);
         std::size_t longest = 0;
         for (int minute = 0; minute < 10; ++minute) {

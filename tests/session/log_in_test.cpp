@@ -1,25 +1,21 @@
-#include <gmock/gmock.h>
-
-#include "fakes/console_bench.h"
+#include "fakes/console_test.h"
 #include "simulator/master_pc.h"
 
 namespace trunvex {
 namespace {
 
-using fakes::ConsoleBench;
-using fakes::seeded;
 using testing::Contains;
 using testing::Each;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::Not;
 
 const std::vector<std::string> logInLines = {"C_CPWkestr", "R_ESN", "R_CLK", "R_PPR"};
 
-TEST(LogIn, AsksOneAtATimeAndEndsConnected) {
-    simulator::Gateway gateway(seeded(7));
+class LogIn : public testing::Test {
+protected:
+    simulator::Gateway gateway{seeded(3)};
     ConsoleBench bench;
+};
+
+TEST_F(LogIn, AsksOneAtATimeAndEndsConnected) {
     bench.logIn(gateway);
     EXPECT_EQ(gateway.linesReceived(), logInLines);
     EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Connected);
@@ -37,7 +33,7 @@ TEST(LogIn, AsksOneAtATimeAndEndsConnected) {
     EXPECT_EQ(bench.console.session.connectButton.caption(), "Connect");
 }
 
-TEST(LogIn, SurvivesEveryWayTheWireCanCutAndDoubleLines) {
+TEST(LogInOnABadWire, SurvivesEveryWayTheWireCanCutAndDoubleLines) {
     for (const auto* wish : {"pieces=1", "pieces=3", "coalesce=400", "nul", "garbage=0.9", "flood=1048576", "doubled=1",
                              "latency=100-900"}) {
         auto options = seeded(3);
@@ -53,11 +49,8 @@ TEST(LogIn, SurvivesEveryWayTheWireCanCutAndDoubleLines) {
     }
 }
 
-TEST(LogIn, LetsTheOperatorDecideOnAnItemThatIsNotAnswered) {
-    auto options = seeded(3);
-    simulator::switchOn(options.faults, "R_ESN:silent");
-    simulator::Gateway gateway(options);
-    ConsoleBench bench;
+TEST_F(LogIn, LetsTheOperatorDecideOnAnItemThatIsNotAnswered) {
+    simulator::switchOn(gateway.faults(), "R_ESN:silent");
     bench.platform.boxes.answers = {Button::Retry, Button::Ignore};
     bench.logIn(gateway);
     bench.advance(5000);
@@ -71,9 +64,7 @@ TEST(LogIn, LetsTheOperatorDecideOnAnItemThatIsNotAnswered) {
     EXPECT_EQ(bench.console.mainWindow.lblSessionState.text(), "Connected") << "a late answer counts";
 }
 
-TEST(LogIn, TellsForHowLongAGatewayThatWasAskedIsSilent) {
-    simulator::Gateway gateway(seeded(3));
-    ConsoleBench bench;
+TEST_F(LogIn, TellsForHowLongAGatewayThatWasAskedIsSilent) {
     bench.logIn(gateway);
     simulator::switchOn(gateway.faults(), "silent");
     const auto& said = bench.console.mainWindow.lblSilence;
@@ -89,9 +80,7 @@ TEST(LogIn, TellsForHowLongAGatewayThatWasAskedIsSilent) {
     EXPECT_EQ(said.text(), "");
 }
 
-TEST(LogIn, GoesOnWithAWrongPasswordSaysSoAndWritesNothing) {
-    simulator::Gateway gateway(seeded(3));
-    ConsoleBench bench;
+TEST_F(LogIn, GoesOnWithAWrongPasswordSaysSoAndWritesNothing) {
     bench.dialog = [](frmConnectionSelect& dialog) { dialog.txtPass.setText("wrong"); };
     bench.logIn(gateway);
     EXPECT_EQ(gateway.linesReceived().size(), 4u);
@@ -114,18 +103,24 @@ TEST(LogIn, GoesOnWithAWrongPasswordSaysSoAndWritesNothing) {
 }
 
 // At every moment of connecting and logging in, also behind the boxes.
-TEST(LogIn, EndsCleanlyWhereverTheLinkFalls) {
+TEST(LogInCutOff, EndsCleanlyWhereverTheLinkFalls) {
     for (int moment = 0; moment <= 3000; moment += 37) {
         auto options = seeded(3);
         simulator::switchOn(options.faults, "latency=50-120");
         simulator::Gateway gateway(options);
         ConsoleBench bench;
+        auto& session = bench.console.session;
+        int announced = 0;
+        session.events.loggedIn.connect([&](LogInOutcome) { ++announced; });
         bench.attach(gateway);
         bench.connect();
         bench.advance(moment);
+        EXPECT_EQ(announced, session.state.phase == SessionPhase::Connected) << moment;
+        const int before = announced;
         gateway.linkDown();
         bench.platform.peer.closes();
-        EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Idle) << moment;
+        EXPECT_EQ(announced, before) << "what is cut off is no end of a log-in";
+        EXPECT_EQ(session.bringUp.phase(), SessionPhase::Idle) << moment;
         EXPECT_EQ(bench.platform.loop.runningTimers(), 0) << moment;
         bench.advance(200000);
         EXPECT_THAT(bench.platform.boxes.shown, IsEmpty()) << moment;
@@ -136,42 +131,31 @@ TEST(LogIn, EndsCleanlyWhereverTheLinkFalls) {
     }
 }
 
-TEST(Connecting, AsksAfterAHundredSecondsAndRetriesWithoutTheDialog) {
-    ConsoleBench bench;
-    int dialogs = 0;
-    bench.dialog = [&](frmConnectionSelect&) { ++dialogs; };
-    bench.platform.boxes.answers = {Button::Retry, Button::Cancel};
-    bench.console.mainWindow.openPage("connect");
-    bench.advance(99999);
-    EXPECT_THAT(bench.platform.boxes.shown, IsEmpty());
-    bench.advance(1);
-    EXPECT_THAT(bench.platform.boxes.texts(), ElementsAre("Error: Time out, unable to connect to the gateway!!"));
-    EXPECT_EQ(bench.panelText(), "Retrying Connecting...");
-    EXPECT_EQ(bench.platform.peer.state, BytePipe::State::Opening);
-    bench.advance(100000);
-    EXPECT_EQ(bench.panelText(), "Connection failed");
-    EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Idle);
-    EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
-    EXPECT_EQ(dialogs, 1);
+TEST(Connecting, TellsThatItFailedAndRetriesWithoutTheDialog) {
+    for (const bool refused : {false, true}) {
+        ConsoleBench bench;
+        int dialogs = 0;
+        bench.dialog = [&](frmConnectionSelect&) { ++dialogs; };
+        bench.platform.boxes.answers = {Button::Retry};
+        bench.console.mainWindow.openPage("connect");
+        bench.advance(99999);
+        EXPECT_THAT(bench.platform.boxes.shown, IsEmpty());
+        refused ? bench.platform.peer.fails("Connection refused") : bench.advance(1);
+        EXPECT_THAT(bench.platform.boxes.texts(),
+                    ElementsAre(refused ? "Error: can't connect to the gateway ,please check your connection"
+                                        : "Error: Time out, unable to connect to the gateway!!"));
+        EXPECT_EQ(bench.panelText(), "Retrying Connecting...");
+        EXPECT_EQ(bench.platform.peer.state, BytePipe::State::Opening);
+        refused ? bench.platform.peer.fails("Connection refused") : bench.advance(100000);
+        EXPECT_EQ(bench.panelText(), "Connection failed");
+        EXPECT_THAT(bench.console.mainWindow.lblNotice.text(), HasSubstr(refused ? "gateway: Connection refused" : ""));
+        EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Idle);
+        EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
+        EXPECT_EQ(dialogs, 1);
+    }
 }
 
-TEST(Connecting, TellsWhyTheSocketFailedAndRetries) {
-    ConsoleBench bench;
-    bench.platform.boxes.answers = {Button::Retry};
-    // While the box is open the link can't fail a second time into a second box.
-    bench.console.mainWindow.openPage("connect");
-    bench.platform.peer.fails("Connection refused");
-    EXPECT_THAT(bench.platform.boxes.texts(),
-                ElementsAre("Error: can't connect to the gateway ,please check your connection"));
-    EXPECT_EQ(bench.panelText(), "Retrying Connecting...");
-    bench.platform.peer.fails("Connection refused");
-    EXPECT_EQ(bench.panelText(), "Connection failed");
-    EXPECT_THAT(bench.console.mainWindow.lblNotice.text(), HasSubstr("gateway: Connection refused"));
-    EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
-}
-
-TEST(Serial, BindsOpensAndLosesTheLine) {
-    ConsoleBench bench;
+TEST_F(LogIn, SerialBindsOpensAndLosesTheLine) {
     bench.platform.devices = {{"/dev/ttyS0", ""}};
     bench.dialog = [](frmConnectionSelect& dialog) {
         dialog.cmbConSelect.setText("COM");
@@ -196,41 +180,15 @@ TEST(Serial, BindsOpensAndLosesTheLine) {
     line.changesDsr();
     EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Idle);
     EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
-}
-
-TEST(Serial, TellsWhyAPortDoesNotOpen) {
-    ConsoleBench bench;
-    bench.dialog = [](frmConnectionSelect& dialog) { dialog.cmbConSelect.setText("COM"); };
-    bench.platform.peer.refusal = "Can't open COM 1 (/dev/ttyS0): no permission.";
+    line.refusal = "Can't open COM 1 (/dev/ttyS0): no permission.";
     bench.console.mainWindow.openPage("connect");
-    EXPECT_EQ(bench.console.mainWindow.lblNotice.text(), "Can't open COM 1 (/dev/ttyS0): no permission.");
+    EXPECT_EQ(bench.console.mainWindow.lblNotice.text(), line.refusal);
     bench.advance(100000);
     EXPECT_EQ(bench.platform.boxes.shown.size(), 1u);
 }
 
-// The end of a log-in that is cut off is not the end of a log-in.
-TEST(LogIn, IsNotAnnouncedWhenItIsCutOff) {
-    auto options = seeded(3);
-    simulator::switchOn(options.faults, "latency=300");
-    simulator::Gateway gateway(options);
-    ConsoleBench bench;
-    bench.dialog = [](frmConnectionSelect& dialog) { dialog.chkReceivingMode.setChecked(true); };
-    int announced = 0;
-    bench.console.session.events.loggedIn.connect([&](LogInOutcome) { ++announced; });
-    bench.attach(gateway);
-    bench.connect();
-    bench.advance(1500);
-    ASSERT_EQ(bench.console.session.bringUp.phase(), SessionPhase::LogIn);
-    bench.console.mainWindow.openPage("connect");
-    EXPECT_EQ(announced, 0);
-    EXPECT_EQ(bench.console.mainWindow.page(), "groups");
-    EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
-}
-
 // A box is open while the session behind it goes its own way; the answer then finds another one.
-TEST(LogIn, IsNotDisturbedByABoxOfTheSessionBefore) {
-    simulator::Gateway gateway(seeded(3));
-    ConsoleBench bench;
+TEST_F(LogIn, IsNotDisturbedByABoxOfTheSessionBefore) {
     bench.logIn(gateway);
     WriteBatch batch;
     batch.items = {command("C_A", "a"), command("C_B", "b")};
@@ -245,19 +203,17 @@ TEST(LogIn, IsNotDisturbedByABoxOfTheSessionBefore) {
         bench.platform.peer.closes();
         bench.connect();
     };
-    bench.advance(1);
     bench.advance(3000);
     EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Connected);
     EXPECT_EQ(bench.console.session.state.gESN, "4711");
 }
 
 // Which link, when, why, and what of the work it has cut short; it is told until there is a link again.
-TEST(LogIn, TellsOfALostLinkAndWhatItLeftUndone) {
+TEST_F(LogIn, TellsOfALostLinkAndWhatItLeftUndone) {
     auto options = seeded(3);
     options.callRecords = 60;
-    simulator::Gateway gateway(options);
-    ConsoleBench bench;
-    bench.logIn(gateway);
+    simulator::Gateway full(options);
+    bench.logIn(full);
     auto& download = bench.console.cdrDownload;
     download.start();
     bench.advance(300);
@@ -272,7 +228,7 @@ TEST(LogIn, TellsOfALostLinkAndWhatItLeftUndone) {
     EXPECT_THAT(bench.console.mainWindow.lblNotice.text(), HasSubstr("Not written: Port 1 and 2 more"));
     EXPECT_THAT(download.lblCDRStatus.text(), testing::AllOf(HasSubstr("calls fetched."), HasSubstr("channels ")));
     EXPECT_EQ(download.ucCDRProg.text(), "Cut short");
-    bench.logIn(gateway);
+    bench.logIn(full);
     EXPECT_EQ(bench.console.notices.lblLink.text() + bench.platform.trayIcon.tip, "Trunvex");
     batch.items = {command("C_RBT", "Reset request")};
     bench.console.session.writes.start(batch);
@@ -280,25 +236,7 @@ TEST(LogIn, TellsOfALostLinkAndWhatItLeftUndone) {
     EXPECT_EQ(bench.console.mainWindow.lblNotice.text(), "") << "it was to end the link";
 }
 
-TEST(Connecting, ABoxThatOutlivesItsAttemptStartsAnew) {
-    simulator::Gateway gateway(seeded(3));
-    ConsoleBench bench;
-    bench.attach(gateway);
-    bench.platform.boxes.answers = {Button::Retry};
-    bench.platform.boxes.behind = [&](const MessageBox&) {
-        bench.platform.peer.accepts();
-        bench.console.session.bringUp.RecievingChange();
-    };
-    bench.console.mainWindow.openPage("connect");
-    bench.advance(100000);
-    gateway.forgetLinesReceived();
-    bench.platform.peer.accepts();
-    bench.advance(3000);
-    EXPECT_EQ(gateway.linesReceived(), logInLines);
-    EXPECT_EQ(bench.platform.boxes.shown.size(), 1u);
-}
-
-class Master : public testing::Test {
+class Master : public LogIn {
 protected:
     void chooseMaster(bool server) {
         bench.dialog = [server](frmConnectionSelect& dialog) {
@@ -314,9 +252,6 @@ protected:
         made.unit = "unit9";
         return made;
     }
-
-    simulator::Gateway gateway{seeded(3)};
-    ConsoleBench bench;
 };
 
 TEST_F(Master, IsAnsweredThenTheOrdinaryLogInRuns) {
@@ -389,30 +324,22 @@ TEST_F(Master, CallsAListeningConsoleAgainAndAgain) {
     EXPECT_THAT(bench.console.mainWindow.lblNotice.text(), HasSubstr("in use"));
 }
 
-TEST(ConSwitch, AsksFirstAndRefusesTheModeThatStands) {
-    ConsoleBench bench;
+TEST_F(LogIn, ConSwitchRefusesTheModeThatStands) {
     auto& system = bench.console.pages.system;
     system.cmdConSwitch_0.press();
-    EXPECT_EQ(bench.platform.boxes.texts().back(), notConnectedText);
-    simulator::Gateway gateway(seeded(3));
     bench.logIn(gateway);
     gateway.forgetLinesReceived();
     system.cmdConSwitch_1.press();
-    EXPECT_EQ(bench.platform.boxes.texts().back(), "no change in connection mode!!");
-    bench.platform.boxes.answers = {Button::No, Button::Yes, Button::Yes};
+    EXPECT_THAT(bench.platform.boxes.texts(), ElementsAre(notConnectedText, "no change in connection mode!!"));
+    bench.platform.boxes.answers = {Button::Yes, Button::Yes};
     system.cmdConSwitch_2.press();
-    bench.advance(1);
-    EXPECT_THAT(gateway.linesReceived(), IsEmpty());
-    system.cmdConSwitch_2.press();
-    bench.advance(1);
-    EXPECT_THAT(gateway.linesReceived(), ElementsAre("C_MDM1", "C_RSM"));
     bench.advance(5000);
+    EXPECT_THAT(gateway.linesReceived(), ElementsAre("C_MDM1", "C_RSM"));
     EXPECT_EQ(bench.panelText(), "Disconnected");
 }
 
 // No flow starts the receive run today; a later one must find it working.
-TEST(ReceiveWatchdog, RepeatsTheRequestsUntilTheSessionIsKnown) {
-    ConsoleBench bench;
+TEST_F(LogIn, ReceiveWatchdogRepeatsTheRequestsUntilTheSessionIsKnown) {
     bench.connect();
     auto& console = bench.console;
     console.mainWindow.openPage("groups");  // a page that reads nothing by itself
@@ -436,12 +363,10 @@ TEST(ReceiveWatchdog, RepeatsTheRequestsUntilTheSessionIsKnown) {
     EXPECT_EQ(console.session.bringUp.phase(), SessionPhase::Idle);
 }
 
-TEST(Passwords, AreNeverShown) {
-    ConsoleBench bench;
+TEST_F(LogIn, PasswordsAreNeverShown) {
     std::vector<std::string> shown;
     bench.console.session.objSpool.sent().connect([&](std::string_view line, bool) { shown.emplace_back(line); });
     bench.console.session.dispatcher.debugDisplay.connect([&](std::string_view line) { shown.emplace_back(line); });
-    simulator::Gateway gateway(seeded(3));
     bench.logIn(gateway);
     bench.console.session.objSpool.SendCommand("C_APWsecret");
     bench.console.session.objSpool.SendCommand("C_UPW02044,secret");

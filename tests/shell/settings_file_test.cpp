@@ -1,22 +1,13 @@
 #include "shell/settings_file.h"
 
-#include <gmock/gmock.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <fstream>
 #include <thread>
 
-#include "fakes/as_plain_user.h"
-#include "fakes/console_bench.h"
+#include "fakes/console_test.h"
 #include "shell/application_folder.h"
 
 namespace trunvex {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
 
 class SettingsFileTest : public testing::Test {
 protected:
@@ -57,7 +48,7 @@ TEST_F(SettingsFileTest, KeepsADamagedFileAsideAndSaysSoOnce) {
         settings.Write("IPConfig", "NetPort", "4001");
         EXPECT_EQ(told.size(), 1u);
         const auto kept = path.string() + ".damaged" + (aside ? "-" + std::to_string(aside + 1) : "");
-        EXPECT_EQ(fakes::contentOf(kept), bytes);
+        EXPECT_EQ(contentOf(kept), bytes);
         EXPECT_EQ(settings.Read("IPConfig", "NetPort"), "4001");
         ++aside;
     }
@@ -97,37 +88,22 @@ TEST_F(SettingsFileTest, SaysOnceThatItCantSave) {
     EXPECT_EQ(told.size(), 2u);
 }
 
-TEST_F(SettingsFileTest, LeavesAReadOnlyFileAlone) {
-    const fakes::AsPlainUser user(folder.path());
-    settings.Write("S", "k", "old");
-    ::chmod(path.c_str(), 0444);
-    settings.Write("S", "k", "new");
-    EXPECT_EQ(settings.Read("S", "k"), "old");
-    EXPECT_EQ(told.size(), 1u);
-}
-
-TEST(FirstStart, CompletesTheCallRecordSettingsAndMakesTheDataFolder) {
-    fakes::ConsoleBench bench;
+TEST(FirstStart, CompletesTheCallRecordSettingsAndTellsADamagedFile) {
+    ConsoleBench bench;
     auto& settings = bench.console.files.setting;
-    const auto read = [&](const char* key) { return settings.Read("CDRConfig", key); };
-    EXPECT_EQ(read("Max"), "1000");
-    EXPECT_EQ(read("Path"), (bench.folder.path() / "data").string());
-    EXPECT_EQ(read("Header"), "");
-    EXPECT_TRUE(std::filesystem::is_directory(bench.folder.path() / "data"));
-    settings.Write("CDRConfig", "Max", "0");
-    settings.Write("CDRConfig", "Mode", "2");
-    settings.Write("CDRConfig", "Header", "0");
+    const auto kept = [&] {
+        return settings.Read("CDRConfig", "Max") + " " + settings.Read("CDRConfig", "Mode") + " " +
+               settings.Read("CDRConfig", "Header");
+    };
+    EXPECT_EQ(kept(), "1000 0 ");
+    EXPECT_EQ(settings.Read("CDRConfig", "Path"), (bench.folder.path() / "data").string());
+    for (const auto& [key, value] : {std::pair{"Max", "0"}, {"Mode", "2"}, {"Header", "0"}})
+        settings.Write("CDRConfig", key, value);
     Console second(bench.platform, bench.folder.path());
-    EXPECT_EQ(read("Max"), "1000");
-    EXPECT_EQ(read("Mode"), "2");
-    EXPECT_EQ(read("Header"), "0");
-}
-
-TEST(FirstStart, TellsADamagedFileInTheNoticeLine) {
-    fakes::ConsoleBench bench;
+    EXPECT_EQ(kept(), "1000 2 0");
     std::ofstream(bench.folder.path() / "Setting.xml") << "<broken";
-    Console second(bench.platform, bench.folder.path());
-    EXPECT_THAT(second.mainWindow.lblNotice.text(), HasSubstr("Setting.xml was damaged"));
+    Console third(bench.platform, bench.folder.path());
+    EXPECT_THAT(third.mainWindow.lblNotice.text(), HasSubstr("Setting.xml was damaged"));
 }
 
 TEST(ApplicationFolder, IsTheProgramsOwnWhenItCanBeWritten) {

@@ -41,27 +41,21 @@ TEST(MasterPc, handsNothingOnBeforeItHasAccepted) {
 }
 
 TEST(MasterPc, judgesPasswordAndUnit) {
-    struct Case {
-        const char* password;
-        const char* unit;
-        bool refuses;
-        const char* credentials;
-        const char* reply;
-    };
-    for (const Case& c :
+    using Case = std::tuple<const char*, const char*, bool, std::string, const char*>;
+    for (const auto& [password, unit, refuses, credentials, answer] :
          {Case{"", "", false, ",", "SRV42:STAT1\r"}, Case{"", "", true, "pw,7", "SRV42:STAT0\r"},
           Case{"pw", "7", false, "pw,7", "SRV42:STAT1\r"}, Case{"pw", "7", false, "pw,8", "SRV42:STAT0\r"},
           Case{"pw", "7", false, "pW,7", "SRV42:STAT0\r"}, Case{"p,w", "7", false, "p,w,7", "SRV42:STAT1\r"},
           Case{"pw", "", false, "pw", ""}}) {
         MasterOptions options;
-        options.password = c.password;
-        options.unit = c.unit;
-        options.refuses = c.refuses;
+        options.password = password;
+        options.unit = unit;
+        options.refuses = refuses;
         Bench bench(options);
         bench.console.taken();
-        const std::string reply = bench.console.ask(std::string("SRV42:PSW") + c.credentials);
-        EXPECT_EQ(reply, c.reply) << c.credentials;
-        EXPECT_EQ(bench.console.ask("R_SYS").empty(), reply != "SRV42:STAT1\r") << c.credentials;
+        const std::string reply = bench.console.ask("SRV42:PSW" + credentials);
+        EXPECT_EQ(reply, answer) << credentials;
+        EXPECT_EQ(bench.console.ask("R_SYS").empty(), reply != "SRV42:STAT1\r") << credentials;
     }
 }
 

@@ -18,32 +18,11 @@ std::string parsed(const std::string& words, ProgramOptions& options) {
 }  // namespace
 
 TEST(ProgramOptions, refusesWhatItDoesNotUnderstand) {
-    for (const char* words : {"--unknown",
-                              "4001",
-                              "--listen",
-                              "--listen 65536",
-                              "--listen :1",
-                              "--dial 4001",
-                              "--dial host:0",
-                              "--seed -1",
-                              "--seed 1x",
-                              "--esn a,b",
-                              "--esn=",
-                              "--password a,b",
-                              "--password=",
-                              "--quiet=1",
-                              "--fault lost=2",
-                              "--fault",
-                              "--listen 1 --dial a:1",
-                              "--pty --listen 1",
-                              "--master-ping often",
-                              "--cdma 33",
-                              "--cdma x",
-                              "--life",
-                              "--life wild",
-                              "--life quiet=3",
-                              "--life storm=0",
-                              "--life storm=50001"}) {
+    std::istringstream refused(
+        "--unknown|4001|--listen|--listen 65536|--listen :1|--dial 4001|--dial host:0|--seed -1|--seed 1x|--esn a,b|"
+        "--esn=|--password a,b|--password=|--quiet=1|--fault lost=2|--fault|--listen 1 --dial a:1|--pty --listen 1|"
+        "--master-ping often|--cdma 33|--cdma x|--life|--life wild|--life quiet=3|--life storm=0|--life storm=50001");
+    for (std::string words; std::getline(refused, words, '|');) {
         ProgramOptions options;
         EXPECT_NE(parsed(words, options), "") << words;
     }

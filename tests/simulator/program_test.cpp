@@ -67,14 +67,6 @@ std::string readTo(int descriptor, char end) {
     return text;
 }
 
-sockaddr_in loopback(int port) {
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(static_cast<std::uint16_t>(port));
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    return address;
-}
-
 std::string ask(int descriptor, const std::string& line) {
     const std::string bytes = line + "\r";
     EXPECT_EQ(write(descriptor, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
@@ -87,7 +79,10 @@ TEST(Program, servesOneConsoleAfterTheOther) {
     Program program({"--listen", "0", "--esn", "4711", "--life", "off"});
     const std::string greeting = readTo(program.output, '\n');
     const int port = std::stoi(greeting.substr(greeting.rfind(':') + 1));
-    const sockaddr_in address = loopback(port);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(static_cast<std::uint16_t>(port));
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     for (int i = 0; i < 3; ++i) {
         const int console = socket(AF_INET, SOCK_STREAM, 0);
         ASSERT_EQ(connect(console, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);

@@ -20,19 +20,10 @@ void furnish(GatewayState& state) {
     }
 }
 
-std::string without(std::string text, const std::string& end) {
-    EXPECT_TRUE(text.ends_with(end)) << text;
-    return text.substr(0, text.size() - end.size());
-}
-
 }  // namespace
 
 TEST(SettingsRecords, answersEachLine) {
-    struct Case {
-        const char* line;
-        const char* reply;
-    };
-    const std::vector<Case> cases{
+    const std::vector<std::pair<const char*, const char*>> cases{
         {"R_MOD12", "A_MOD12,2,,,120,0,51,3,16,60,0,50,0,0,30,00000000\r"},
         // An empty slot, and a module that takes no SIM: nothing to read, nothing to set.
         {"R_MOD14", "A_MOD14,,,,,,,,,,,,,,,\r"},
@@ -73,47 +64,36 @@ TEST(SettingsRecords, answersEachLine) {
         {"C_SIM112,5,,,,,,,,29,,,,,,,,,,,", "I_ALR112,ERROR\r"},
         {"R_MOD11", "A_MOD11,,,,60,0,51,5,8,60,0,50,0,0,30,00000000\r"},
         {"R_SIM112", "A_SIM112,+999,12,9,2,59999,7,00000,0,0,0,00005923,127,00000000,0,00000000,0,00000000,0,0,1\r"},
-        // One field too few or too many, and what stands where nothing should.
-        {"C_MOD11,,,,,,,,,,,,,,,", "ERROR\r"},
-        {"C_MOD11,,,,,,,,,,,,,,,,,,", "ERROR\r"},
-        {"C_MOD11,,,,,,,,,,,,,,,,1", "ERROR\r"},
-        {"C_SIM112,,,,,,,,,,,,,,,,,,,", "ERROR\r"},
-        {"C_SIM112,,,,,,,,,,,,,,,,,,,,,", "ERROR\r"},
-        {"C_SIM112,,,,,,,,,,,,,,,,,,,,0", "ERROR\r"},
-        {"C_SIM115,,,,,,,,,,,,,,,,,,,,", "ERROR\r"},
-        {"C_MOD", "ERROR\r"},
-        {"R_MOD91", "ERROR\r"},
-        {"R_MOD111", "ERROR\r"},
-        {"R_SIM110", "ERROR\r"},
-        {"R_SIM1", "ERROR\r"},
     };
     Gateway gateway;
     furnish(gateway.state());
     ConsoleDouble console(gateway);
-    for (const Case& c : cases) EXPECT_EQ(console.ask(c.line), c.reply) << c.line;
+    for (const auto& [line, reply] : cases) EXPECT_EQ(console.ask(line), reply) << line;
+    // One field too few or too many, and what stands where nothing should.
+    for (const char* line :
+         {"C_MOD11,,,,,,,,,,,,,,,", "C_MOD11,,,,,,,,,,,,,,,,,,", "C_MOD11,,,,,,,,,,,,,,,,1",
+          "C_SIM112,,,,,,,,,,,,,,,,,,,", "C_SIM112,,,,,,,,,,,,,,,,,,,,,", "C_SIM112,,,,,,,,,,,,,,,,,,,,0",
+          "C_SIM115,,,,,,,,,,,,,,,,,,,,", "C_MOD", "R_MOD91", "R_MOD111", "R_SIM110", "R_SIM1"})
+        EXPECT_EQ(console.ask(line), "ERROR\r") << line;
 }
 
 TEST(SettingsRecords, aPortStaysOnTheCellOfItsSim) {
-    struct Case {
-        const char* sim;
-        const char* lock;
-        const char* reports;
-        const char* kept;
-        const char* ofStatus;  // BCCH mode, BCCH
-    };
+    // The state's end is BCCH mode and BCCH.
+    using Case = std::tuple<std::string, std::string, const char*, const char*, const char*>;
     Gateway gateway;
     furnish(gateway.state());
     ConsoleDouble console(gateway);
-    for (const Case& c : {Case{"112", "1024", "I_ALR112,OK\rI_ALR112,15,1024,0,\r", "01024", "0 1024"},
-                          Case{"112", "01024", "I_ALR112,OK\r", "01024", "0 1024"},
-                          Case{"111", "44", "I_ALR111,OK\r", "00044", "0 1024"},  // not in use
-                          Case{"112", "1025", "I_ALR112,ERROR\r", "01024", "0 1024"},
-                          Case{"112", "0", "I_ALR112,OK\rI_ALR112,15,1024,1,\r", "00000", "1 1024"}}) {
-        const std::string index = std::string("_SIM") + c.sim;
-        EXPECT_EQ(console.ask("C" + index + ",,,,,,," + c.lock + ",,,,,,,,,,,,,"), c.reports) << c.lock;
-        const auto status = splitFields(without(console.ask("R_STS11"), "\r"));
-        EXPECT_EQ(status[10] + " " + status[14], c.ofStatus) << c.lock;
-        EXPECT_EQ(splitFields(console.ask("R" + index))[7], c.kept) << c.lock;
+    for (const auto& [sim, lock, reports, kept, ofStatus] :
+         {Case{"112", "1024", "I_ALR112,OK\rI_ALR112,15,1024,0,\r", "01024", "0 1024"},
+          Case{"112", "01024", "I_ALR112,OK\r", "01024", "0 1024"},
+          Case{"111", "44", "I_ALR111,OK\r", "00044", "0 1024"},  // not in use
+          Case{"112", "1025", "I_ALR112,ERROR\r", "01024", "0 1024"},
+          Case{"112", "0", "I_ALR112,OK\rI_ALR112,15,1024,1,\r", "00000", "1 1024"}}) {
+        const std::string index = "_SIM" + sim;
+        EXPECT_EQ(console.ask("C" + index + ",,,,,,," + lock + ",,,,,,,,,,,,,"), reports) << lock;
+        const auto status = splitFields(console.ask("R_STS11"));
+        EXPECT_EQ(status[10] + " " + status[14], ofStatus + std::string("\r")) << lock;
+        EXPECT_EQ(splitFields(console.ask("R" + index))[7], kept) << lock;
     }
 }
 
