@@ -225,7 +225,9 @@ TEST_F(Selection, ReadsWhatItLacksAndNothingTwice) {
     settle();
     EXPECT_THAT(arrived(), ElementsAre("R_MOD11", "R_MOD22")) << "who passes by a node does not ask for it";
     EXPECT_EQ(port.TxtIntDigPause.text(), "60");
-    select("SIM221");
+    tree.tvGroups[0].select("SIM221");
+    EXPECT_EQ(console.session.reads.bar.text(), "Loading SIM 1");
+    settle();
     EXPECT_THAT(arrived(), ElementsAre("R_SIM221"));
     EXPECT_EQ(pages.main.panel(), MainPage::Panel::Sim);
     select("MOD13");
