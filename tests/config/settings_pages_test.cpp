@@ -160,7 +160,7 @@ TEST_F(Edits, WaitForTheirGatewayAndAreNamedBeforeTheyAreLost) {
     connect();
     EXPECT_EQ(console.session.state.phase, SessionPhase::Connected);
     connect();
-    EXPECT_THAT(told(), testing::AllOf(testing::SizeIs(3), testing::Each(HasSubstr("\r\nGroups, Port 1"))));
+    EXPECT_THAT(told(), testing::AllOf(testing::SizeIs(3), testing::Each(HasSubstr("\r\nGroups\r\nPort 1"))));
     bench.logIn(gateway);
     select("MOD11");
     EXPECT_EQ(port.form.unwritten().size() + tree.ports("PRT01").size(), 0u);
