@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Pictures of every page from a seeded gateway: at 1280x720, at 200 %, in dark; into build/screens/.
+# Pictures of every page from a seeded gateway: at 1280x720, at 960x600, at 200 %, in dark; into build/screens/.
 # With "--docs" the ones that README shows are renewed too.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -17,6 +17,7 @@ sleep 0.3
 tour() { xvfb-run -a -s "-screen 0 2720x1600x24" build/bin/trunvex-tour 127.0.0.1 $port "$@"; }
 tour build/screens/light
 tour build/screens/dark --dark
+tour build/screens/small --small
 QT_SCALE_FACTOR=2 tour build/screens/200
 if [ "${1:-}" = --docs ]; then
     mkdir -p docs/pictures

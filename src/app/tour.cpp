@@ -1,10 +1,11 @@
 // Drives the window through a log-in as an operator would, by the names of its widgets, and saves a picture of every
-// page: trunvex-tour HOST PORT FOLDER [--dark].
+// page: trunvex-tour HOST PORT FOLDER [--dark] [--small].
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -24,16 +25,17 @@ constexpr int lifeMs = 6000;
 
 class Tour {
 public:
-    Tour(trunvex::Console& console, trunvex::Screens& screens, QString folder)
-        : console_(console), screens_(screens), folder_(std::move(folder)) {}
+    Tour(trunvex::Console& console, trunvex::Screens& screens, QString folder, QSize size)
+        : console_(console), screens_(screens), folder_(std::move(folder)), size_(size) {}
 
     // False, with a word on stderr, when the gateway can't be reached or a picture can't be saved.
     bool go(const QString& host, const QString& port) {
         auto& window = screens_.mainWindow();
-        window.resize(1280, 720);
+        window.resize(size_);
         screens_.startWithoutSplash();
         settle();
         save(&window, "00-start");
+        beforeARead();
         QTimer::singleShot(0, [&] { fillDialog(host, port); });
         window.findChild<QAction*>("tool_connect")->trigger();
         if (!waitFor([&] { return console_.session.state.phase == trunvex::SessionPhase::Connected; })) {
@@ -55,11 +57,66 @@ public:
             settle();
             save(shown, QString("%1-%2").arg(number++, 2, 10, QChar('0')).arg(key));
         }
+        boardMenu();
         settingsAtWork();
+        afterALoss();
         return saved_;
     }
 
 private:
+    // The pages of a console that has not been told anything.
+    void beforeARead() {
+        for (const auto* page : console_.mainWindow.pages()) {
+            const auto key = QString::fromStdString(page->traits.key);
+            screens_.mainWindow().findChild<QAction*>("tool_" + key)->trigger();
+            settle();
+            save(key == "sim" ? boardWindow() : &screens_.mainWindow(), "00-unread-" + key);
+        }
+    }
+
+    // What a right click on a port brings.
+    void boardMenu() {
+        console_.board.cell(1).cmdResetLimit.press();
+        auto* menu = boardWindow()->findChild<QMenu*>("mnuLastDial");
+        menu->popup(boardWindow()->mapToGlobal(QPoint(0, 0)));
+        settle();
+        save(menu, "19-board-menu");
+        menu->close();
+        menu->parentWidget()->close();
+    }
+
+    // The gateway restarts while something is edited: what is shown is of before, and the edits are still there.
+    void afterALoss() {
+        auto& window = screens_.mainWindow();
+        window.findChild<QAction*>("tool_main")->trigger();
+        console_.portTree.tvGroups[0].select("MOD11");
+        waitFor([&] { return console_.pages.port.cmdWritePort.enabled(); });
+        settle();
+        window.findChild<QLineEdit*>("txtNoRegTimer")->setText("120");
+        console_.pages.port.cmdWritePort.press();
+        waitFor([&] { return !console_.session.writes.running(); });
+        settle();
+        save(&window, "30-port-written");
+        window.findChild<QLineEdit*>("txtNoRegTimer")->setText("60");
+        saveBox("tool_connect", "31-disconnect");
+        console_.session.objSpool.SendCommand("C_RSM");
+        waitFor([&] { return !console_.session.state.sessionFlag; });
+        settle();
+        save(&window, "32-link-lost");
+        save(boardWindow(), "33-board-lost");
+        saveBox("tool_exit", "34-exit");
+    }
+
+    // The box that a press of the tool brings, which is closed again.
+    void saveBox(const char* tool, const QString& name) {
+        QTimer::singleShot(300, [this, name] {
+            auto* box = QApplication::activeModalWidget();
+            save(box, name);
+            box->close();
+        });
+        screens_.mainWindow().findChild<QAction*>(tool)->trigger();
+    }
+
     // The panels beside the tree: a SIM with its time table, edits and faults, a write to a group.
     void settingsAtWork() {
         auto& window = screens_.mainWindow();
@@ -131,12 +188,16 @@ private:
         for (auto& view : tree.tvGroups) view.select("MOD11");
     }
 
+    static QWidget* boardWindow() {
+        for (auto* widget : QApplication::topLevelWidgets())
+            if (widget->objectName() == "frmSimStatus") return widget;
+        return nullptr;
+    }
+
     // The board's window, with the state of every port read and a while of the gateway's life.
     QWidget* board() {
-        QWidget* found = nullptr;
-        for (auto* widget : QApplication::topLevelWidgets())
-            if (widget->objectName() == "frmSimStatus") found = widget;
-        found->resize(1280, 720);
+        auto* found = boardWindow();
+        found->resize(size_);
         console_.board.cmdSTSRefresh.press();
         waitFor([&] { return !console_.session.refreshes.bar.running(); });
         QElapsedTimer since;
@@ -175,6 +236,7 @@ private:
     trunvex::Console& console_;
     trunvex::Screens& screens_;
     QString folder_;
+    QSize size_;
     bool saved_ = true;
 };
 
@@ -184,7 +246,7 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     const auto arguments = QCoreApplication::arguments();
     if (arguments.size() < 4) {
-        std::fprintf(stderr, "usage: trunvex-tour HOST PORT FOLDER [--dark]\n");
+        std::fprintf(stderr, "usage: trunvex-tour HOST PORT FOLDER [--dark] [--small]\n");
         return 2;
     }
     if (!QDir().mkpath(arguments[3])) {
@@ -197,5 +259,6 @@ int main(int argc, char** argv) {
     trunvex::Console console(platform, settings.path().toStdString());
     trunvex::Screens screens(console);
     if (arguments.contains("--dark")) trunvex::applyTheme(application, trunvex::Theme::Dark);
-    return Tour(console, screens, arguments[3]).go(arguments[1], arguments[2]) ? 0 : 1;
+    const QSize size = arguments.contains("--small") ? QSize(960, 600) : QSize(1280, 720);
+    return Tour(console, screens, arguments[3], size).go(arguments[1], arguments[2]) ? 0 : 1;
 }

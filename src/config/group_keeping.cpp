@@ -53,13 +53,15 @@ std::vector<std::string> PortTree::unsaved(bool parkedToo) const {
     return names;
 }
 
+// Groups that belong to no gateway yet stay for the one that comes.
 void PortTree::forget() {
-    if (changed_ && !loadedFor_.empty()) parked_[loadedFor_] = tables_.gTreeItems;
+    saveWhenKnown_ = false;
+    for (auto& tree : tvGroups) tree.clear();
+    if (changed_ && loadedFor_.empty()) return;
+    if (changed_) parked_[loadedFor_] = tables_.gTreeItems;
     changed_ = false;
     tables_.gTreeItems.clear();
     loadedFor_.clear();
-    saveWhenKnown_ = false;
-    for (auto& tree : tvGroups) tree.clear();
 }
 
 void PortTree::takeIdentity() {
@@ -67,14 +69,17 @@ void PortTree::takeIdentity() {
     const bool isNew = loadedFor_ != session_.gESN;
     const bool saves = std::exchange(saveWhenKnown_, false) && isNew;
     if (isNew && !loadedFor_.empty()) forget();  // they are another gateway's
+    const bool own = isNew && changed_;          // made before the gateway was known
     loadedFor_ = session_.gESN;
     const bool hasFile = std::filesystem::exists(session_.gGroupsFile, error);
-    if (saves && hasFile) {
+    if ((saves || own) && hasFile) {
         tell_(
             "This gateway has groups that were saved before. They were not loaded, so that yours stay: Save puts yours "
             "in their place.");
     } else if (saves) {
         if (save({})) tell_("The groups are saved.");
+    } else if (own) {
+        // They are this gateway's now, to be saved.
     } else if (const auto unsaved = parked_.extract(session_.gESN)) {
         tables_.gTreeItems = unsaved.mapped();
         changed_ = true;

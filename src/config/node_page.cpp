@@ -159,6 +159,11 @@ void NodePage::holdWrites(bool held) {
     follow();
 }
 
+std::string NodePage::nodeText() const {
+    const auto* node = tree_.tvGroups[0].find(key_);
+    return node ? node->text : key_;
+}
+
 bool NodePage::mayRead() {
     if (key_.empty())
         tools_.dialogs.info("Please select first the port in the ports list.");

@@ -59,6 +59,7 @@ protected:
     virtual bool silent(std::size_t box) const = 0;
     // Reads at once, or behind the batch that runs; who passes by a node does not ask for it.
     void read(std::vector<QueueItem> batch, int budgetMs) const { tools_.read("node", std::move(batch), budgetMs); }
+    std::string nodeText() const;
     bool included(std::size_t field) const { return frame.include[field].checked(); }
 
     // A write sends the field, and it is the operator's: what the gateway holds, and what is greyed, is not checked.

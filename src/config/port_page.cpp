@@ -132,11 +132,6 @@ PortRec* PortPage::portOf(std::string_view key) const {
     return node_key::isPort(key) ? &tools_.tables.port(*node_key::portOf(key)) : nullptr;
 }
 
-std::string PortPage::nodeText() const {
-    const auto* node = tree_.tvGroups[0].find(key_);
-    return node ? node->text : key_;
-}
-
 bool PortPage::writable() const { return node_key::isPort(key_) && kindOf(key_) != NodeKind::Missing; }
 
 // Of a group, as the gateway's answers to one GSM port would have it.

@@ -58,7 +58,6 @@ private:
     void bindSwitching();
     BuiltLine firstFault();
     PortRec* portOf(std::string_view key) const;
-    std::string nodeText() const;
     QueueItem readCommand() const;
     void showFacts(const PortRec* port);
     void showLevels(bool first, bool second);

@@ -177,7 +177,10 @@ void SimPage::followRules() {
 // A group's values are only proposed, so they are read each time; no look at a node costs an edit, or asks about one.
 void SimPage::readMissing() {
     if (form.known() || form.edited()) return;
-    if (auto batch = readBatch(); !batch.empty()) read(std::move(batch), refreshBudgetMs);
+    if (!showsGroup())
+        read({command("R_" + key_, nodeText())}, readBudgetMs);
+    else if (auto batch = readBatch(); !batch.empty())
+        read(std::move(batch), refreshBudgetMs);
 }
 
 std::vector<QueueItem> SimPage::readBatch() const {

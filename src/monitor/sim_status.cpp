@@ -225,7 +225,9 @@ void frmSimStatus::tornDown() {
     stopTimers();
     holdsData = false;
     if (!std::exchange(live_, false)) return;
-    lblAsOf.setText("as of " + hourAndMinute(platform_.clock().localTime()));
+    const bool lost = !session_.notices.lblLink.text().empty();
+    lblAsOf.setText(std::string(lost ? "The link is lost" : "The session is ended") + ". What is shown is as of " +
+                    hourAndMinute(platform_.clock().localTime()) + ".");
 }
 
 }  // namespace trunvex

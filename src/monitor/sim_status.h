@@ -55,7 +55,7 @@ public:
     sigc::signal<void(int index, const std::string& text)>& dialled() { return dialled_; }
 
     LabelField lblESN{"lblESN"};
-    // "as of 14:02": the link is lost, and what is shown is the last that was told. Empty while it is live.
+    // "The link is lost. What is shown is as of 14:02.", or that the session is ended. Empty while the board is live.
     LabelField lblAsOf{"lblAsOf"};
     LabelField lblHoure{"lblHoure"};
     LabelField lblMinute{"lblMinute"};

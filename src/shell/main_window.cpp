@@ -22,6 +22,7 @@ enum CommandTimer { RequestClock = 0, SessionClock = 2, WritesAgain = 3 };
 // Timers that go on by themselves; the others tick once.
 bool repeats(int index) { return index == SessionClock || index == 6 || index == 7; }
 
+constexpr const char* lineEnd = "\r\n";
 constexpr const char* wrongPasswordText = "The gateway did not accept the password: it gave no rights to this session.";
 
 }  // namespace
@@ -95,7 +96,7 @@ void FrmPRIGroups::followSession() {
 void FrmPRIGroups::loggedIn(LogInOutcome outcome) {
     if (outcome == LogInOutcome::WithoutRights)
         session_.tell(wrongPasswordText);
-    else if (const auto kept = unwritten(Page::Edits::OfThisSession); !kept.empty())
+    else if (const auto kept = unwritten(Page::Edits::OfThisSession, ", "); !kept.empty())
         session_.tell("Kept from the session before, and not written yet: " + kept + ".");
     if (session_.state.workOnlyWithMonitor)
         openPage("sim");
@@ -131,17 +132,17 @@ void FrmPRIGroups::showStanding() {
     lblSilence.setText(silenceText(session_.objSpool.silence()));
 }
 
-std::string FrmPRIGroups::unwritten(Page::Edits which) const {
+std::string FrmPRIGroups::unwritten(Page::Edits which, const char* between) const {
     std::string names;
     for (const auto* page : pages_)
-        for (const auto& name : page->unwritten(which)) names += (names.empty() ? "" : ", ") + name;
+        for (const auto& name : page->unwritten(which)) names += (names.empty() ? "" : between) + name;
     return names;
 }
 
 // Begins a session or ends it. What was edited in one that is ended on purpose is not kept for the next.
 void FrmPRIGroups::toggleSession() {
     if (session_.state.sessionFlag) {
-        const auto lost = unwritten(Page::Edits::OfThisSession);
+        const auto lost = unwritten(Page::Edits::OfThisSession, lineEnd);
         if (!lost.empty() && !platform_.dialogs().agreed(Button::Yes,
                                                          {"This is not written or saved yet:\r\n" + lost +
                                                               "\r\n\r\nEnd the session and lose these changes?",
@@ -194,7 +195,7 @@ void FrmPRIGroups::read(Page& page) {
 
 bool FrmPRIGroups::queryUnload() {
     std::string text = "Do you really want to exit the software?";
-    if (const auto lost = unwritten(Page::Edits::All); !lost.empty())
+    if (const auto lost = unwritten(Page::Edits::All, lineEnd); !lost.empty())
         text += "\r\n\r\nThis is not written or saved yet, and will be lost:\r\n" + lost;
     // Whatever happens behind the box, the operator has said whether the program is to end.
     if (!platform_.dialogs().agreed(Button::Yes, {text, "Exit", ButtonSet::YesNo, BoxIcon::Question, 2},

@@ -76,7 +76,7 @@ private:
     void showPhase();
     void showStanding();
     void toggleSession();
-    std::string unwritten(Page::Edits which) const;
+    std::string unwritten(Page::Edits which, const char* between) const;
     std::string trayTip() const;
     void loggedIn(LogInOutcome outcome);
     void read(Page& page);

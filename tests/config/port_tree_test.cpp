@@ -192,6 +192,16 @@ TEST_F(Tree, SavesTheGroupsOfEachGatewayByteForByte) {
     }
 }
 
+TEST_F(Tree, KeepsWhatWasGroupedBeforeAGatewayIsKnown) {
+    group();
+    bench.connect();
+    bench.advance(1200);  // the tables are reset as the log-in begins
+    bench.receive("A_ESN4711");
+    detect();
+    EXPECT_TRUE(tree.movePort("MOD11", "PRT01"));
+    EXPECT_THAT(tree.unsaved(false), ElementsAre("Groups")) << "still to be saved, now for this gateway";
+}
+
 TEST_F(Tree, AsksWhereToWhenItCantSaveForAGateway) {
     detect();
     group();

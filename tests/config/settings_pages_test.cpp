@@ -162,7 +162,7 @@ TEST_F(Edits, WaitForTheirGatewayAndAreNamedBeforeTheyAreLost) {
     connect();
     EXPECT_EQ(console.session.state.phase, SessionPhase::Connected);
     connect();
-    EXPECT_THAT(told(), testing::AllOf(testing::SizeIs(3), testing::Each(HasSubstr("\r\nGroups, Port 1"))));
+    EXPECT_THAT(told(), testing::AllOf(testing::SizeIs(3), testing::Each(HasSubstr("\r\nGroups\r\nPort 1"))));
     bench.logIn(gateway);
     select("MOD11");
     EXPECT_EQ(port.form.unwritten().size() + tree.ports("PRT01").size(), 0u);
@@ -226,7 +226,9 @@ TEST_F(Selection, ReadsWhatItLacksAndNothingTwice) {
     settle();
     EXPECT_THAT(arrived(), ElementsAre("R_MOD11", "R_MOD22")) << "who passes by a node does not ask for it";
     EXPECT_EQ(port.TxtIntDigPause.text(), "60");
-    select("SIM221");
+    tree.tvGroups[0].select("SIM221");
+    EXPECT_EQ(console.session.reads.bar.text(), "Loading SIM 1");
+    settle();
     EXPECT_THAT(arrived(), ElementsAre("R_SIM221"));
     EXPECT_EQ(pages.main.panel(), MainPage::Panel::Sim);
     select("MOD13");

@@ -320,7 +320,7 @@ TEST_F(Board, KeepsItsLastPictureAndReadsAnewWhenItIsOpen) {
     bench.platform.peer.closes();
     EXPECT_EQ(cell().lblMsg.text() + board.lblLoading.text(), "REGISTRATION0");
     EXPECT_EQ(board.row(17).lblSTBBch.colour(), bchInCall);
-    EXPECT_THAT(board.lblAsOf.text(), testing::MatchesRegex("as of [0-9][0-9]:[0-9][0-9]"));
+    EXPECT_THAT(board.lblAsOf.text(), testing::MatchesRegex("The link is lost.*as of [0-9][0-9]:[0-9][0-9]."));
     EXPECT_EQ(bench.platform.loop.runningTimers(), 0);
     EXPECT_FALSE(console.portTree.moduleType("MOD11").empty() || board.holdsData);
     board.setShown(false);
@@ -330,6 +330,8 @@ TEST_F(Board, KeepsItsLastPictureAndReadsAnewWhenItIsOpen) {
     EXPECT_EQ(asked(gateway), 0);
     report("4", "00012:33");
     EXPECT_EQ(board.lblLoading.text(), "1");
+    console.mainWindow.openPage("connect");
+    EXPECT_THAT(board.lblAsOf.text(), testing::StartsWith("The session is ended."));
 }
 
 TEST_F(Board, KeepsItsColours) {

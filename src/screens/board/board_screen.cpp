@@ -53,6 +53,7 @@ BoardScreen::BoardScreen(frmSimStatus& board, LastCalls& lastCalls, LabelField& 
     layout->setSpacing(grid);
     auto* header = new BoardHeader(board, allocation, frame_);
     for (auto* lamp : header->findChildren<LampSign*>()) pictures_.push_back(lamp);
+    pictures_.push_back(header->findChild<LevelBar*>());
     layout->addWidget(header);
     asOf_ = roleLabel({}, "strong");
     asOf_->setObjectName(shown(board.lblAsOf.name()));
@@ -80,12 +81,12 @@ BoardScreen::~BoardScreen() {
 
 // A picture of what was is told by a word and by the want of all colour.
 void BoardScreen::showAsOf() {
-    const auto asOf = shown(board_.lblAsOf.text());
-    asOf_->setText(asOf.isEmpty() ? QString() : tr("The link is lost. What is shown is %1.").arg(asOf));
-    asOf_->setVisible(!asOf.isEmpty());
+    const bool live = board_.lblAsOf.text().empty();
+    asOf_->setText(shown(board_.lblAsOf.text()));
+    asOf_->setVisible(!live);
     for (auto* picture : pictures_) {
-        auto* grey = asOf.isEmpty() ? nullptr : new QGraphicsColorizeEffect;
-        if (grey) grey->setColor(Qt::gray);
+        auto* grey = live ? nullptr : new QGraphicsColorizeEffect;
+        if (grey) grey->setColor(Qt::black);  // any lighter one would be laid over the shades, and the texts fade
         picture->setGraphicsEffect(grey);
     }
 }

@@ -18,9 +18,9 @@ namespace trunvex {
 namespace {
 
 constexpr int leastWidth = 280;
-constexpr int leastHeight = 84;
+constexpr int leastHeight = 72;
 constexpr int usualHeight = 120;
-constexpr int leastBarsHeight = 28;
+constexpr int leastBarsHeight = 12;
 constexpr int leastBarWidth = 3;
 constexpr int leastGap = 1;
 constexpr double barShare = 0.72;  // of a bar's strip

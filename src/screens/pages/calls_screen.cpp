@@ -9,6 +9,7 @@
 #include <QMenu>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QShortcut>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -248,7 +249,11 @@ QWidget* CallsScreen::buildCharts() {
         rows->addWidget(chart, 1);
     }
     follow(sheet, page_.cmbCDRMeasure, [this] { showCharts(); });
-    return sheet;
+    auto* area = new QScrollArea;
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    area->setWidget(sheet);
+    return area;
 }
 
 void CallsScreen::showSums() {

@@ -222,15 +222,21 @@ QGroupBox* GroupsScreen::buildButtons() {
     };
     hint(tr(
         "Make a group, mark ports in the tree and move them to it, or drag a port onto a group. F2 renames a group."));
-    for (auto* action : {&tree.cmdCreateGroup, &tree.cmdMoveToGroup, &tree.cmdRenameGroup, &tree.cmdDeleteGroup})
-        column->addWidget(button(*action));
+    const auto beside = [column](std::initializer_list<ActionField*> actions) {
+        auto* row = new QHBoxLayout;
+        row->setSpacing(grid);
+        for (auto* action : actions) row->addWidget(button(*action), 1);
+        column->addLayout(row);
+    };
+    beside({&tree.cmdCreateGroup, &tree.cmdMoveToGroup});
+    beside({&tree.cmdRenameGroup, &tree.cmdDeleteGroup});
     column->addSpacing(2 * grid);
     hint(tr("Save keeps the groups for this gateway; they are there again at its next log-in."));
-    for (auto* action : {&tree.cmdSaveGroups, &tree.cmdExportGroups, &tree.cmdImportGroups})
-        column->addWidget(button(*action));
+    column->addWidget(button(tree.cmdSaveGroups));
+    beside({&tree.cmdExportGroups, &tree.cmdImportGroups});
     column->addSpacing(2 * grid);
-    for (auto* action : {&tree.cmdExpand, &tree.cmdCollapse, &tree.cmdRefreshTree, &tree.cmdResetTree})
-        column->addWidget(button(*action));
+    beside({&tree.cmdExpand, &tree.cmdCollapse});
+    for (auto* action : {&tree.cmdRefreshTree, &tree.cmdResetTree}) column->addWidget(button(*action));
     column->addStretch(1);
     return group;
 }

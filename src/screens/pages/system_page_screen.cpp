@@ -30,8 +30,8 @@ SystemPageScreen::SystemPageScreen(SystemPage& page, LabelField& now, LabelField
     columns->addWidget(buildClock(now), 0, 0);
     columns->addWidget(buildVersion(update), 1, 0);
     columns->addWidget(buildConnection(), 0, 1, 2, 1);
-    columns->setColumnStretch(0, 2);
-    columns->setColumnStretch(1, 3);
+    columns->setColumnStretch(0, 1);
+    columns->setColumnStretch(1, 1);
     content()->addLayout(columns);
     content()->addStretch(1);
     content()->addLayout(buttonRow({&page.cmdUndoClock, &page.cmdClkRefresh, &page.cmdSetTime_}, page.form));
