@@ -166,22 +166,22 @@ TEST_F(ReadQueueTest, TellsHowFarALongTableHasCome) {
 }
 
 TEST_F(ReadQueueTest, OfTheBoardPassesOverWhatIsNotAnsweredWithoutAWord) {
-    ReadQueue queue{platform, sender, boardReads};
-    queue.start({command("R_STS11", "Port 1"), command("R_STS12", "Port 2"), command("R_STS13", "Port 3")}, 300);
-    EXPECT_TRUE(queue.takeAnswer("A_STS11,1"));
+    ReadQueue board{platform, sender, boardReads};
+    board.start({command("R_STS11", "Port 1"), command("R_STS12", "Port 2"), command("R_STS13", "Port 3")}, 300);
+    EXPECT_TRUE(board.takeAnswer("A_STS11,1"));
     advance(70);
     EXPECT_THAT(sender.lines, ElementsAre("R_STS11", "R_STS12"));
     advance(300);
     EXPECT_THAT(sender.lines, ElementsAre("R_STS11", "R_STS12", "R_STS13"));
-    EXPECT_TRUE(queue.takeAnswer("OK"));
+    EXPECT_TRUE(board.takeAnswer("OK"));
     advance(300);
-    EXPECT_EQ(queue.bar.text(), "Refreshing data  complete seccessful!");
-    EXPECT_FALSE(queue.bar.visible());
+    EXPECT_EQ(board.bar.text(), "Refreshing data  complete seccessful!");
+    EXPECT_FALSE(board.bar.visible());
     EXPECT_EQ(platform.loop.runningTimers(), 0);
     EXPECT_THAT(platform.boxes.shown, IsEmpty());
-    queue.start({command("R_STS11", "Port 1")}, 300);
+    board.start({command("R_STS11", "Port 1")}, 300);
     advance(400);
-    EXPECT_EQ(queue.bar.text(), "Done");
+    EXPECT_EQ(board.bar.text(), "Done");
 }
 
 }  // namespace
