@@ -22,7 +22,10 @@ protected:
         table.setFocus();
         go(0, 0);
     }
-    void go(int row, int column) { table.setCurrentIndex(table.model()->index(row, column)); }
+    // Whatever key the test before has left pressed.
+    void go(int row, int column) {
+        table.selectionModel()->setCurrentIndex(table.model()->index(row, column), QItemSelectionModel::ClearAndSelect);
+    }
     QString at(int row, int column) const { return table.model()->index(row, column).data().toString(); }
     void paste(const QString& text) {
         QApplication::clipboard()->setText(text);

@@ -103,23 +103,6 @@ TEST(Faults, piecesAndGapsLoseNoByte) {
     EXPECT_EQ(console.taken(), bench.esn + "\r\0A_SYS4.37,2,2,2\r\0"s);
 }
 
-TEST(Faults, linesOfOneWindowLeaveAsOnePiece) {
-    Bench bench({"coalesce=100"});
-    ConsoleDouble& console = bench.console;
-    console.advance(10);
-    console.send("R_ESN");
-    console.advance(60);
-    console.send("C_CPWx");
-    console.advance(29);
-    EXPECT_TRUE(console.pieces.empty());
-    console.advance(2);
-    console.send("R_SYS");
-    console.advance(98);
-    EXPECT_EQ(console.pieces, (std::vector<std::string>{bench.esn + "\rA_CPW0\r"}));
-    console.advance(1);
-    EXPECT_EQ(console.pieces.back(), "A_SYS4.37,2,2,2\r");
-}
-
 TEST(Faults, floodComesOnceALinkAndTheLinkDiesAfterItsLines) {
     Bench bench({"flood=100000", "hangup=2"});
     ConsoleDouble& console = bench.console;

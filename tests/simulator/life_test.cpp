@@ -38,24 +38,6 @@ TEST(Life, talkCountersStartAnewAfterFiveDigitsOfMinutes) {
     EXPECT_EQ(counter.substr(0, 3), "000") << counter;
 }
 
-TEST(Life, aStormKeepsItsPaceEvenly) {
-    for (const int pace : {1, 700, 10'000, LifeRates::mostLinesPerSecond}) {
-        Gateway gateway(alive(LifeRates::storm(pace)));
-        ConsoleDouble console(gateway);
-        int total = 0;
-        int most = 0;
-        for (int ms = 0; ms < 2000; ++ms) {
-            console.advance(1);
-            const int now = reports(console.taken());
-            most = std::max(most, now);
-            total += now;
-        }
-        EXPECT_GE(total, 2 * pace);
-        EXPECT_LT(total, 2 * pace + 10);
-        EXPECT_LE(most, 64);
-    }
-}
-
 TEST(Life, repeatsItselfWhateverTheStepsOfTime) {
     const auto lived = [](const LifeRates& rates, std::uint64_t seed, int step) {
         Gateway gateway(alive(rates, seed));
