@@ -5,8 +5,8 @@ namespace trunvex {
 void RecordPage::addForm(RecordForm& form, const char* name, const Buttons& buttons, std::vector<QueueItem> batch,
                          std::function<std::string()> build) {
     form.turnTo(name);
-    auto& sheet = sheets_.emplace_back(form, buttons, std::move(batch), std::move(build), name,
-                                       std::make_unique<WriteWord>(tools_.writes, tools_.clock, form));
+    auto& sheet = sheets_.emplace_back(Sheet{form, buttons, std::move(batch), std::move(build), name,
+                                             std::make_unique<WriteWord>(tools_.writes, tools_.clock, form)});
     form.changed().connect([&sheet] { sheet.buttons.undo.setEnabled(sheet.form.edited()); });
     buttons.undo.setEnabled(form.edited());
     buttons.undo.pressed().connect([&sheet] { sheet.form.undo(); });

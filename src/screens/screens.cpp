@@ -1,6 +1,7 @@
 #include "screens/screens.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QStackedWidget>
 
 #include "screens/board/board_screen.h"
