@@ -88,15 +88,11 @@ private:
     std::vector<Row> rows_;
 };
 
-// For a column that is written as its field has it.
-inline auto content(const InputField& field) {
-    return [&field](const auto&) { return field.value(); };
-}
-
 // True while the field shows what the gateway holds: the operator has not touched it, and nothing is wrong with that.
 inline bool untouched(const InputField& field) { return field.standing() == InputField::Standing::AsRead; }
 
-// As content(), but what nobody touched goes back as it is held, fit for a line or not: it has come in one.
+// For a column that is written as its field has it; but what nobody touched goes back as it is held, fit for a line or
+// not: it has come in one.
 template <class Record>
 auto contentOrHeld(const InputField& field, std::string Record::*member) {
     return [&field, member](const Record& to) { return untouched(field) ? to.*member : field.value(); };

@@ -10,8 +10,7 @@ constexpr const char* formatSection = "CDRConfig";
 constexpr int delayedClockTickMs = 1000;
 constexpr const char* formatKey = "DateFormat";
 
-std::string twoDigits(std::int64_t number) { return pad(std::to_string(number), 2, '0', PadSide::Left); }
-std::string twoDigits(std::string_view text) { return pad(text, 2, '0', PadSide::Left); }
+std::string padded(std::string_view text) { return pad(text, 2, '0', PadSide::Left); }
 
 }  // namespace
 
@@ -77,8 +76,8 @@ void SystemPage::takeClock(const ClockReport& report) {
     showDate();
     if (val(day) == 0 || val(month) == 0) return;
     const auto weekday = val(report.weekday);
-    form.take({{&dtpDate, escaped(twoDigits(day) + "/" + twoDigits(month) + "/20" + twoDigits(year))},
-               {&dtpClock, escaped(twoDigits(report.hour) + ":" + twoDigits(report.minute))},
+    form.take({{&dtpDate, escaped(padded(day) + "/" + padded(month) + "/20" + padded(year))},
+               {&dtpClock, escaped(padded(report.hour) + ":" + padded(report.minute))},
                {&cmbDay, weekday >= 1 && weekday <= 7 ? std::to_string(weekday - 1) : std::string()}});
 }
 

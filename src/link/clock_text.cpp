@@ -10,8 +10,6 @@ namespace {
 
 enum ClockPart { Day = 0, Month = 1, Year = 2, Weekday = 3, Hour = 4, Minute = 5, Second = 6 };
 
-std::string twoDigits(std::int64_t number) { return pad(std::to_string(number), 2, '0', PadSide::Left); }
-
 void advanceDate(std::array<std::string, 7>& clock) {
     constexpr int century = 2000;
     constexpr int daysOfWeek = 7;

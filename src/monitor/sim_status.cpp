@@ -212,14 +212,6 @@ void frmSimStatus::begun() {
     live_ = true;
 }
 
-// A board that is open is not opened again, so it reads by itself.
-void frmSimStatus::loggedIn(LogInOutcome) {
-    if (!shown()) return;
-    session_.reads.whenFree(traits.key, [this] {
-        if (auto batch = missing(); sender_.free() && !batch.empty()) session_.reads.start(std::move(batch));
-    });
-}
-
 // The last picture stays, for it tells how things stood when the link was lost.
 void frmSimStatus::tornDown() {
     stopTimers();

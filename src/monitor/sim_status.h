@@ -91,7 +91,6 @@ private:
     void refresh();
     void tellProgress();
     void begun() override;
-    void loggedIn(LogInOutcome outcome) override;
     void tornDown() override;
     void stopTimers();
 

@@ -1,7 +1,6 @@
 #include "shell/main_window.h"
 
 #include <algorithm>
-#include <cctype>
 #include <stdexcept>
 #include <utility>
 
@@ -98,6 +97,9 @@ void FrmPRIGroups::loggedIn(LogInOutcome outcome) {
         session_.tell(wrongPasswordText);
     else if (const auto kept = unwritten(Page::Edits::OfThisSession, ", "); !kept.empty())
         session_.tell("Kept from the session before, and not written yet: " + kept + ".");
+    // A window that is open already is not opened again.
+    for (auto* page : pages_)
+        if (page->traits.ownWindow && page->shown()) read(*page);
     if (session_.state.workOnlyWithMonitor)
         openPage("sim");
     else
@@ -155,8 +157,7 @@ void FrmPRIGroups::toggleSession() {
 }
 
 void FrmPRIGroups::openPage(std::string_view pressed) {
-    std::string key(pressed);
-    std::ranges::transform(key, key.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    const auto key = folded(std::string(pressed));
     if (key == "connect") {
         toggleSession();
         return;

@@ -133,10 +133,12 @@ std::string escaped(std::string_view bytes) {
     return shown;
 }
 
+std::string twoDigits(std::int64_t number) { return pad(std::to_string(number), 2, '0', PadSide::Left); }
+
 std::string timeOfDay(std::chrono::local_seconds time) {
     const std::chrono::hh_mm_ss parts(time - std::chrono::floor<std::chrono::days>(time));
-    const auto twoDigits = [](auto part) { return pad(std::to_string(part.count()), 2, '0', PadSide::Left); };
-    return twoDigits(parts.hours()) + ":" + twoDigits(parts.minutes()) + ":" + twoDigits(parts.seconds());
+    return twoDigits(parts.hours().count()) + ":" + twoDigits(parts.minutes().count()) + ":" +
+           twoDigits(parts.seconds().count());
 }
 
 std::string hourAndMinute(std::chrono::local_seconds time) { return timeOfDay(time).substr(0, 5); }

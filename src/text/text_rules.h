@@ -55,6 +55,8 @@ std::string fileNamePart(std::string_view text);
 // A text from the wire for the eye: bytes outside printable ASCII appear as \xHH, and never as control characters.
 std::string escaped(std::string_view bytes);
 
+// A number of a date or a time, 0 in front of a single digit.
+std::string twoDigits(std::int64_t number);
 // "hh:mm:ss".
 std::string timeOfDay(std::chrono::local_seconds time);
 // The same without the seconds.
