@@ -177,7 +177,7 @@ std::string IsdnPage::buildLine(bool store) {
 }
 
 std::string IsdnPage::CmdWriteISDN() {
-    const auto line = buildLine(false);
+    auto line = buildLine(false);
     if (line.empty()) return {};
     auto sent = tools_.tables.isdn;
     storeIsdn(sent, fieldsOf(line), true);

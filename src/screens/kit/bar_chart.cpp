@@ -229,7 +229,7 @@ void BarChart::paintEvent(QPaintEvent*) {
     if (hasFocus()) {
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(QPen(roles.accent, 2));
-        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), grid / 2, grid / 2);
+        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), grid / 2.0, grid / 2.0);
         painter.setRenderHint(QPainter::Antialiasing, false);
     }
     paintTitle(painter, parts);
