@@ -73,6 +73,8 @@ GatewayState::GatewayState(Random& random, std::optional<std::chrono::sys_second
     channels.fill(true);
     for (int& counter : isdnCounters) counter = static_cast<int>(random.between(0, 40));
     for (Port& port : ports) furnishSettings(port, random);
+    Random own(random.between(0, 1'000'000));
+    furnishRouting(routing, own);
 }
 
 }  // namespace simulator

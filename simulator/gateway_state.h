@@ -5,6 +5,7 @@
 #include "simulator/port_address.h"
 #include "simulator/port_record.h"
 #include "simulator/random.h"
+#include "simulator/routing_settings.h"
 #include "simulator/sim_record.h"
 
 #include <array>
@@ -117,6 +118,7 @@ struct GatewayState {
     IsdnRecord isdn;
     IsdnCounters isdnCounters{};
     CallRecords callRecords;
+    RoutingSettings routing;
 };
 
 }  // namespace simulator

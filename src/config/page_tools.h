@@ -19,6 +19,8 @@ namespace trunvex {
 inline constexpr const char* nothingReadText =
     "Nothing was read here yet. Read it first, so that nothing unknown is overwritten.";
 
+inline constexpr const char* noChangeText = "No change in the data!!";
+
 // What every settings page works with.
 struct PageTools {
     Dialogs& dialogs;

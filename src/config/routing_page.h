@@ -1,32 +1,50 @@
 #pragma once
 
-#include <deque>
-
-#include "fields/fields.h"
-#include "model/status_reports.h"
+#include "config/access_routing.h"
+#include "config/channel_routing.h"
+#include "config/direct_lines.h"
+#include "config/port_routing.h"
+#include "config/prefix_routing.h"
 #include "pages/page.h"
 
 namespace trunvex {
 
-// The page "tsl", as far as the gateway's reports move it by themselves: which B-channels and ports are in use, and how
-// calls are allotted to them.
+struct RoutingPicture;
+
+// The page "tsl": how calls find their way through the gateway. Its parts are written each by itself and read together.
 class RoutingPage final : public Page {
 public:
-    explicit RoutingPage(Session& session);
+    RoutingPage(Session& session, const PageTools& tools, RoutingRecords& routing);
 
-    std::deque<CheckField> chkTSLChannel;  // 32: channels 1 to 30 and the two reserved lines
-    std::deque<TextField> txtTSLNumber;    // 32
-    std::deque<CheckField> chkTSLPort;     // 32, by port number - 1
-    std::deque<LabelField> lblTSLBch;      // 32
-    std::deque<TextField> txtTSLPRF;       // 32
-    CheckField chkTSLByPrefix{"chkTSLByPrefix", "By prefixes"};
-    ChoiceField optTSLMode{"optTSLMode", {"Static", "Cyclic", "Random"}};
-    LabelField lblAllocation{"lblAllocation"};  // the allocation mode in words, shown on the status board
+    void holdWrites(bool held) override;
+    std::vector<std::string> unwritten(Edits which) const override;
+    void discard() override;
+
+    PortRouting portSide;
+    ChannelRouting channelSide;
+    PrefixRouting prefixes;
+    AccessRouting access;
+    DirectLines directLines;
+    ActionField cmdTslGetData{"cmdTslGetData", "Read"};
+
+    // What would become of a call, by the tables as they stand on the page.
+    TextField txtTryNumber{"txtTryNumber"};
+    TextField txtTryCaller{"txtTryCaller"};
+    ChoiceField cmbTryChannel{"cmbTryChannel"};  // the first entry leaves it open
+    LabelField lblTry{"lblTry"};                 // a line a step
 
 private:
-    void takeChannel(const ChannelReport& report);
-    void takePort(const PortReport& report);
-    void takeAllocation(const Fields& fields);
+    void tornDown() override { park(); }
+    void begun() override { park(); }
+    void identified() override;
+    void park();
+    void readAll();
+    void tryIt();
+    void addLists(RoutingPicture& picture) const;
+
+    const PageTools& tools_;
+    RoutingRecords& routing_;
+    std::vector<RoutingSide*> sides_;
 };
 
 }  // namespace trunvex

@@ -2,13 +2,15 @@
 
 #include "config/isdn_page.h"
 #include "config/main_page.h"
+#include "config/routing_page.h"
 #include "config/system_page.h"
 
 namespace trunvex {
 
 // The pages on which the gateway's settings are read and written, and what they share.
 struct SettingsPages {
-    SettingsPages(Session& session, SharedTables& tables, SettingsRecords& settingsRecords, PortTree& tree)
+    SettingsPages(Session& session, SharedTables& tables, SettingsRecords& settingsRecords,
+                  RoutingRecords& routingRecords, PortTree& tree)
         : tools{session.platform.dialogs(),
                 session.objSpool,
                 tables,
@@ -19,7 +21,7 @@ struct SettingsPages {
                 [&session](const std::string& text) { session.tell(text); }},
           groupWrite(session.writes), port(tools, tree, settingsRecords, groupWrite),
           sim(tools, tree, settingsRecords, groupWrite), main(session, tree, port, sim, groupWrite),
-          isdn(session, tools, settingsRecords), system(session, tools) {
+          isdn(session, tools, settingsRecords), system(session, tools), routing(session, tools, routingRecords) {
         session.events.begun.connect([this] {
             groupWrite.forget();
             forget();
@@ -40,6 +42,7 @@ struct SettingsPages {
     MainPage main;
     IsdnPage isdn;
     SystemPage system;
+    RoutingPage routing;
 };
 
 }  // namespace trunvex

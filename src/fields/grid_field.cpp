@@ -50,6 +50,11 @@ bool sortsBefore(const std::string& one, const std::string& other) {
 GridField::GridField(std::string name, std::vector<Column> columns, std::size_t mostRows)
     : InputField(std::move(name)), columns_(std::move(columns)), mostRows_(mostRows) {}
 
+void GridField::setHeading(std::size_t column, std::string heading) {
+    columns_.at(column).heading = std::move(heading);
+    replaced().emit();
+}
+
 GridField::Row GridField::makeRow(TextRow cells) const {
     cells.resize(columns_.size());
     for (auto& cell : cells) cell = withoutSeparators(std::move(cell));
@@ -64,8 +69,9 @@ GridField::Row GridField::withCell(const Row& row, std::size_t column, const std
 }
 
 void GridField::setCell(Cell cell, const std::string& text) {
+    if (columns_.at(cell.column).fixed) return;
     if (cell.row >= rows_.size()) {
-        if (text.empty() || rows_.size() >= mostRows_) return;
+        if (text.empty() || !hasRoom()) return;
         take({{rows_.size(), {}, {withCell(makeRow({}), cell.column, text)}}});
         return;
     }
@@ -79,7 +85,7 @@ void GridField::clearCells(std::span<const Cell> cells) {
     std::vector<Cell> sorted(cells.begin(), cells.end());
     std::sort(sorted.begin(), sorted.end(), [](Cell one, Cell other) { return one.row < other.row; });
     for (const auto& cell : sorted) {
-        if (cell.row >= rows_.size()) continue;
+        if (cell.row >= rows_.size() || columns_.at(cell.column).fixed) continue;
         const bool sameRow = !step.empty() && step.back().first == cell.row;
         if (!sameRow) step.push_back({cell.row, {rows_[cell.row]}, {rows_[cell.row]}});
         auto& after = step.back().after.front();
@@ -90,10 +96,11 @@ void GridField::clearCells(std::span<const Cell> cells) {
 }
 
 void GridField::insertRow(std::size_t before) {
-    if (rows_.size() < mostRows_) take({{std::min(before, rows_.size()), {}, {makeRow({})}}});
+    if (hasRoom()) take({{std::min(before, rows_.size()), {}, {makeRow({})}}});
 }
 
 void GridField::removeRows(std::vector<std::size_t> rows) {
+    if (rowsFixed_) return;
     std::sort(rows.begin(), rows.end(), std::greater());
     rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
     Step step;  // from the last row to the first, so that none moves another; neighbours go together
@@ -111,7 +118,8 @@ void GridField::removeRows(std::vector<std::size_t> rows) {
 
 std::size_t GridField::paste(Cell at, const std::vector<TextRow>& texts) {
     const auto first = std::min(at.row, rows_.size());
-    const auto fitting = std::min(texts.size(), mostRows_ - std::min(first, mostRows_));
+    const auto last = rowsFixed_ ? rows_.size() : mostRows_;
+    const auto fitting = std::min(texts.size(), last - std::min(first, last));
     const auto over = std::min(fitting, rows_.size() - first);
     Swap swap{first,
               Rows(rows_.begin() + static_cast<std::ptrdiff_t>(first),
@@ -120,7 +128,7 @@ std::size_t GridField::paste(Cell at, const std::vector<TextRow>& texts) {
     for (std::size_t i = 0; i < fitting; ++i) {
         auto row = i < over ? swap.before[i] : makeRow({});
         for (std::size_t column = 0; column < texts[i].size() && at.column + column < columns_.size(); ++column)
-            row = withCell(row, at.column + column, texts[i][column]);
+            if (!columns_[at.column + column].fixed) row = withCell(row, at.column + column, texts[i][column]);
         swap.after.push_back(std::move(row));
     }
     if (fitting > 0) take({std::move(swap)});
@@ -139,6 +147,7 @@ std::size_t GridField::replaceAll(const std::vector<TextRow>& rows) {
 }
 
 void GridField::sort(std::size_t column, bool ascending) {
+    if (rowsFixed_) return;
     auto sorted = rows_;
     std::stable_sort(sorted.begin(), sorted.end(), [column, ascending](const Row& one, const Row& other) {
         const auto& left = one.cells[column];
@@ -199,9 +208,11 @@ bool GridField::edited(Cell cell) const {
 std::string GridField::problemOf(Cell cell) const {
     const auto& row = rows_.at(cell.row);
     if (!row.problem.empty()) return row.problem;
-    if (isBlank(row.cells)) return {};
-    const auto& text = row.cells.at(cell.column);
-    const auto& rules = columns_[cell.column];
+    return isBlank(row.cells) ? std::string() : faultOf(cell.column, row.cells.at(cell.column));
+}
+
+std::string GridField::faultOf(std::size_t column, const std::string& text) const {
+    const auto& rules = columns_.at(column);
     if (rules.greatestLength > 0 && text.size() > rules.greatestLength)
         return rules.heading + ": at most " + std::to_string(rules.greatestLength) + " characters.";
     if (!rules.allowed.empty() && text.find_first_not_of(rules.allowed) != std::string::npos)

@@ -21,14 +21,20 @@ public:
         std::string allowed;             // the characters a cell may have; empty allows all
         bool figures = false;
         // The word on what is wrong with a cell that keeps to length and characters; empty when nothing is.
-        std::function<std::string(const std::string& text)> check;
+        std::function<std::string(const std::string& text)> check = {};
+        bool fixed = false;  // not for the operator to change
     };
 
     GridField(std::string name, std::vector<Column> columns, std::size_t mostRows);
     virtual ~GridField() = default;
 
     const Column& column(std::size_t index) const { return columns_.at(index); }
+    void setHeading(std::size_t column, std::string heading);
     std::size_t mostRows() const { return mostRows_; }
+    // The rows are as many as they are, and in their order; only cells are edited.
+    void fixRows() { rowsFixed_ = true; }
+    bool rowsFixed() const { return rowsFixed_; }
+    bool hasRoom() const { return !rowsFixed_ && rows_.size() < mostRows_; }
     const std::string& cell(std::size_t row, std::size_t column) const { return rows_.at(row).cells.at(column); }
     const TextRow& row(std::size_t index) const { return rows_.at(index).cells; }
 
@@ -53,6 +59,8 @@ public:
     bool edited(Cell cell) const;
     // Why the cell can't be written; empty while nothing is known against it, and in a row that is empty as a whole.
     std::string problemOf(Cell cell) const;
+    // The same of a text that stands in a row which is not empty.
+    std::string faultOf(std::size_t column, const std::string& text) const;
     // A reason that no check knows, such as a refusal; gone with the next edit of the row.
     void setProblemOf(std::size_t row, std::string problem);
     std::optional<Cell> firstProblem() const;
@@ -97,6 +105,7 @@ private:
 
     std::vector<Column> columns_;
     std::size_t mostRows_;
+    bool rowsFixed_ = false;
     Rows rows_;
     std::vector<TextRow> held_;
     std::deque<Step> steps_;

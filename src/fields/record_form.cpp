@@ -19,6 +19,7 @@ void RecordForm::fieldChanged(std::size_t index) {
     mark(entry);
     if (filling_) return;
     word_.clear();
+    touched_.emit();
     changed_.emit();
 }
 

@@ -66,6 +66,8 @@ public:
     // Before the fields are checked anew: a fault between two of them may have gone with a change of the other.
     void clearProblems();
 
+    // The operator has changed something; told before changed().
+    sigc::signal<void()>& touched() { return touched_; }
     // The operator has changed something, or the gateway has.
     sigc::signal<void()>& changed() { return changed_; }
 
@@ -93,6 +95,7 @@ private:
     bool compared_ = true;
     bool filling_ = false;
     std::string word_;
+    sigc::signal<void()> touched_;
     sigc::signal<void()> changed_;
 };
 

@@ -18,7 +18,10 @@ Session::Session(Platform& platform_, Settings& setting_, Settings& data, const 
     records.updateCompleted.connect([this] { firmware.NextCoommand(); });
     const auto say = [this](const std::string& text) { tell(text); };
     objSpool.openFailed().connect(say);
-    objSpool.linkLost().connect([this](const std::string& what) { notices.lblLink.setText(what); });
+    objSpool.linkLost().connect([this](const std::string& what) {
+        notices.lblLink.setText(writes.restartAsked() ? "The gateway restarts, as asked. Connect again in a moment."
+                                                      : what);
+    });
     writes.refused().connect(say);
     reads.refused().connect(say);
     refreshes.refused().connect(say);

@@ -1,5 +1,8 @@
 #include "queues/read_queue.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "text/text_rules.h"
 
 namespace trunvex {
@@ -34,6 +37,7 @@ bool ReadQueue::start(std::vector<QueueItem> batch, int budgetMs) {
     if (batch.empty() || !mayStart()) return false;
     if (running()) finish(Ending::Replaced);
     walk_.begin(std::move(batch));
+    lineCame_ = false;
     bar.setText(rules_.asks ? "Loading " + walk_.item().Caption : rules_.firstText);
     FormEnableProgress(false);
     bar.StartProgress(rules_.mode, budgetMs == 0 ? rules_.budgetMs : budgetMs, static_cast<int>(walk_.count()));
@@ -60,6 +64,11 @@ void ReadQueue::RequestQueue() {
     if (!running()) return;
     if (walk_.reply() == Walk::Reply::None) {
         itemUnanswered();
+        return;
+    }
+    if (std::exchange(lineCame_, false)) {
+        bar.stepBack();
+        waitForQuiet();
         return;
     }
     if (!walk_.last()) {
@@ -133,11 +142,20 @@ void ReadQueue::beginWaiting() {
 bool ReadQueue::takeAnswer(std::string_view line) {
     if (!running()) return false;
     const bool fits = *rules_.pattern != '\0' && like(line, rules_.pattern);
-    if (!fits && !contains(line, mid(walk_.item().Key, 3, 255))) return false;
+    const auto& item = walk_.item();
+    const bool told = !item.terms.contains.empty() && contains(line, item.terms.contains);
+    if (!fits && !told && !contains(line, mid(item.Key, 3, 255))) return false;
     walk_.setReply(Walk::Reply::Accepted);
-    settle();
+    lineCame_ = item.terms.manyLines;
+    if (lineCame_)
+        waitForQuiet();
+    else
+        settle();
     return true;
 }
+
+// The item's step comes when no line of its table has come for a while.
+void ReadQueue::waitForQuiet() { bar.setProgressSpeed(rules_.mode, std::max(1, tableQuietMs / bar.ticksPerItem())); }
 
 void ReadQueue::onComplete(std::string keyPart, std::function<void(const std::string&)> show) {
     completions_.emplace_back(std::move(keyPart), std::move(show));

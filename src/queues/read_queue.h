@@ -91,6 +91,7 @@ private:
     int sends() const { return walk_.index() == 0 ? rules_.firstSends : rules_.laterSends; }
     void sendNext();
     void itemUnanswered();
+    void waitForQuiet();
     void skipDeadItem();
     void finish(Ending ending);
     void beginWaiting();
@@ -99,6 +100,7 @@ private:
     Platform& platform_;
     const ReadRules rules_;
     Walk walk_;
+    bool lineCame_ = false;  // of the table in flight, since the last step
     bool formEnabled_ = true;
     sigc::signal<void(bool)> formEnabledChanged_;
     sigc::signal<void(Ending)> ended_;

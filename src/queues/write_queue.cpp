@@ -71,7 +71,7 @@ void WriteQueue::begin(WriteBatch batch) {
 // A batch of the operator's that something stronger ends is not lost without a word.
 void WriteQueue::tellCutShort() {
     if (!running() || !operators_) return;
-    if (gWriteQueue.last() && gWriteQueue.item().Key == "C_RBT") return;  // it is to end the link
+    if (gWriteQueue.last() && gWriteQueue.item().terms.restarts) return;  // it is to end the link
     std::string text = "The write was cut short. Not written: " + gWriteQueue.item().Caption;
     const auto more = gWriteQueue.count() - 1 - gWriteQueue.index();
     if (more > 0) text += " and " + std::to_string(more) + " more";
@@ -102,6 +102,7 @@ void WriteQueue::endBatch(Ending ending) {
 }
 
 void WriteQueue::sendCurrent() {
+    restartAsked_ = gWriteQueue.item().terms.restarts;
     if (const int own = gWriteQueue.item().terms.timeMs; own > 0) panel_.setProgressSpeed(ucProgress::Writing, own);
     gWriteQueue.send();
 }
@@ -135,9 +136,10 @@ void WriteQueue::answeredFor(std::string_view address, bool ok) {
 
 void WriteQueue::writeQueue() {
     if (!gWriteQueue.active()) return;
+    const bool restarted = gWriteQueue.item().terms.restarts && gWriteQueue.reply() == Walk::Reply::None;
     if (panel_.ProgressState == ucProgress::Wait)
         plainSendStep();
-    else if (gWriteQueue.reply() == Walk::Reply::Accepted)
+    else if (gWriteQueue.reply() == Walk::Reply::Accepted || restarted)
         accepted();
     else if (gSilentWrite)
         passOver();
@@ -169,10 +171,7 @@ void WriteQueue::accepted() {
         complete();
         return;
     }
-    gWriteQueue.next();
-    const auto& caption = gWriteQueue.item().Caption;
-    panel_.setPanelText(gRestoreMode ? "Restoring Data" : gSilentWrite ? caption : sendingText + caption);
-    sendCurrent();
+    goOn();
 }
 
 void WriteQueue::complete() {
@@ -265,8 +264,20 @@ void WriteQueue::settleFailed() {
 void WriteQueue::ignore() {
     settleFailed();
     gWriteErrors += gWriteQueue.item().Caption + lineEnd;
+    goOn();
+}
+
+// A restart would make a gateway that took a part of the batch work by that part.
+void WriteQueue::goOn() {
     gWriteQueue.next();
-    panel_.setPanelText(sendingText + gWriteQueue.item().Caption);
+    const auto& caption = gWriteQueue.item().Caption;
+    if (gWriteQueue.item().terms.restarts && !gWriteErrors.empty()) {
+        gWriteErrors += caption + lineEnd;
+        settled_.emit(gWriteQueue.item(), Outcome::NotSent);
+        complete();
+        return;
+    }
+    panel_.setPanelText(gRestoreMode ? "Restoring Data" : gSilentWrite ? caption : sendingText + caption);
     sendCurrent();
 }
 

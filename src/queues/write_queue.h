@@ -33,8 +33,8 @@ class WriteQueue {
 public:
     WriteQueue(Platform& platform, CommandSender& sender, ucProgress& panel);
 
-    // What became of an item; NoAnswer when its time ran out.
-    enum class Outcome { Accepted, Refused, NoAnswer };
+    // What became of an item; NoAnswer when its time ran out, NotSent when it was held back for the failure of another.
+    enum class Outcome { Accepted, Refused, NoAnswer, NotSent };
     // Failed: the operator gave up. Replaced: a batch of the session's own took its place. Lost: the link fell.
     enum class Ending { Complete, Failed, Cancelled, Replaced, Lost };
 
@@ -49,6 +49,8 @@ public:
     // The same at the loss of the link; what of the operator's batch was cut short is told.
     void abandon();
     bool running() const { return gWriteQueue.active() && panel_.running(); }
+    // The last batch has asked the gateway to restart: the loss of the link is its answer.
+    bool restartAsked() const { return restartAsked_; }
     // True while an acknowledged line is fed back.
     bool feeding() const { return feeding_; }
     const Walk& walk() const { return gWriteQueue; }
@@ -89,6 +91,7 @@ private:
     void settleFailed();
     void plainSendStep();
     void accepted();
+    void goOn();
     void complete();
     void reportEnd(bool silent, bool restore, const std::string& errors);
     void tellCutShort();
@@ -108,6 +111,7 @@ private:
     Walk gWriteQueue;
     std::function<void(Button)> lastFailed_;
     bool feeding_ = false;
+    bool restartAsked_ = false;
     bool operators_ = false;  // begun by start(), not by the session
     sigc::signal<void(const QueueItem&, Outcome)> settled_;
     sigc::signal<void(const QueueItem&, std::string_view)> answerTaken_;

@@ -50,8 +50,8 @@ void Screens::startWithoutSplash() {
 
 BoardScreen& Screens::board() {
     if (!board_)
-        board_ = std::make_unique<BoardScreen>(console_.board, console_.lastCalls, console_.routingPage.lblAllocation,
-                                               tools_);
+        board_ = std::make_unique<BoardScreen>(console_.board, console_.lastCalls,
+                                               console_.pages.routing.portSide.lblAllocation, tools_);
     return *board_;
 }
 
@@ -102,7 +102,7 @@ QWidget* Screens::buildRouting() {
     auto* page = new PlaceholderPage("page_tsl", QObject::tr("Routing"), "tsl",
                                      QObject::tr("Which B-channel and which port carry which calls, to be set here."));
     auto* allocation = new QLabel;
-    bindValue(console_.routingPage.lblAllocation, allocation, QObject::tr("Allocation"));
+    bindValue(console_.pages.routing.portSide.lblAllocation, allocation, QObject::tr("Allocation"));
     page->addFact(QObject::tr("Allocation"), allocation);
     return page;
 }

@@ -28,15 +28,15 @@ WindowlessConsole::WindowlessConsole(Platform& platform, const std::filesystem::
 }
 
 Console::Console(Platform& platform, const std::filesystem::path& folder)
-    : WindowlessConsole(platform, folder), records(session, tables), portDetection(session, tables),
-      portTree(session, tables, portDetection, records), pages(session, tables, records, portTree),
-      groupsPage(session, {"groups", "Groups", "Edit the groups", Page::SimPort}), routingPage(session),
+    : WindowlessConsole(platform, folder), records(session, tables), routing(session), portDetection(session, tables),
+      portTree(session, tables, portDetection, records), pages(session, tables, records, routing, portTree),
+      groupsPage(session, {"groups", "Groups", "Edit the groups", Page::SimPort}),
       calls(session, callStore, cdrDownload, [this] { return clockOf(pages.system); }), board(session),
       portState(session, tables, portDetection, records, board), lastCalls(session, files.history, board),
       statisticsPage(session, {"stc", "Statistics", "SIM statistics", Page::Monitor}),
       handsetPage(session, {"hst", "Handset", "Handset test", Page::Handset}),
       debugPage(session, {"dbg", "Debug", "Debug console", Page::Debug}),
-      mainWindow(session, {&pages.main, &groupsPage, &routingPage, &pages.isdn, &pages.system, &board, &statisticsPage,
-                           &calls, &handsetPage, &debugPage}) {}
+      mainWindow(session, {&pages.main, &groupsPage, &pages.routing, &pages.isdn, &pages.system, &board,
+                           &statisticsPage, &calls, &handsetPage, &debugPage}) {}
 
 }  // namespace trunvex

@@ -4,10 +4,10 @@
 
 #include "cdr/calls_page.h"
 #include "config/port_tree.h"
-#include "config/routing_page.h"
 #include "config/settings_pages.h"
 #include "link/session.h"
 #include "model/port_detection.h"
+#include "model/routing_records.h"
 #include "model/settings_records.h"
 #include "monitor/last_calls.h"
 #include "monitor/port_state.h"
@@ -49,11 +49,11 @@ public:
 
     SharedTables tables;
     SettingsRecords records;
+    RoutingRecords routing;
     PortDetection portDetection;
     PortTree portTree;
     SettingsPages pages;
     Page groupsPage;
-    RoutingPage routingPage;
     CallsPage calls;
     frmSimStatus board;
     PortState portState;

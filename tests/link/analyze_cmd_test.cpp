@@ -169,22 +169,5 @@ TEST_F(AnalyzeCmd, TakesALineFedBackAsARecordAndNothingElse) {
     EXPECT_EQ(console.session.reads.walk().reply(), Walk::Reply::Accepted);
 }
 
-TEST_F(AnalyzeCmd, FollowsTheAllocationAndTheRouting) {
-    console.session.realTimeUpdate("SEL", splitString("6,x", ','));
-    EXPECT_TRUE(console.routingPage.chkTSLByPrefix.checked());
-    EXPECT_EQ(console.routingPage.optTSLMode.text(), "Random");
-    console.session.realTimeUpdate("SEL", splitString("3", ','));
-    EXPECT_EQ(console.routingPage.optTSLMode.text(), "Random");
-    console.session.realTimeUpdate("PRT", splitString("84,1,32,7", ','));
-    EXPECT_EQ(console.routingPage.lblTSLBch[31].text(), "RESERVED2");
-    EXPECT_EQ(console.routingPage.txtTSLPRF[31].text(), "7");
-    console.session.realTimeUpdate("BCH", splitString("30,3,555", ','));
-    EXPECT_TRUE(console.routingPage.chkTSLChannel[29].checked());
-    for (const auto* bad : {"0,1,1", "33,1,1", "x", ""}) console.session.realTimeUpdate("BCH", splitString(bad, ','));
-    for (const auto* bad : {"15,1,1,9", "94,1,1,1", "00,1,1,1", "1,1,1,1"})
-        console.session.realTimeUpdate("PRT", splitString(bad, ','));
-    EXPECT_EQ(console.routingPage.txtTSLNumber[29].text(), "555");
-}
-
 }  // namespace
 }  // namespace trunvex

@@ -230,7 +230,7 @@ TEST_F(LogIn, TellsOfALostLinkAndWhatItLeftUndone) {
     EXPECT_EQ(download.ucCDRProg.text(), "Cut short");
     bench.logIn(full);
     EXPECT_EQ(bench.console.notices.lblLink.text() + bench.platform.trayIcon.tip, "Trunvex");
-    batch.items = {command("C_RBT", "Reset request")};
+    batch.items = {restartRequest()};
     bench.console.session.writes.start(batch);
     bench.platform.peer.closes();
     EXPECT_EQ(bench.console.mainWindow.lblNotice.text(), "") << "it was to end the link";

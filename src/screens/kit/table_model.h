@@ -30,7 +30,7 @@ public:
 
 private:
     TableModel(Table& table, GridField* grid, QObject* parent);
-    bool hasRoom() const { return grid_ && grid_->rowCount() < grid_->mostRows(); }
+    bool hasRoom() const { return grid_ && grid_->hasRoom(); }
     bool fillsUp(Table::Splice splice) const;
     void splicing(Table::Splice splice);
     void spliced(Table::Splice splice);

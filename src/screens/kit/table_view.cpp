@@ -151,7 +151,7 @@ bool TableView::wholeRows() const {
 // Of whole rows the rows go, of cells what they hold.
 void TableView::clear() {
     if (!grid_->enabled()) return;
-    if (wholeRows()) {
+    if (wholeRows() && !grid_->rowsFixed()) {
         removeRows();
         return;
     }

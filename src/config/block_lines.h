@@ -1,0 +1,21 @@
+#pragma once
+
+#include "config/routing_side.h"
+#include "fields/grid_field.h"
+
+namespace trunvex {
+
+// How a table's rows go out: blocks of RoutingRecords::rowsPerBlock rows, the command and the block's number in front.
+struct BlockLines {
+    const char* command;  // "C_PRF"
+    std::size_t digits;   // of the block's number
+    const char* caption;  // "Prefixes block: "
+};
+
+// The rows as they are written: without the empty ones, and with "0" for an empty cell of these columns.
+std::vector<TextRow> rowsToWrite(const GridField& grid, std::initializer_list<std::size_t> zeroColumns);
+
+// Adds the commands that write the rows, numbered from block 1. An empty table adds none.
+void addBlocks(RoutingBatch& batch, const BlockLines& lines, const std::vector<TextRow>& rows);
+
+}  // namespace trunvex

@@ -1,0 +1,32 @@
+#include "config/routing_side.h"
+
+namespace trunvex {
+
+RoutingSide::RoutingSide(const PageTools& tools, const char* name, const char* undoName, const char* writeName)
+    : undo(undoName, "Undo"), write(writeName, "Write"), tools_(tools), name_(name),
+      word_(tools.writes, tools.clock, [this](const std::string& word) { tell(word); }) {
+    undo.setEnabled(false);
+    undo.pressed().connect([this] { records.undo(); });
+    records.changed().connect([this] { undo.setEnabled(records.edited()); });
+    write.pressed().connect([this] { send(); });
+    word_.done().connect([this](bool whole) { written(whole); });
+}
+
+void RoutingSide::send() {
+    if (!tools_.connected()) return;
+    records.clearProblems();
+    auto built = build();
+    if (!built.fault.word.empty()) {
+        built.fault.orTell(tools_.dialogs);
+        return;
+    }
+    if (built.items.empty()) return;
+    WriteBatch batch;
+    batch.items = std::move(built.items);
+    batch.firstText = firstText_;
+    if (!tools_.writes.start(std::move(batch))) return;
+    word_.expect(name_, std::move(built.names));
+    writeStarted.emit();
+}
+
+}  // namespace trunvex

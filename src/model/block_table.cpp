@@ -1,0 +1,115 @@
+#include "model/block_table.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "queues/queue_item.h"
+
+namespace trunvex {
+
+namespace {
+
+bool isBlank(const TextRow& row) {
+    return std::all_of(row.begin(), row.end(), [](const std::string& cell) { return cell.empty(); });
+}
+
+}  // namespace
+
+BlockTable::BlockTable(Platform& platform, Shape shape)
+    : shape_(shape), quiet_(platform.makeTimer([this] { settle(); })) {}
+
+void BlockTable::checked(std::size_t block) const {
+    if (block > shape_.mostBlocks) throw std::out_of_range("no such block");
+}
+
+// A block that follows on the last of a run was only late; any other begins a new run.
+void BlockTable::tell(std::size_t block, std::vector<TextRow> rows) {
+    checked(block);
+    const bool follows = !blocks_.empty() && block == blocks_.rbegin()->first + 1;
+    if (state_ != State::Coming && !follows) blocks_.clear();
+    state_ = State::Coming;
+    if (block > 0) {
+        for (auto& row : rows) row.resize(shape_.columns);
+        blocks_[block] = std::move(rows);
+    }
+    quiet_->start(tableQuietMs);
+}
+
+void BlockTable::settle() {
+    quiet_->stop();
+    if (state_ != State::Coming) {
+        changed_.emit();
+        return;
+    }
+    ++reads_;
+    state_ = missing().empty() ? State::Whole : State::Incomplete;
+    std::vector<TextRow> rows;
+    for (const auto& [block, told] : blocks_) {
+        if (shape_.sparse) rows.resize((block - 1) * shape_.rowsPerBlock, TextRow(shape_.columns));
+        rows.insert(rows.end(), told.begin(), told.end());
+    }
+    setRows(std::move(rows));
+}
+
+void BlockTable::doubt() {
+    if (state_ != State::Whole) return;
+    state_ = State::Incomplete;
+    changed_.emit();
+}
+
+std::vector<std::size_t> BlockTable::missing() const {
+    std::vector<std::size_t> gaps;
+    if (shape_.sparse || blocks_.empty()) return gaps;
+    for (std::size_t block = 1; block < blocks_.rbegin()->first; ++block)
+        if (!blocks_.contains(block)) gaps.push_back(block);
+    return gaps;
+}
+
+void BlockTable::trimRows() {
+    while (!rows_.empty() && isBlank(rows_.back())) rows_.pop_back();
+}
+
+void BlockTable::setRows(std::vector<TextRow> rows) {
+    rows_ = std::move(rows);
+    trimRows();
+    changed_.emit();
+}
+
+void BlockTable::overlay(std::size_t block, const std::vector<TextRow>& rows) {
+    checked(block);
+    if (block == 0 || state_ != State::Whole) return;
+    const auto first = (block - 1) * shape_.rowsPerBlock;
+    if (rows_.size() < first + rows.size()) rows_.resize(first + rows.size(), TextRow(shape_.columns));
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        for (std::size_t column = 0; column < std::min(rows[i].size(), shape_.columns); ++column)
+            if (!rows[i][column].empty()) rows_[first + i][column] = rows[i][column];
+    trimRows();
+    blocks_.clear();
+    quiet_->start(tableQuietMs);
+}
+
+void BlockTable::erase() {
+    quiet_->stop();
+    blocks_.clear();
+    state_ = State::Whole;
+    setRows({});
+}
+
+void BlockTable::putRow(std::size_t row, TextRow cells) {
+    checked(row / shape_.rowsPerBlock + 1);
+    auto table = rows_;
+    if (table.size() <= row) table.resize(row + 1, TextRow(shape_.columns));
+    cells.resize(shape_.columns);
+    table[row] = std::move(cells);
+    blocks_.clear();
+    setRows(std::move(table));
+}
+
+void BlockTable::forget() {
+    quiet_->stop();
+    blocks_.clear();
+    state_ = State::Unread;
+    setRows({});
+}
+
+}  // namespace trunvex
