@@ -75,7 +75,7 @@ void FrmPRIGroups::followSession() {
     events.loggedIn.connect([this](LogInOutcome outcome) { loggedIn(outcome); });
     events.tornDown.connect([this] {
         unread_.clear();
-        tmrEnableCmd(SessionClock, false);
+        for (const auto timer : {RequestClock, SessionClock}) tmrEnableCmd(timer, false);
         for (auto* label : {&lblTimePanel, &lblESN, &lblUpdateStatus, &lblSilence}) label->setText("");
         for (const auto* said : {wrongPasswordText, noRightsText}) notices.withdraw(said);
         session_.state.gClockField = {};
@@ -100,10 +100,12 @@ void FrmPRIGroups::loggedIn(LogInOutcome outcome) {
     // A window that is open already is not opened again.
     for (auto* page : pages_)
         if (page->traits.ownWindow && page->shown()) read(*page);
-    if (session_.state.workOnlyWithMonitor)
+    if (session_.state.workOnlyWithMonitor) {
         openPage("sim");
-    else
+    } else {
         read(*page_);
+        tmrEnableCmd(RequestClock, true);  // what the log-in was told may have been on its way for long
+    }
     for (auto* window : std::exchange(unread_, {})) read(*window);
 }
 
