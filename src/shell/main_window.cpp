@@ -80,7 +80,7 @@ void FrmPRIGroups::followSession() {
         for (const auto* said : {wrongPasswordText, noRightsText}) notices.withdraw(said);
         session_.state.gClockField = {};
     });
-    notices.lblLink.changed().connect([this] { platform_.tray().setTip(trayTip()); });
+    notices.lblLink.changed().connect([this] { platform_.tray().change(trayTip(), linkIsLost()); });
     session_.bringUp.addressChosen.connect([this](const std::string& host, const std::string& port) {
         caption.setText(std::string(windowTitle) + " {" + host + ":" + port + "}");
     });
@@ -208,10 +208,7 @@ bool FrmPRIGroups::queryUnload() {
     return true;
 }
 
-std::string FrmPRIGroups::trayTip() const {
-    const auto& lost = notices.lblLink.text();
-    return lost.empty() ? "Trunvex" : "Trunvex - " + lost;
-}
+std::string FrmPRIGroups::trayTip() const { return linkIsLost() ? "Trunvex - " + notices.lblLink.text() : "Trunvex"; }
 
 void FrmPRIGroups::hideToTray() {
     auto& tray = platform_.tray();
@@ -223,7 +220,7 @@ void FrmPRIGroups::hideToTray() {
         tray.remove();
         windowShown_.emit(true);
     };
-    tray.add(trayTip());
+    tray.add(trayTip(), linkIsLost());
     windowShown_.emit(false);
 }
 

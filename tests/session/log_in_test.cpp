@@ -225,7 +225,7 @@ TEST_F(LogIn, TellsOfALostLinkAndWhatItLeftUndone) {
     bench.platform.peer.closes();
     const std::string lost = "The link to gateway was lost at 00:00: closed by the gateway.";
     EXPECT_EQ(bench.console.notices.lblLink.text(), lost);
-    EXPECT_EQ(bench.platform.trayIcon.tip, "Trunvex - " + lost);
+    EXPECT_EQ(bench.platform.trayIcon.tip, "(!) Trunvex - " + lost);
     EXPECT_THAT(bench.console.mainWindow.lblNotice.text(), HasSubstr("Not written: Port 1 and 2 more"));
     EXPECT_THAT(download.lblCDRStatus.text(), testing::AllOf(HasSubstr("calls fetched."), HasSubstr("channels ")));
     EXPECT_EQ(download.ucCDRProg.text(), "Cut short");
