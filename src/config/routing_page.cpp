@@ -33,6 +33,11 @@ RoutingPage::RoutingPage(Session& session) : Page(session, {"tsl", "Routing", "B
         lblTSLBch.emplace_back(arrayName("lblTSLBch", i));
         txtTSLPRF.emplace_back(arrayName("txtTSLPRF", i));
     }
+    for (const char* letters : {"SEL", "PRT", "BCH"})
+        for (const char* origin : {"A_", "C_"})
+            session.dispatcher.on(origin + std::string(letters), [&session, letters](const Record& record) {
+                session.realTimeUpdate(letters, record.fields());
+            });
     onReport<ChannelReport>(session.realTimeUpdate, "BCH", [this](const auto& report) { takeChannel(report); });
     onReport<PortReport>(session.realTimeUpdate, "PRT", [this](const auto& report) { takePort(report); });
     session.realTimeUpdate.on("SEL", [this](const Fields& fields) { takeAllocation(fields); });

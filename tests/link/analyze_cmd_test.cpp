@@ -47,7 +47,6 @@ TEST_F(AnalyzeCmd, EndsABadRecordWithoutAWord) {
     EXPECT_EQ(console.session.writes.walk().reply(), Walk::Reply::None);
     bench.console.mainWindow.tmrEnableCmd(2, true);
     bench.advance(3000);
-    bench.console.session.realTimeUpdate("BCH", splitString("-9223372036854775808,1,1", ','));
     EXPECT_THAT(bench.platform.boxes.shown, IsEmpty());
     receive("A_ESN" + std::string(300, '7'));
     EXPECT_EQ(session.gESN, std::string(255, '7')) << "what is longer is cut";
@@ -170,19 +169,18 @@ TEST_F(AnalyzeCmd, TakesALineFedBackAsARecordAndNothingElse) {
 }
 
 TEST_F(AnalyzeCmd, FollowsTheAllocationAndTheRouting) {
-    console.session.realTimeUpdate("SEL", splitString("6,x", ','));
+    receive("A_SEL6,x");
     EXPECT_TRUE(console.routingPage.chkTSLByPrefix.checked());
     EXPECT_EQ(console.routingPage.optTSLMode.text(), "Random");
-    console.session.realTimeUpdate("SEL", splitString("3", ','));
+    receive("A_SEL3");
     EXPECT_EQ(console.routingPage.optTSLMode.text(), "Random");
-    console.session.realTimeUpdate("PRT", splitString("84,1,32,7", ','));
+    receive("A_PRT84,1,32,7");
     EXPECT_EQ(console.routingPage.lblTSLBch[31].text(), "RESERVED2");
     EXPECT_EQ(console.routingPage.txtTSLPRF[31].text(), "7");
-    console.session.realTimeUpdate("BCH", splitString("30,3,555", ','));
+    receive("A_BCH30,3,555");
     EXPECT_TRUE(console.routingPage.chkTSLChannel[29].checked());
-    for (const auto* bad : {"0,1,1", "33,1,1", "x", ""}) console.session.realTimeUpdate("BCH", splitString(bad, ','));
-    for (const auto* bad : {"15,1,1,9", "94,1,1,1", "00,1,1,1", "1,1,1,1"})
-        console.session.realTimeUpdate("PRT", splitString(bad, ','));
+    for (const auto* bad : {"0,1,1", "33,1,1", "x", ""}) receive(std::string("A_BCH") + bad);
+    for (const auto* bad : {"15,1,1,9", "94,1,1,1", "00,1,1,1", "1,1,1,1"}) receive(std::string("A_PRT") + bad);
     EXPECT_EQ(console.routingPage.txtTSLNumber[29].text(), "555");
 }
 

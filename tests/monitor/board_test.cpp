@@ -196,7 +196,7 @@ TEST_F(Board, MarksPortsAndChannelsOnOrOff) {
         {"53,1,7,0", "Port #19,  B-Ch #7", colourBlack, 7},
     };
     for (const auto& [record, heading, colour, channel] : routings) {
-        console.session.realTimeUpdate("PRT", splitString(record, ','));
+        receive("A_PRT" + record);
         EXPECT_EQ(cell().lblBCH.text(), heading) << record;
         EXPECT_EQ(cell().lblBCH.colour(), colour) << record;
         EXPECT_EQ(getDynamicBCH(board, 19), channel) << record;
