@@ -55,6 +55,15 @@ static_assert(isGapless(columns) && columns.front().at == isdn_at::IsmVersion);
 
 constinit const Columns<IsdnRec> isdnColumns = columns;
 
+Fields isdnFields(std::string_view body) {
+    if (body.substr(0, 1) != ",") return splitString(body, ',');
+    Fields fields;
+    fields.add({});
+    const auto behind = isdnFields(body.substr(1));
+    for (std::size_t i = 0; i < behind.size(); ++i) fields.add(behind.at(i));
+    return fields;
+}
+
 void storeIsdn(IsdnRec& isdn, const Fields& fields, bool acknowledged) {
     takeFields(isdn, isdnColumns, fields, acknowledged, isdn_at::NetworkAccess);
 }

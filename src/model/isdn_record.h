@@ -65,6 +65,9 @@ enum : std::size_t {
 
 extern const Columns<IsdnRec> isdnColumns;
 
+// The fields behind the mnemonic. The first may be empty, and the separator behind it is one all the same.
+Fields isdnFields(std::string_view body);
+
 // Takes the fields of A_ISD. An acknowledged C_ISD lacks the first of them, so each stands one lower there.
 void storeIsdn(IsdnRec& isdn, const Fields& fields, bool acknowledged);
 
