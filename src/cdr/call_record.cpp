@@ -107,6 +107,8 @@ CallTexts textsOf(const CallRecord& record) {
     return texts;
 }
 
+std::string countedCalls(std::size_t count) { return std::to_string(count) + (count == 1 ? " call" : " calls"); }
+
 // "MM-DD-YY HH:MM:SS Wd": the year counts first. No number, and a stamp without its date, is before everything else.
 std::int64_t sortKey(std::string_view text, SortKind kind) {
     switch (kind) {

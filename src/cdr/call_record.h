@@ -50,6 +50,9 @@ extern const std::array<CallColumn, callColumnCount> callColumns;
 using CallTexts = std::array<std::string_view, callColumnCount>;
 CallTexts textsOf(const CallRecord& record);
 
+// "1 call", "5 calls".
+std::string countedCalls(std::size_t count);
+
 // A value's place among others of its column: a stamp by year first, a duration by its length, a number by its value.
 // What is none of these is before everything else. A text has no such number: 0.
 std::int64_t sortKey(std::string_view text, SortKind kind);

@@ -27,11 +27,8 @@ std::string CallRollover::fileName(const std::string& esn, std::chrono::local_se
                                     : ".mdb");
 }
 
-CallRollover::CallRollover(CallStore& store, std::filesystem::path file, bool header)
-    : store_(store), file_(std::move(file)), header_(header) {
-    const auto ending = file_.extension();
-    format_ = ending == ".csv" ? Format::Csv : ending == ".xml" ? Format::Xml : Format::Access;
-}
+CallRollover::CallRollover(CallStore& store, std::filesystem::path file, Format format, bool header)
+    : store_(store), file_(std::move(file)), format_(format), header_(header) {}
 
 void CallRollover::begin() {
     if (format_ == Format::Access) {
@@ -55,7 +52,7 @@ bool CallRollover::write() {
 std::string CallRollover::progress() const {
     if (copying_) return "New file: " + std::to_string(copying_->percent()) + " %";
     const auto handled = table_.held() + (writing_ ? writing_->written() : 0);
-    return "New file: " + std::to_string(handled) + " calls read and written";
+    return "New file: " + countedCalls(handled) + " read and written";
 }
 
 }  // namespace trunvex

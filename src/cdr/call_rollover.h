@@ -22,8 +22,8 @@ public:
     // "CDR_4711 (1 - 3-2026 0,5,0).csv", by the local clock.
     static std::string fileName(const std::string& esn, std::chrono::local_seconds now, Format format);
 
-    // What the page shows plays no part: the table itself is read. The file's ending tells the format.
-    CallRollover(CallStore& store, std::filesystem::path file, bool header);
+    // What the page shows plays no part: the table itself is read.
+    CallRollover(CallStore& store, std::filesystem::path file, Format format, bool header);
 
     // Some ms of work; false when the file is complete and on the disk.
     bool write();
@@ -34,7 +34,7 @@ private:
 
     CallStore& store_;
     std::filesystem::path file_;
-    Format format_ = Format::Access;
+    Format format_;
     bool header_;
     std::unique_ptr<CallCopy> copying_;
     CallList table_;

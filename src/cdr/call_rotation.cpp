@@ -37,7 +37,7 @@ bool CallRotation::isDue(std::int64_t calls) {
     return calls >= mostCalls_ && val(session_.setting.readOr(section, "Mode", "0")) == 0;
 }
 
-std::filesystem::path CallRotation::newFile() {
+std::filesystem::path CallRotation::newFile(CallRollover::Format format) {
     const auto usual = session_.state.applicationFolder + "/data";
     auto folder = session_.setting.readOr(section, "Path", usual);
     std::error_code error;
@@ -45,20 +45,20 @@ std::filesystem::path CallRotation::newFile() {
         folder = usual;
         path_.setText(folder);
     }
-    const auto format = CallRollover::formatOf(val(session_.setting.readOr(section, "Format", "0")));
     return std::filesystem::path(folder) /
            CallRollover::fileName(session_.state.gESN, session_.platform.clock().localTime(), format);
 }
 
 void CallRotation::begin() {
-    const auto file = newFile();
+    const auto format = CallRollover::formatOf(val(session_.setting.readOr(section, "Format", "0")));
+    const auto file = newFile(format);
     std::error_code error;
     // Two of the same second have the same name: the later one waits for the next call instead of replacing the first.
     if (std::filesystem::exists(file, error)) return;
     download_.pause(true);
     running_ = true;
     store_.holdRows();
-    auto rollover = std::make_shared<CallRollover>(store_, file, headerWanted(session_.setting));
+    auto rollover = std::make_shared<CallRollover>(store_, file, format, headerWanted(session_.setting));
     work_.run({"SaveCDRFile",
                [this, rollover, file, marked = false]() mutable {
                    if (!std::exchange(marked, true)) store_.beginRollover(file);

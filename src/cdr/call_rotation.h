@@ -27,7 +27,7 @@ public:
 
 private:
     std::int64_t mostCalls() const;
-    std::filesystem::path newFile();
+    std::filesystem::path newFile(CallRollover::Format format);
     void ended(const std::filesystem::path& file, SlicedWork::End end, const std::string& reason);
 
     Session& session_;

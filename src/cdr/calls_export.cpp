@@ -25,6 +25,10 @@ bool belongsToCalls(const std::filesystem::path& path, const std::filesystem::pa
     return std::filesystem::equivalent(in, folder, error) || std::filesystem::equivalent(in, folder / "data", error);
 }
 
+std::string told(std::size_t calls, const char* what) {
+    return countedCalls(calls) + (calls == 1 ? " was " : " were ") + what;
+}
+
 }  // namespace
 
 void CallsPage::exportTo(std::size_t index) {
@@ -77,7 +81,7 @@ void CallsPage::exportList(const std::filesystem::path& path, CallExport::Format
                [this, writing] { return progress("Writing: ", (*writing)->written()); },
                [this, writing](SlicedWork::End end, const std::string& why) {
                    const auto written = *writing ? (*writing)->written() : 0;
-                   tellOfExport(end, std::to_string(written) + " calls were written.", why);
+                   tellOfExport(end, told(written, "written."), why);
                }});
 }
 
@@ -108,7 +112,7 @@ void CallsPage::print() {
                [this, report] { return progress("Printing: ", report->written()); },
                [this, report](SlicedWork::End end, const std::string& why) {
                    if (end == SlicedWork::End::Done)
-                       tell_(std::to_string(report->written()) + " calls were printed.");
+                       tell_(told(report->written(), "printed."));
                    else if (end == SlicedWork::End::Failed)
                        tell_("The calls can't be printed; nothing was: " + why);
                    else
@@ -117,7 +121,7 @@ void CallsPage::print() {
 }
 
 std::string CallsPage::progress(const char* doing, std::size_t done) const {
-    return doing + std::to_string(done) + " of " + std::to_string(lsvCallReport.size()) + " calls";
+    return doing + std::to_string(done) + " of " + countedCalls(lsvCallReport.size());
 }
 
 }  // namespace trunvex

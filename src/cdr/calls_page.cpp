@@ -134,7 +134,7 @@ void CallsPage::emptyList() {
     listed_ = store_.gCDRFile();
     work_.drop();
     lsvCallReport.clear();
-    lblCDRTotal.setText("0");
+    showTotal();
     fillingValues_ = true;
     cmbCDRColumn.setIndex(0);
     fillingValues_ = false;
@@ -167,10 +167,10 @@ void CallsPage::load(const std::function<std::unique_ptr<DatabaseRows>()>& query
     work_.run({"BuildCDRList",
                [this, rows, marked] {
                    const bool more = lsvCallReport.addFrom(*rows, sliceRows, marked);
-                   lblCDRTotal.setText(std::to_string(lsvCallReport.held()));
+                   showTotal();
                    return more;
                },
-               [this] { return "Loading: " + std::to_string(lsvCallReport.held()) + " calls"; },
+               [this] { return "Loading: " + countedCalls(lsvCallReport.held()); },
                [this](SlicedWork::End end, const std::string& reason) {
                    gCDRListLoaded = end == SlicedWork::End::Done;
                    if (end == SlicedWork::End::Failed)
@@ -241,10 +241,11 @@ void CallsPage::workOnList() {
 void CallsPage::rowStored(const CallRecord& record) {
     if (listed_ != store_.gCDRFile()) emptyList();
     lsvCallReport.add(record);
-    const auto total = val(lblCDRTotal.text()) + 1;
-    lblCDRTotal.setText(std::to_string(total));
-    if (!work_.running() && rotation_.isDue(total)) SaveCDRFile();
+    showTotal();
+    if (!work_.running() && rotation_.isDue(static_cast<std::int64_t>(lsvCallReport.held()))) SaveCDRFile();
 }
+
+void CallsPage::showTotal() { lblCDRTotal.setText(std::to_string(lsvCallReport.held())); }
 
 bool CallsPage::clearCalls() {
     std::string reason;
@@ -256,7 +257,7 @@ bool CallsPage::clearCalls() {
     }
     work_.drop();
     lsvCallReport.clear();
-    lblCDRTotal.setText("0");
+    showTotal();
     return true;
 }
 

@@ -80,6 +80,7 @@ private:
     void connectButtons();
     void rowStored(const CallRecord& record);
     void emptyList();
+    void showTotal();
     void load(const std::function<std::unique_ptr<DatabaseRows>()>& query, bool marked);
     void workOnList();
     bool refuseBusy();

@@ -275,8 +275,8 @@ std::string CdrDownload::leftInGateway(const Outcome& outcome) const {
         for (const int slot : slots) text += (text.empty() ? what : ", ") + getMCU_XY(slot);
         return text.empty() ? text : text + ". ";
     };
-    const auto fetched = "The session ended during the download, with " + std::to_string(outcome.fetched) +
-                         (outcome.fetched == 1 ? " call" : " calls") + " fetched. ";
+    const auto fetched = "The session ended during the download, with " +
+                         countedCalls(static_cast<std::size_t>(outcome.fetched)) + " fetched. ";
     return std::string(trim((outcome.cutShort ? fetched : std::string()) +
                             named("There may be more calls in the gateway: channels ", outcome.missing) +
                             named("Their records stay in the gateway, for they can't be read: channels ", unreadable_) +

@@ -170,7 +170,7 @@ std::string IsdnPage::buildLine(bool store) {
     std::string body = fields[isdn_at::NetworkAccess];
     for (std::size_t at = isdn_at::NetworkAccess + 1; at < fields.size(); ++at) body += "," + fields[at];
     if (store) {
-        storeIsdn(tools_.tables.isdn, splitString(body, ','), true);
+        storeIsdn(tools_.tables.isdn, isdnFields(body), true);
         show();
     }
     return "C_ISD" + body;
@@ -180,7 +180,7 @@ std::string IsdnPage::CmdWriteISDN() {
     auto line = buildLine(false);
     if (line.empty()) return {};
     auto sent = tools_.tables.isdn;
-    storeIsdn(sent, fieldsOf(line), true);
+    storeIsdn(sent, isdnFields(mid(line, 6)), true);
     form.respell(table_.held(sent));  // "005" is told back as 5
     return line;
 }

@@ -19,10 +19,10 @@ public:
     void forget();
 
     TextField TxtISM_VER{"TxtISM_VER"};
-    ChoiceField CmbIncomingCallsMode{"CmbIncomingCallsMode", {"Real Processing", "Imitation Processing"}};
+    ChoiceField CmbIncomingCallsMode{"CmbIncomingCallsMode", {inCallModes.begin(), inCallModes.end()}};
     TextField txtInCallMode{"txtInCallMode_0"};  // the timer 'Alerting', 0.1 s
-    std::array<ChoiceField, 2> cmbISD{ChoiceField("cmbISD_0", {"CRC4", "CRC4 extended"}),
-                                      ChoiceField("cmbISD_1", {"Short", "Long"})};
+    std::array<ChoiceField, 2> cmbISD{ChoiceField("cmbISD_0", {crcModes.begin(), crcModes.end()}),
+                                      ChoiceField("cmbISD_1", {cableModes.begin(), cableModes.end()})};
     ChoiceField CmbNetworkAccess{"CmbNetworkAccess"};
     ChoiceField CmbSynchronization{"CmbSynchronization"};
     ChoiceField CmbIncomingCalls{"CmbIncomingCalls"};
@@ -32,9 +32,7 @@ public:
     HistoryField CmbISDNVersion{"CmbISDNVersion"};
     TextField TxtLocalNumber{"TxtLocalNumber"};
     TextField TxtLocalSubAddress{"TxtLocalSubAddress"};
-    ChoiceField cmbTypeOfNumber{"cmbTypeOfNumber",
-                                {"Unknown", "International Number", "National Number", "Network Specific Number",
-                                 "Subscriber Number", "Reseved", "Abbreviated Number", "Reserved for Extension"}};
+    ChoiceField cmbTypeOfNumber{"cmbTypeOfNumber", {typesOfNumber.begin(), typesOfNumber.end()}};
     ChoiceField cmbNumIdentif{"cmbNumIdentif"};
     ActionField CmdWriteISDN_{"CmdWriteISDN", "Write"};
     ActionField cmdIsdnRefresh_{"cmdIsdnRefresh", "Read"};

@@ -9,19 +9,12 @@ namespace trunvex {
 
 namespace {
 
-constexpr int restoreBits = 31;
-constexpr int modeBits = 96;
-constexpr int switchBit = 128;
-constexpr std::array modeCodes{0, 32, 0, 64};  // by index of the mode; "Disabled" and "By Refill" look the same
 constexpr int byRefill = 2;
 constexpr const char* noLimit = "59999";
 
-// Received signal levels 0 to 63 as 3GPP TS 45.008 numbers them, 1 dB each from -110 dBm.
 std::vector<std::string> signalLevels() {
-    constexpr int highest = 63;
-    std::vector<std::string> levels{"below -110 dBm"};
-    for (int level = 1; level < highest; ++level) levels.push_back(std::to_string(level - 111) + " dBm");
-    levels.push_back("-48 dBm and above");
+    std::vector<std::string> levels;
+    for (int level = 0; level <= highestSignalLevel; ++level) levels.push_back(signalLevelWords(level));
     return levels;
 }
 
@@ -108,7 +101,7 @@ void SimPage::bindBundle() {
     table_.add({IncBundle,
                 "Bundle",
                 {{mode, [this](const SimRec& sim) { return bundleMode(sim); }},
-                 {enabled, [](const SimRec& sim) { return (val(sim.BundleFlags) & switchBit) != 0 ? "0" : "1"; }}},
+                 {enabled, [](const SimRec& sim) { return (val(sim.BundleFlags) & bundleOnBit) != 0 ? "0" : "1"; }}},
                 {{sim_at::BundleFlags, [this](const SimRec& to) { return bundleFlags(to); }}}});
 }
 
@@ -159,7 +152,7 @@ void SimPage::fillGroup(const std::vector<std::string>&) {
 
 void SimPage::showFacts(const SimRec* sim) {
     lblPredial.setText(sim ? escaped(sim->Predial) : "");
-    const auto day = sim ? val(sim->BundleFlags) & restoreBits : 0;
+    const auto day = sim ? val(sim->BundleFlags) & bundleDayBits : 0;
     TxtDayRestore.setText(!sim ? "" : day == 0 ? "none" : std::to_string(day));
 }
 
@@ -216,20 +209,21 @@ BuiltLine SimPage::firstFault(bool lineByLine) {
 
 // Two modes look the same: the operator's choice of the second stays.
 std::string SimPage::bundleMode(const SimRec& sim) const {
-    const auto code = static_cast<int>(val(sim.BundleFlags)) & modeBits;
-    const auto found = std::find(modeCodes.begin(), modeCodes.end(), code);
-    if (found == modeCodes.end()) return {};
-    const bool refills = code == modeCodes[byRefill] && txtBundleLoading[0].index() == byRefill;
-    return std::to_string(refills ? byRefill : found - modeCodes.begin());
+    const auto code = static_cast<int>(val(sim.BundleFlags)) & bundleModeBits;
+    const auto found = std::find(bundleModeCodes.begin(), bundleModeCodes.end(), code);
+    if (found == bundleModeCodes.end()) return {};
+    const bool refills = code == bundleModeCodes[byRefill] && txtBundleLoading[0].index() == byRefill;
+    return std::to_string(refills ? byRefill : found - bundleModeCodes.begin());
 }
 
 std::string SimPage::bundleFlags(const SimRec& to) const {
     const auto held = static_cast<int>(val(to.BundleFlags));
     const auto mode = txtBundleLoading[0].index();
-    const auto enabled = txtBundleLoading[1].index() == 0 ? switchBit : 0;
+    const auto enabled = txtBundleLoading[1].index() == 0 ? bundleOnBit : 0;
     if (mode == ChoiceField::none && !to.loaded()) return {};
-    const auto modeCode = mode == ChoiceField::none ? held & modeBits : modeCodes.at(static_cast<std::size_t>(mode));
-    return std::to_string((held & restoreBits) + modeCode + enabled);
+    const auto modeCode =
+        mode == ChoiceField::none ? held & bundleModeBits : bundleModeCodes.at(static_cast<std::size_t>(mode));
+    return std::to_string((held & bundleDayBits) + modeCode + enabled);
 }
 
 BuiltLine SimPage::build(std::string_view key, bool lineByLine) {

@@ -35,8 +35,8 @@ public:
     TextField txtBcchNetID{"txtBcchNetID"};
     // Mode and switch of the bundle.
     std::array<ChoiceField, 2> txtBundleLoading{
-        ChoiceField("txtBundleLoading_0", {"Disabled", "Every Day", "By Refill", "By Addition"}),
-        ChoiceField("txtBundleLoading_1", {"Enabled", "Disabled"})};
+        ChoiceField("txtBundleLoading_0", {bundleModes.begin(), bundleModes.end()}),
+        ChoiceField("txtBundleLoading_1", {bundleSwitches.begin(), bundleSwitches.end()})};
     // In the order of IncludedSimField.
     std::deque<CheckField> chkIncGrpSim;
     ActionField cmdWriteSIM{"cmdWriteSIM", "Write"};

@@ -146,9 +146,9 @@ void ucProgress::animate(bool on) {
     }
 }
 
-void ucProgress::showPercent() {
-    setPanelText(std::to_string(roundedDivision(value_ * 100, std::max(max_, 1))) + "%", "ready");
-}
+int ucProgress::percent() const { return roundedDivision(value_ * 100, std::max(max_, 1)); }
+
+void ucProgress::showPercent() { setPanelText(std::to_string(percent()) + "%", "ready"); }
 
 void ucProgress::tick(int mode) {
     if (mode <= Receive)
@@ -160,7 +160,7 @@ void ucProgress::tick(int mode) {
 void ucProgress::tickOfWait(int mode) {
     if (value_ >= lastTickOfWait) {
         value_ = max_;
-        setPanelText("100%", "ready");
+        showPercent();
         animate(false);
         tmrStatusProgres_[static_cast<std::size_t>(mode)]->stop();
         running_ = false;

@@ -41,6 +41,7 @@ public:
     const std::string& getPanelText(std::string_view key = "connect") const;
 
     int ProgresIndex() const { return value_; }
+    int percent() const;
     std::string getMax() const { return std::to_string(max_); }
     bool running() const { return running_; }
 

@@ -7,6 +7,14 @@
 
 namespace trunvex {
 
+// What the operator chooses from, in the order of the lists. The index travels, that of crcModes plus one.
+inline constexpr std::array<const char*, 2> crcModes{"CRC4", "CRC4 extended"};
+inline constexpr std::array<const char*, 2> cableModes{"Short", "Long"};
+inline constexpr std::array<const char*, 2> inCallModes{"Real Processing", "Imitation Processing"};
+inline constexpr std::array<const char*, 8> typesOfNumber{
+    "Unknown", "International Number", "National Number",       "Network Specific Number", "Subscriber Number",
+    "Reseved", "Abbreviated Number",   "Reserved for Extension"};
+
 // The gateway's one ISDN record, as A_ISD brings it. All fields are codes as they travel; model/isdn_codes.h has their
 // words.
 struct IsdnRec {
@@ -56,6 +64,9 @@ enum : std::size_t {
 }  // namespace isdn_at
 
 extern const Columns<IsdnRec> isdnColumns;
+
+// The fields behind the mnemonic. The first may be empty, and the separator behind it is one all the same.
+Fields isdnFields(std::string_view body);
 
 // Takes the fields of A_ISD. An acknowledged C_ISD lacks the first of them, so each stands one lower there.
 void storeIsdn(IsdnRec& isdn, const Fields& fields, bool acknowledged);

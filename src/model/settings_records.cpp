@@ -30,10 +30,7 @@ SettingsRecords::SettingsRecords(Session& session, SharedTables& tables) {
         simStored.emit(address);
     };
     const auto takeIsdn = [this, &tables](const Record& record) {
-        // A gateway without an ISM version begins with the separator, which would hide the first field.
-        const bool noVersion = record.body.substr(0, 1) == ",";
-        const std::string body = (noVersion ? " " : "") + std::string(record.body);
-        storeIsdn(tables.isdn, splitString(body, ','), isAcknowledged(record));
+        storeIsdn(tables.isdn, isdnFields(record.body), isAcknowledged(record));
         isdnStored.emit();
     };
     for (const char* mnemonic : {"A_MOD", "C_MOD"}) dispatcher.on(mnemonic, takePort);

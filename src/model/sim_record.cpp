@@ -1,5 +1,7 @@
 #include "model/sim_record.h"
 
+#include <algorithm>
+
 namespace trunvex {
 
 namespace {
@@ -19,6 +21,24 @@ constexpr auto daysOfRow = ofRow<row, &TimeRow::days, wordsOfDays>;
 constexpr Codec<SimRec> callerId{codec::takeNumber<&SimRec::CallerId>, codec::held<&SimRec::CallerId>,
                                  codec::listed<&SimRec::CallerId, callerIds>};
 
+std::string bundleWords(const SimRec& sim) {
+    const auto flags = static_cast<int>(val(sim.BundleFlags));
+    const auto code = std::ranges::find(bundleModeCodes, flags & bundleModeBits);
+    if (!isWhole(sim.BundleFlags) || code == bundleModeCodes.end()) return escaped(sim.BundleFlags);
+    const auto day = flags & bundleDayBits;
+    return bundleModes[static_cast<std::size_t>(code - bundleModeCodes.begin())] + std::string(", ") +
+           bundleSwitches[(flags & bundleOnBit) != 0 ? 0 : 1] +
+           (day == 0 ? "" : ", restore day " + std::to_string(day));
+}
+
+std::string rssiWords(const SimRec& sim) {
+    const bool known = wholeWithin(sim.BcchRssi, 0, highestSignalLevel);
+    return known ? signalLevelWords(val(sim.BcchRssi)) : escaped(sim.BcchRssi);
+}
+
+constexpr Codec<SimRec> bcchRssi{codec::takeText<&SimRec::BcchRssi>, codec::held<&SimRec::BcchRssi>, rssiWords};
+constexpr Codec<SimRec> bundle{codec::takeText<&SimRec::BundleFlags>, codec::held<&SimRec::BundleFlags>, bundleWords};
+
 using codec::text;
 
 constexpr std::array<Column<SimRec>, 20> columns{{
@@ -29,7 +49,7 @@ constexpr std::array<Column<SimRec>, 20> columns{{
     {sim_at::MonthlyContract, "Monthly Budget", text<&SimRec::MonthlyContract>},
     {sim_at::CallMinutes, "Call Minutes", text<&SimRec::CallMinutes>},
     {sim_at::CellLock, "Cell Lock", text<&SimRec::CellLock>},
-    {sim_at::BcchRssi, "BCCH RSSI", text<&SimRec::BcchRssi>},
+    {sim_at::BcchRssi, "BCCH RSSI", bcchRssi},
     {sim_at::BcchTimer, "BCCH Timer", text<&SimRec::BcchTimer>},
     {sim_at::BcchNetId, "Operator ID", text<&SimRec::BcchNetId>},
     {sim_at::timeOf(0), "Time Table Row 1", timeOfRow<0>},
@@ -40,12 +60,17 @@ constexpr std::array<Column<SimRec>, 20> columns{{
     {sim_at::daysOf(2), "Days Of Row 3", daysOfRow<2>},
     {sim_at::timeOf(3), "Time Table Row 4", timeOfRow<3>},
     {sim_at::daysOf(3), "Days Of Row 4", daysOfRow<3>},
-    {sim_at::BundleFlags, "Bundle", text<&SimRec::BundleFlags>},
+    {sim_at::BundleFlags, "Bundle", bundle},
     {sim_at::Present, "Present", text<&SimRec::Present>, Writer::Gateway},
 }};
 static_assert(isGapless(columns) && columns.front().at == sim_at::PhoneNumber);
 
 }  // namespace
+
+std::string signalLevelWords(std::int64_t level) {
+    constexpr int decibelsBelow = 111;
+    return std::to_string(level - decibelsBelow) + " db";
+}
 
 constinit const Columns<SimRec> simColumns = columns;
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <string>
 
 #include "model/columns.h"
@@ -10,6 +11,18 @@ namespace trunvex {
 
 // What the operator chooses from for CallerId.
 inline constexpr std::array<const char*, 3> callerIds{"By network", "CLIR Hide", "CLIR Show"};
+
+// The bundle flags: the restore day, a code of bundleModes, and a bit that switches the bundle on.
+inline constexpr std::array<const char*, 4> bundleModes{"Disabled", "Every Day", "By Refill", "By Addition"};
+inline constexpr std::array<int, bundleModes.size()> bundleModeCodes{0, 32, 0, 64};  // the third looks like the first
+inline constexpr std::array<const char*, 2> bundleSwitches{"Enabled", "Disabled"};
+inline constexpr int bundleDayBits = 31;
+inline constexpr int bundleModeBits = 96;
+inline constexpr int bundleOnBit = 128;
+
+// Received signal levels 0 to 63, 1 dB each; as the board tells them too: "-71 db".
+inline constexpr int highestSignalLevel = 63;
+std::string signalLevelWords(std::int64_t level);
 
 // A SIM of a module, as the gateway reports it in A_SIM. Texts are as they travelled.
 struct SimRec {

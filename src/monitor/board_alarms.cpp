@@ -109,7 +109,7 @@ void frmSimStatus::portAlarm(PortCell& port, const AlarmReport& report) {
     if (!lamps(status, report, row)) return;
     if (row.simAtWork) {
         status.state = BoardColours::PORT_ACTIVE;
-        if (report.sim != 0) status.sim = report.sim;
+        status.sim = report.sim;
     }
     if (!effect(port, report, row.effect)) return;
     if (row.call != CallSign::Leaves) status.connected = row.call == CallSign::Shows;

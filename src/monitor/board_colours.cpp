@@ -21,11 +21,9 @@ void BoardColours::load(Settings& settings) {
 }
 
 void BoardColours::save(Settings& settings) const {
-    for (std::size_t i = 0; i < count; ++i) settings.Write(section, entries[i].key, std::to_string(values[i]));
-}
-
-void BoardColours::restoreDefaults() {
-    for (std::size_t i = 0; i < count; ++i) values[i] = entries[i].standard;
+    std::vector<Settings::Entry> rows;
+    for (std::size_t i = 0; i < count; ++i) rows.push_back({section, entries[i].key, std::to_string(values[i])});
+    settings.WriteAll(rows);
 }
 
 frmColors::frmColors(const BoardColours& present, std::function<void(const BoardColours&)> saved) {

@@ -35,7 +35,6 @@ struct BoardColours {
     // A key that is empty or no colour takes its default.
     void load(Settings& settings);
     void save(Settings& settings) const;
-    void restoreDefaults();
 };
 
 // The window that edits them: lblColor_0 to lblColor_5, whose colour is the one shown. Nothing is kept before cmdSave.

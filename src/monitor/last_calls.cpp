@@ -13,7 +13,7 @@ LastCalls::LastCalls(Session& session, Settings& history, frmSimStatus& board)
     for (int line = 0; line < kept; ++line) mnuLastDial.emplace_back(arrayName("mnuLastDial", line), emptyLine);
     mnuLastDial.emplace_back(arrayName("mnuLastDial", kept), "Clear").pressed().connect([this] {
         clear(menuPort_);
-        openMenu(menuPort_);
+        for (std::size_t line = 0; line < kept; ++line) mnuLastDial[line].setCaption(emptyLine);
     });
     for (int port = 1; port <= portCount; ++port)
         board.cell(port).cmdResetLimit.pressed().connect([this, port] { openMenu(port); });

@@ -55,15 +55,22 @@ void PortState::updateSTS(const PortSnapshot& snapshot) {
     const auto raise = [&](std::string_view code, std::string_view first = {}, std::string_view second = {}) {
         board_.UpdateSimStatus(AlarmReport(snapshot.port, sim.number, code, first, second));
     };
-    // Without a ready SIM a report wipes the cell, but for the signal; the state comes last then, so that it is seen.
-    const bool wipes = sim.number == 0;
-    if (!wipes) raise(snapshot.state);
-    raise("25", snapshot.signal.value());
-    raise("15", snapshot.bcch.value(), snapshot.bcchMode.value());
-    if (wipes) {
+    const auto raiseRadio = [&] {
+        raise("25", snapshot.signal.value());
+        raise("15", snapshot.bcch.value(), snapshot.bcchMode.value());
+    };
+    if (sim.number == 0) {
+        // A report that names no SIM wipes the cell, but for the signal; so the state comes last, also of a record that
+        // is cut short.
+        quietly("updateSTS", raiseRadio);
         raise(snapshot.state);
+        auto& cell = board_.cell(snapshot.port);
+        cell.status.sim.reset();
+        board_.show(cell);
         return;
     }
+    raise(snapshot.state);
+    raiseRadio();
     raise("104", sim.talked);
     const auto state = val(snapshot.state);
     if (state == 21 || state == 23 || state == 50) raise("21", snapshot.network.value());

@@ -82,7 +82,7 @@ void StatusBar::addStep(QHBoxLayout* line) {
     reserve(percent, "100%");
     follow(bar, panel.staStatusReady, [&panel, bar] {
         bar->setVisible(!panel.staStatusReady.text().empty());
-        bar->setValue(shown(panel.staStatusReady.text()).remove('%').toInt());
+        bar->setValue(panel.percent());
     });
     line->addWidget(icon);
     line->addWidget(step, 1);

@@ -75,12 +75,12 @@ void FrmPRIGroups::followSession() {
     events.loggedIn.connect([this](LogInOutcome outcome) { loggedIn(outcome); });
     events.tornDown.connect([this] {
         unread_.clear();
-        tmrEnableCmd(SessionClock, false);
+        for (const auto timer : {RequestClock, SessionClock}) tmrEnableCmd(timer, false);
         for (auto* label : {&lblTimePanel, &lblESN, &lblUpdateStatus, &lblSilence}) label->setText("");
         for (const auto* said : {wrongPasswordText, noRightsText}) notices.withdraw(said);
         session_.state.gClockField = {};
     });
-    notices.lblLink.changed().connect([this] { platform_.tray().setTip(trayTip()); });
+    notices.lblLink.changed().connect([this] { platform_.tray().change(trayTip(), linkIsLost()); });
     session_.bringUp.addressChosen.connect([this](const std::string& host, const std::string& port) {
         caption.setText(std::string(windowTitle) + " {" + host + ":" + port + "}");
     });
@@ -100,10 +100,12 @@ void FrmPRIGroups::loggedIn(LogInOutcome outcome) {
     // A window that is open already is not opened again.
     for (auto* page : pages_)
         if (page->traits.ownWindow && page->shown()) read(*page);
-    if (session_.state.workOnlyWithMonitor)
+    if (session_.state.workOnlyWithMonitor) {
         openPage("sim");
-    else
+    } else {
         read(*page_);
+        tmrEnableCmd(RequestClock, true);  // what the log-in was told may have been on its way for long
+    }
     for (auto* window : std::exchange(unread_, {})) read(*window);
 }
 
@@ -206,10 +208,7 @@ bool FrmPRIGroups::queryUnload() {
     return true;
 }
 
-std::string FrmPRIGroups::trayTip() const {
-    const auto& lost = notices.lblLink.text();
-    return lost.empty() ? "Trunvex" : "Trunvex - " + lost;
-}
+std::string FrmPRIGroups::trayTip() const { return linkIsLost() ? "Trunvex - " + notices.lblLink.text() : "Trunvex"; }
 
 void FrmPRIGroups::hideToTray() {
     auto& tray = platform_.tray();
@@ -221,7 +220,7 @@ void FrmPRIGroups::hideToTray() {
         tray.remove();
         windowShown_.emit(true);
     };
-    tray.add(trayTip());
+    tray.add(trayTip(), linkIsLost());
     windowShown_.emit(false);
 }
 

@@ -77,6 +77,7 @@ private:
     void showStanding();
     void toggleSession();
     std::string unwritten(Page::Edits which, const char* between) const;
+    bool linkIsLost() const { return !notices.lblLink.text().empty(); }
     std::string trayTip() const;
     void loggedIn(LogInOutcome outcome);
     void read(Page& page);

@@ -29,7 +29,9 @@ TEST_F(Isdn, PadsTheTimerAndTakesANumberAway) {
     EXPECT_FALSE(isdn.form.edited());
     EXPECT_EQ(gateway.state().isdn.localNumber + console.tables.isdn.LocalNumber, "");
     console.session.dispatcher.AnalyzeCmd("C_ISD,,,49,,,,,,,,,,,", true);  // of a command file, say
-    EXPECT_EQ(console.tables.isdn.IsdnVersion + console.tables.isdn.CountryCode, "1149");
+    const auto& held = console.tables.isdn;
+    EXPECT_EQ(held.NetworkAccess + held.IsdnVersion + held.CountryCode, "81149");
+    bench.receive("A_ISD,,4,2,49,11,0,0,,,0,1,1,0,1,005,3");
     isdn.TxtLocalNumber.setText("123");
     EXPECT_THAT(isdn.buildLine(true), HasSubstr(",123,"));
     EXPECT_EQ(console.tables.isdn.LocalNumber, "123") << "stored at once, and nothing sent";

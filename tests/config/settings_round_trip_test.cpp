@@ -226,13 +226,16 @@ TEST(Differences, AreToldInWords) {
                                        "11,1,x,,,4,99,,20,,1,75,120,,,,"),
               "TX Level -3 -> +2;RX Level 0 -> -6;Max Digits 15 -> 20;Send Complete OMIT -> HASH;"
               "Relax Time 1 -> 1.5;SIM Switching Time Table, Accept -> Purse with option 4, Reject;");
-    EXPECT_EQ(told.operator()<SimRec>(simColumns, storeSim, "111,1,,,0,,,,,,,00005923,127,,,,,,,0,1",
-                                      "111,,,,2,,,,,,,00080020,62,,,,,,,,"),
-              "Caller ID By network -> CLIR Show;Time Table Row 1 00:00-23:59 -> 08:00-20:00;"
-              "Days Of Row 1 every day -> Mo-Fr;");
+    EXPECT_EQ(told.operator()<SimRec>(simColumns, storeSim, "111,1,,,0,,,,40,,,00005923,127,,,,,,,0,1",
+                                      "111,,,,2,,,,63,,,00080020,62,,,,,,,165,"),
+              "Caller ID By network -> CLIR Show;BCCH RSSI -71 db -> -48 db;"
+              "Time Table Row 1 00:00-23:59 -> 08:00-20:00;Days Of Row 1 every day -> Mo-Fr;"
+              "Bundle Disabled, Disabled -> Every Day, Enabled, restore day 5;");
     EXPECT_EQ(told.operator()<IsdnRec>(isdnColumns, storeIsdn, "v,8,4,2,49,11,0,0,12,A,0,0,1,0,0,050,3",
-                                       "4,,,33,,,,,A,,,,,,5"),
-              "Network Access NT -> TE;Country Germany -> France;Local Number 12 -> ;Timer Alerting 050 -> 5;");
+                                       "4,,,33,,,,,A,5,,2,1,1,5"),
+              "Network Access NT -> TE;Country Germany -> France;Local Number 12 -> ;"
+              "Type Of Number Unknown -> Reseved;CRC Mode CRC4 -> CRC4 extended;Cable Mode Short -> Long;"
+              "Incoming Calls Mode Real Processing -> Imitation Processing;Timer Alerting 050 -> 5;");
 }
 
 }  // namespace

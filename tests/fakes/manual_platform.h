@@ -137,9 +137,11 @@ private:
 class FakeTray : public Tray {
 public:
     bool available() const override { return present; }
-    void add(const std::string& value) override { tip = value; }
+    void add(const std::string& value, bool warns) override { tip = (warns ? "(!) " : "") + value; }
     void remove() override { tip.clear(); }
-    void setTip(const std::string& value) override { tip = tip.empty() ? "" : value; }
+    void change(const std::string& value, bool warns) override {
+        if (!tip.empty()) add(value, warns);
+    }
 
     bool present = true;
     std::string tip;

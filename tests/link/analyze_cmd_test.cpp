@@ -47,7 +47,6 @@ TEST_F(AnalyzeCmd, EndsABadRecordWithoutAWord) {
     EXPECT_EQ(console.session.writes.walk().reply(), Walk::Reply::None);
     bench.console.mainWindow.tmrEnableCmd(2, true);
     bench.advance(3000);
-    bench.console.session.realTimeUpdate("BCH", splitString("-9223372036854775808,1,1", ','));
     EXPECT_THAT(bench.platform.boxes.shown, IsEmpty());
     receive("A_ESN" + std::string(300, '7'));
     EXPECT_EQ(session.gESN, std::string(255, '7')) << "what is longer is cut";

@@ -60,6 +60,8 @@ TEST_F(Board, FollowsACallStepByStep) {
     EXPECT_EQ(cell().lblMsgNumber.text(), "0501234567");
     EXPECT_EQ(cell().LblSIM_num.text(), "SIM #1");
     EXPECT_EQ(cell().lblLimit.text(), "Count:00013:00");
+    receive("I_ALR530,3,,,");
+    EXPECT_EQ(cell().LblSIM_num.text() + cell().lblLimit.text(), "SIM #0Count:") << "no SIM is named";
 }
 
 TEST_F(Board, LightsTheLampsOfSimAndNetwork) {
@@ -194,7 +196,7 @@ TEST_F(Board, MarksPortsAndChannelsOnOrOff) {
         {"53,1,7,0", "Port #19,  B-Ch #7", colourBlack, 7},
     };
     for (const auto& [record, heading, colour, channel] : routings) {
-        console.session.realTimeUpdate("PRT", splitString(record, ','));
+        receive("A_PRT" + record);
         EXPECT_EQ(cell().lblBCH.text(), heading) << record;
         EXPECT_EQ(cell().lblBCH.colour(), colour) << record;
         EXPECT_EQ(getDynamicBCH(board, 19), channel) << record;
@@ -214,6 +216,7 @@ TEST_F(Board, RestoresACellFromASnapshot) {
          "SIM #1|Count:00000:10|CONNECTING|42501|BCCH: AUTO|-66db|1", "being set up wins over connected"},
         {"A_STS53,23,26,,26,,26,,26,,0,45,42501,8,61", "|Count:|REGISTERED||BCCH: 61|-66db|0", "no SIM that is ready"},
         {"A_STS53,35,35,,26,,26,,26,,0,45,,0,61", "|Count:|PIN CODE wrong||BCCH: 61|-66db|0", "a wrong PIN"},
+        {"A_STS53,5,26,,26,,26,,26,,0,45", "|Count:|CLEAR ISDN||BCCH: 61|-66db|0", "no SIM, and cut short"},
         {"A_STS53,26,26,,26,,26,,26,,0,45,,0,61", "|Count:|SIM ABSENCE||BCCH: 61|-66db|0", "no SIM at all"},
         {"A_STS53,23,40,1,26,,26,,26,,1,33,42501,8", "SIM #1|Count:|REGISTERED||BCCH: 61|-78db|0", "cut short"},
     };
@@ -379,7 +382,7 @@ TEST_F(Board, RemembersTheLastFiveNumbersOfAPort) {
     EXPECT_THAT(calls.mnuLastDial[4].caption(), HasSubstr("299 ("));
     calls.mnuLastDial[4].press();
     calls.mnuLastDial[5].press();
-    EXPECT_EQ(calls.mnuLastDial[4].caption() + console.files.history.Read("PORT471119", "CALL4"), LastCalls::emptyLine);
+    EXPECT_EQ(calls.mnuLastDial[4].caption() + console.files.history.Read("PORT471119", "index"), LastCalls::emptyLine);
     report("2", "7");
     EXPECT_THAT(calls.INIT_lastCalls(19)[0], HasSubstr("7 ("));
 }

@@ -89,7 +89,13 @@ TEST_F(CallsOnScreen, TakeBackASortingThatWasGivenUp) {
 }
 
 TEST_F(CallsOnScreen, ChartWhatIsShown) {
+    const auto totals = [&] {
+        bench.advance(1000);
+        return named<QLabel>("lblCDRTotals")->text().toStdString();
+    };
+    EXPECT_EQ(totals(), "0 calls · 0 answered · talk time 0:00 · ASR – · ACD –");
     add("12", "0521", "2.05");
+    EXPECT_EQ(totals(), "1 call · 1 answered · talk time 2:05 · ASR 100 % · ACD 2:05");
     add("12", "0522");
     add("5", "0533", "0.07");
     const auto told = [&](const char* name) {

@@ -7,7 +7,8 @@ namespace {
 using testing::Contains;
 using testing::Each;
 
-const std::vector<std::string> logInLines = {"C_CPWkestr", "R_ESN", "R_CLK", "R_PPR"};
+// And the clock once more, a moment later.
+const std::vector<std::string> logInLines = {"C_CPWkestr", "R_ESN", "R_CLK", "R_PPR", "R_CLK"};
 
 class LogIn : public testing::Test {
 protected:
@@ -83,7 +84,7 @@ TEST_F(LogIn, TellsForHowLongAGatewayThatWasAskedIsSilent) {
 TEST_F(LogIn, GoesOnWithAWrongPasswordSaysSoAndWritesNothing) {
     bench.dialog = [](frmConnectionSelect& dialog) { dialog.txtPass.setText("wrong"); };
     bench.logIn(gateway);
-    EXPECT_EQ(gateway.linesReceived().size(), 4u);
+    EXPECT_EQ(gateway.linesReceived().size(), 5u);
     EXPECT_EQ(bench.console.session.bringUp.phase(), SessionPhase::Connected);
     const auto& notice = bench.console.mainWindow.lblNotice;
     EXPECT_THAT(notice.text(), HasSubstr("password"));
@@ -95,7 +96,7 @@ TEST_F(LogIn, GoesOnWithAWrongPasswordSaysSoAndWritesNothing) {
     bench.console.cdrDownload.start();
     EXPECT_EQ(notice.text() + bench.console.cdrDownload.lblCDRStatus.text(), std::string(noRightsText) + noRightsText);
     bench.advance(1000);
-    EXPECT_EQ(gateway.linesReceived().size(), 4u);
+    EXPECT_EQ(gateway.linesReceived().size(), 5u);
     gateway.receiveLine("C_APWmine");
     EXPECT_EQ(gateway.state().accounts.adminPassword, "kestr") << "the gateway would refuse it";
     bench.console.mainWindow.openPage("connect");
@@ -224,7 +225,7 @@ TEST_F(LogIn, TellsOfALostLinkAndWhatItLeftUndone) {
     bench.platform.peer.closes();
     const std::string lost = "The link to gateway was lost at 00:00: closed by the gateway.";
     EXPECT_EQ(bench.console.notices.lblLink.text(), lost);
-    EXPECT_EQ(bench.platform.trayIcon.tip, "Trunvex - " + lost);
+    EXPECT_EQ(bench.platform.trayIcon.tip, "(!) Trunvex - " + lost);
     EXPECT_THAT(bench.console.mainWindow.lblNotice.text(), HasSubstr("Not written: Port 1 and 2 more"));
     EXPECT_THAT(download.lblCDRStatus.text(), testing::AllOf(HasSubstr("calls fetched."), HasSubstr("channels ")));
     EXPECT_EQ(download.ucCDRProg.text(), "Cut short");

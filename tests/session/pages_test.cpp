@@ -61,7 +61,7 @@ TEST_F(Pages, WaitBehindABatchThatFailsOrIsCutOff) {
     bench.connect();
     bench.advance(3000);
     EXPECT_THAT(gateway.linesReceived(),
-                ElementsAre("C_CPWkestr", "R_ESN", "R_CLK", "R_PPR", "R_ISD", "R_ISD", "R_ISD"))
+                ElementsAre("C_CPWkestr", "R_ESN", "R_CLK", "R_PPR", "R_ISD", "R_ISD", "R_ISD", "R_CLK"))
         << "the page that is open, and nothing else of the old session";
     window.tool("system").press();
     bench.advance(2000);
@@ -77,8 +77,8 @@ TEST_F(Pages, OpenedDuringTheLogInAreReadAtItsEnd) {
     window.tool("system").press();
     EXPECT_THAT(bench.console.session.notices.lblNotice.text(), "");
     bench.advance(3000);
-    EXPECT_THAT(gateway.linesReceived(),
-                ElementsAre("C_CPWkestr", "R_ESN", "R_CLK", "R_PPR", "R_CLK", "R_SYS", "R_SYS", "R_ILS", "R_MON"));
+    EXPECT_THAT(gateway.linesReceived(), ElementsAre("C_CPWkestr", "R_ESN", "R_CLK", "R_PPR", "R_CLK", "R_SYS", "R_SYS",
+                                                     "R_ILS", "R_MON", "R_CLK"));
 }
 
 TEST_F(Pages, AreShownWithoutALink) {
@@ -102,10 +102,9 @@ TEST_F(Pages, ReadNothingByThemselvesInASessionThatOnlyWatches) {
 }
 
 TEST_F(Pages, TimersAndTrayOfTheWindow) {
-    logIn();
-    window.tmrEnableCmd(0, true);
+    bench.logIn(gateway);
     bench.advance(5000);
-    EXPECT_THAT(gateway.linesReceived(), ElementsAre("R_CLK"));
+    EXPECT_THAT(gateway.linesReceived(), ElementsAre("C_CPWkestr", "R_ESN", "R_CLK", "R_PPR", "R_CLK"));
     std::vector<bool> shown;
     window.windowShown().connect([&](bool visible) { shown.push_back(visible); });
     window.cmbTrayIcon.press();

@@ -11,9 +11,9 @@ namespace trunvex {
 class QtTray : public Tray {
 public:
     bool available() const override;
-    void add(const std::string& tip) override;
+    void add(const std::string& tip, bool warns) override;
     void remove() override;
-    void setTip(const std::string& tip) override;
+    void change(const std::string& tip, bool warns) override;
 
 private:
     std::unique_ptr<QMenu> menu_;

@@ -52,7 +52,6 @@ private:
 
     void chooseBars();
     void highlight(int place);
-    void pointAt(double x);
     void speak();
     bool showTip(QHelpEvent* event);
     const Bar& barAt(int place) const { return bars_[shown_[static_cast<std::size_t>(place)]]; }

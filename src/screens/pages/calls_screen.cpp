@@ -56,14 +56,16 @@ QString minutesAndSeconds(std::int64_t seconds) {
     return QString("%1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QChar('0'));
 }
 
+// What nothing can be said of is no zero.
+QString asrText(const CallTotals& totals) { return totals.calls == 0 ? "–" : QString("%1 %").arg(totals.asr()); }
+QString acdText(const CallTotals& totals) { return totals.answered == 0 ? "–" : minutesAndSeconds(totals.acd()); }
+
 // In words, for the line under the list and the tip of a bar.
 QString inWords(const CallTotals& totals) {
-    return CallsScreen::tr("%1 calls · %2 answered · talk time %3 · ASR %4 % · ACD %5")
-        .arg(totals.calls)
+    return CallsScreen::tr("%1 · %2 answered · talk time %3 · ASR %4 · ACD %5")
+        .arg(totals.calls == 1 ? CallsScreen::tr("1 call") : CallsScreen::tr("%1 calls").arg(totals.calls))
         .arg(totals.answered)
-        .arg(minutesAndSeconds(totals.talkSeconds))
-        .arg(totals.asr())
-        .arg(minutesAndSeconds(totals.acd()));
+        .arg(minutesAndSeconds(totals.talkSeconds), asrText(totals), acdText(totals));
 }
 
 // By the entries of cmbCDRMeasure.
@@ -78,11 +80,11 @@ Bar barOf(const CallSums::Group& group, int measure) {
             break;
         case 2:
             bar.value = totals.asr();
-            bar.valueText = QString("%1 %").arg(totals.asr());
+            bar.valueText = asrText(totals);
             break;
         case 3:
             bar.value = totals.acd();
-            bar.valueText = minutesAndSeconds(totals.acd());
+            bar.valueText = acdText(totals);
             break;
         default:
             bar.value = static_cast<double>(totals.calls);
