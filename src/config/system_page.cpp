@@ -169,6 +169,6 @@ std::string SystemPage::cmdSetTime() {
     return buildClockLine();
 }
 
-void SystemPage::writing() { askClockSoon(); }
+void SystemPage::writing(const std::string&) { askClockSoon(); }
 
 }  // namespace trunvex

@@ -172,6 +172,36 @@ TEST_F(Edits, WaitForTheirGatewayAndAreNamedBeforeTheyAreLost) {
     EXPECT_EQ(bench.sent().back(), "SRV:CLOSE");
 }
 
+TEST_F(Edits, OfASessionWithoutANameJoinThoseThatWaitForIt) {
+    simulator::switchOn(gateway.faults(), "R_ESN:silent");
+    for (const bool leaves : {false, true}) {
+        select("MOD11");
+        port.form.undo();
+        port.TxtIntDigPause.setText("77");
+        bench.platform.peer.closes();
+        boxes.answers = {Button::Ignore};
+        bench.logIn(gateway);
+        bench.advance(3000);
+        select("MOD11");
+        port.TxtMinDigits.setText("7");
+        if (leaves) select("MOD21");
+        bench.receive("A_ESN4711");
+        if (leaves) select("MOD11");
+        EXPECT_EQ(port.TxtIntDigPause.text() + port.TxtMinDigits.text(), "777") << leaves;
+    }
+}
+
+TEST_F(Edits, StayWhenTheirWriteDoesNotBegin) {
+    select("MOD11");
+    port.txtNoRegTimer.setText("");
+    WriteBatch batch;
+    batch.items = {command("C_MOD12,,1,", "Port 2")};
+    console.session.writes.start(std::move(batch));
+    port.cmdWritePort.press();
+    EXPECT_THAT(notice(), HasSubstr("still being written"));
+    EXPECT_TRUE(port.form.edited(port.txtNoRegTimer));
+}
+
 TEST_F(Edits, SurviveALookAtAnotherRecordAndALateReport) {
     select("MOD21");
     select("MOD11");
