@@ -172,6 +172,31 @@ TEST_F(Edits, WaitForTheirGatewayAndAreNamedBeforeTheyAreLost) {
     EXPECT_EQ(bench.sent().back(), "SRV:CLOSE");
 }
 
+// Nothing that was made, asked or written for one gateway reaches another that answers in its place.
+TEST_F(Edits, StayWithTheirGatewayWhenAnotherAnswersOnTheLine) {
+    const auto answerAs = [this](const std::string& esn) {
+        gateway.state().esn = esn;
+        bench.receive("A_ESN" + esn);
+        settle();
+    };
+    select("MOD11");
+    port.TxtIntDigPause.setText("77");
+    simulator::switchOn(gateway.faults(), "C_MOD:latency=300-300");
+    WriteBatch batch;
+    batch.items = {command("C_MOD12,,1,", "Port 2"), command("C_MOD21,,1,", "Port 5")};
+    console.session.writes.start(std::move(batch));
+    bench.advance(10);
+    arrived();
+    answerAs("4712");
+    EXPECT_THAT(arrived(), testing::AllOf(Contains(HasSubstr("R_PPR")), testing::Not(Contains(HasSubstr("C_MOD")))));
+    EXPECT_EQ(console.session.state.phase, SessionPhase::Connected);
+    select("MOD11");
+    EXPECT_EQ(port.TxtIntDigPause.text(), "60");
+    answerAs("4711");
+    select("MOD11");
+    EXPECT_EQ(port.TxtIntDigPause.text(), "77");
+}
+
 TEST_F(Edits, OfASessionWithoutANameJoinThoseThatWaitForIt) {
     simulator::switchOn(gateway.faults(), "R_ESN:silent");
     for (const bool leaves : {false, true}) {
