@@ -95,6 +95,10 @@ TEST_F(System, RunsTheClockOverMidnightInAllPlaces) {
         bench.advance(1500);
         EXPECT_THAT(arrived(), ElementsAre("R_CLK")) << "what the gateway makes of the new day";
     }
+    bench.receive("A_CLK05,03,26,5,07,09");
+    system.dtpDate.setText("06/03/2026");
+    bench.advance(120000);
+    EXPECT_EQ(system.buildClockLine(), "C_CLK06,03,26,6,07,11") << "a new date does not set the clock back";
 }
 
 TEST_F(System, RefusesWhatIsNoDateAndNoTime) {
