@@ -99,7 +99,6 @@ void NodePage::forget() {
 }
 
 void NodePage::keepMarks() {
-    if (!showsGroup()) return;
     auto& marks = marks_[form.key()];
     marks.clear();
     for (const auto& box : frame.include) marks.push_back(box.checked());

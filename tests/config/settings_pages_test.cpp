@@ -229,6 +229,15 @@ TEST_F(Edits, StayWhenTheirWriteDoesNotBegin) {
     port.cmdWritePort.press();
     EXPECT_THAT(notice(), HasSubstr("still being written"));
     EXPECT_TRUE(port.form.edited(port.txtNoRegTimer));
+    settle();
+    port.cmdWritePort.press();
+    tree.tvGroups[0].select("MOD21");
+    settle();
+    EXPECT_EQ(port.form.word(), "") << "it is about another port";
+    press(port.cmdWritePort);
+    EXPECT_THAT(port.form.word(), HasSubstr("Port 5 written"));
+    select("MOD11");
+    EXPECT_EQ(port.form.word(), "");
 }
 
 TEST_F(Edits, SurviveALookAtAnotherRecordAndALateReport) {

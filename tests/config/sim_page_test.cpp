@@ -168,6 +168,10 @@ TEST_F(SimPageTest, KeepsTheDayInTheBundleFlags) {
     }
     sim.txtBundleLoading[1].setText("Enabled");
     EXPECT_EQ(field(19), "197");
+    sim.form.undo();
+    sim.txtBundleLoading[0].setText("By Refill");
+    report("00000,0,0,0,00005923,127,00000000,0,00000000,0,00000000,0,5");
+    EXPECT_FALSE(sim.form.edited()) << "the gateway tells it as it tells Disabled";
 }
 
 TEST_F(SimPageTest, ReadsAGroupsValuesAtTheAddressItsNumberSpells) {

@@ -96,7 +96,7 @@ bool TableModel::setData(const QModelIndex& index, const QVariant& value, int ro
 
 Qt::ItemFlags TableModel::flags(const QModelIndex& index) const {
     auto flags = QAbstractTableModel::flags(index);
-    if (grid_ && grid_->enabled()) flags |= Qt::ItemIsEditable;
+    if (index.isValid() && grid_ && grid_->enabled()) flags |= Qt::ItemIsEditable;
     return flags;
 }
 
