@@ -12,6 +12,8 @@ constexpr const char* formatKey = "DateFormat";
 
 std::string padded(std::string_view text) { return pad(text, 2, '0', PadSide::Left); }
 
+bool hasDate(const ClockReport& clock) { return val(clock.day) != 0 && val(clock.month) != 0; }
+
 // What the fields show of the gateway's clock.
 RecordForm::Values clockValues(const SystemPage& page, const ClockReport& clock) {
     const auto weekday = val(clock.weekday);
@@ -77,12 +79,11 @@ void SystemPage::readDateFormat() {
 
 void SystemPage::takeClock(const ClockReport& report) {
     reportedDate_ = {std::string(report.day), std::string(report.month), std::string(report.year)};
-    const auto& [day, month, year] = reportedDate_;
     lblHoure.setText(escaped(report.hour));
     lblMinute.setText(escaped(report.minute));
     lblSecond.setText("00");
     showDate();
-    if (val(day) != 0 && val(month) != 0) form.take(clockValues(*this, report));
+    if (hasDate(report)) form.take(clockValues(*this, report));
 }
 
 // The clock runs on between two reports. What the gateway makes of a new day it is asked itself.
@@ -94,7 +95,8 @@ void SystemPage::followClock() {
     lblMinute.setText(escaped(minute));
     lblSecond.setText(escaped(second));
     // Whoever sets the date alone would set the time of the last report with it.
-    if (nextMinute && form.known()) form.take(clockValues(*this, {day, month, year, weekday, hour, minute, second}));
+    const ClockReport now{day, month, year, weekday, hour, minute, second};
+    if (nextMinute && hasDate(now)) form.take(clockValues(*this, now));
     if (val(day) == val(reportedDate_[0])) return;
     reportedDate_ = {day, month, year};
     showDate();

@@ -99,6 +99,10 @@ TEST_F(System, RunsTheClockOverMidnightInAllPlaces) {
     system.dtpDate.setText("06/03/2026");
     bench.advance(120000);
     EXPECT_EQ(system.buildClockLine(), "C_CLK06,03,26,6,07,11") << "a new date does not set the clock back";
+    system.form.undo();
+    bench.receive("A_CLK00,00,26,1,07,09");
+    bench.advance(60000);
+    EXPECT_EQ(system.dtpDate.text(), "05/03/2026") << "a day of none is no date";
 }
 
 TEST_F(System, RefusesWhatIsNoDateAndNoTime) {
@@ -186,12 +190,12 @@ TEST_F(Edits, StayWithTheirGatewayWhenAnotherAnswersOnTheLine) {
     select("MOD11");
     port.TxtIntDigPause.setText("77");
     simulator::switchOn(gateway.faults(), "C_MOD:latency=300-300");
-    WriteBatch batch;
-    batch.items = {command("C_MOD12,,1,", "Port 2"), command("C_MOD21,,1,", "Port 5")};
-    console.session.writes.start(std::move(batch));
+    console.session.firmware.updateAll({"C_MOD12,,1,", "C_MOD21,,1,", "C_MOD22,,1,"});
     bench.advance(10);
     arrived();
     answerAs("4712");
+    bench.receive("I_ALR000,90,,'RESTART' Command is completed");
+    bench.advance(10);
     EXPECT_THAT(arrived(), testing::AllOf(Contains(HasSubstr("R_PPR")), testing::Not(Contains(HasSubstr("C_MOD")))));
     EXPECT_EQ(console.session.state.phase, SessionPhase::Connected);
     select("MOD11");
