@@ -53,7 +53,7 @@ IsdnPage::IsdnPage(Session& session, const PageTools& tools, SettingsRecords& re
             if (loaded()) show();
         });
     addForm(form, "ISDN", {cmdUndoIsdn, cmdIsdnRefresh_, CmdWriteISDN_}, {command("R_ISD", "ISDN")},
-            [this] { return CmdWriteISDN(); });
+            [this] { return buildLine(false); });
     forget();
 }
 
@@ -176,13 +176,10 @@ std::string IsdnPage::buildLine(bool store) {
     return "C_ISD" + body;
 }
 
-std::string IsdnPage::CmdWriteISDN() {
-    auto line = buildLine(false);
-    if (line.empty()) return {};
+void IsdnPage::writing(const std::string& line) {
     auto sent = tools_.tables.isdn;
     storeIsdn(sent, isdnFields(mid(line, 6)), true);
     form.respell(table_.held(sent));  // "005" is told back as 5
-    return line;
 }
 
 }  // namespace trunvex

@@ -46,7 +46,7 @@ private:
     void bindLine();
     void bindCalls();
     BuiltLine firstFault();
-    std::string CmdWriteISDN();
+    void writing(const std::string& line) override;
 
     PageTable<IsdnRec> table_;
 };

@@ -25,29 +25,27 @@ void NodePage::begin(std::vector<BoxedField> fields) {
     forget();
 }
 
-// What was not marked, and what was empty, has reached nobody.
-void NodePage::groupWritten(const std::string& group) {
-    if (group != key_) {
-        settleLeft(formKey(group));
-        return;
-    }
-    form.settle([this](const InputField& field) {
-        return std::none_of(fields_.begin(), fields_.end(), [&](const BoxedField& one) {
-            return one.first == &field && (!included(one.second) || emptiedBehind(one.second));
-        });
-    });
-    word_.tell(groupWrite_.summary());
+// What the write of a group that begins now will have brought to its members, when it is complete.
+RecordForm::Values NodePage::groupValues() const {
+    RecordForm::Values values;
+    for (const auto& [field, box] : fields_)
+        if (included(box) && !emptiedBehind(box)) values[field] = field->value();
+    return values;
 }
 
-// The same of a group that was left while its write ran.
-void NodePage::settleLeft(const std::string& key) {
-    const auto marks = marks_.find(key);
-    if (marks == marks_.end()) return;
-    form.settleDraft(key, [&](const InputField& field, const std::string& value) {
-        return std::none_of(fields_.begin(), fields_.end(), [&](const BoxedField& one) {
-            return one.first == &field && (!marks->second[one.second] || (silent(one.second) && value.empty()));
-        });
-    });
+// What was not marked, what was empty and what was edited since has reached nobody.
+void NodePage::groupWritten(const std::string& group) {
+    const auto written = [this](const InputField& field, const std::string& value) {
+        const auto one = sent_.find(&field);
+        return one != sent_.end() && one->second == value;
+    };
+    const auto key = formKey(group);
+    if (key != form.key()) {
+        form.settleDraft(key, written);
+        return;
+    }
+    form.settle(written);
+    word_.tell(groupWrite_.summary());
 }
 
 // All nodes of a group's ports show one record.
@@ -101,7 +99,6 @@ void NodePage::forget() {
 }
 
 void NodePage::keepMarks() {
-    if (!showsGroup()) return;
     auto& marks = marks_[form.key()];
     marks.clear();
     for (const auto& box : frame.include) marks.push_back(box.checked());
@@ -208,13 +205,17 @@ void NodePage::write() {
 }
 
 bool NodePage::startWrite(const std::string& line) {
-    if (showsGroup())
-        return groupWrite_.start(
-            key_, tree_.groupWrite(key_, [this](const std::string& member) { return buildMember(member).line; }));
-    // "016" is told back as 16, and what was left empty as it was: neither is an edit any more once it is written.
-    form.respell(valuesAfter(line));
+    if (showsGroup()) {
+        if (!groupWrite_.start(
+                key_, tree_.groupWrite(key_, [this](const std::string& member) { return buildMember(member).line; })))
+            return false;
+        sent_ = groupValues();
+        return true;
+    }
     const auto name = tree_.captionOf(key_);
     if (!tools_.write(line, name)) return false;
+    // "016" is told back as 16, and what was left empty as it was: neither is an edit any more once it is written.
+    form.respell(valuesAfter(line));
     word_.expect(line, name);
     return true;
 }

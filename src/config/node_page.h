@@ -94,7 +94,7 @@ private:
     bool isKept(std::size_t box) const;
     void showRemark();
     void groupWritten(const std::string& group);
-    void settleLeft(const std::string& key);
+    RecordForm::Values groupValues() const;
     static std::string formKey(const std::string& key);
     void follow();
     bool mayRead();
@@ -106,6 +106,7 @@ private:
     bool writesHeld_ = false;
     std::vector<BoxedField> fields_;
     std::map<std::string, std::vector<bool>> marks_;  // of the groups that were left
+    RecordForm::Values sent_;                         // by the last group write
     WriteWord word_;
     sigc::signal<void()> writeStarted_;
 };

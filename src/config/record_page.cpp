@@ -21,7 +21,7 @@ void RecordPage::write(Sheet& sheet) {
     const auto line = sheet.build();
     if (line.empty() || !tools_.write(line, sheet.name, "send data : ")) return;
     sheet.word->expect(line, sheet.name);
-    writing();
+    writing(line);
     writeStarted.emit();
 }
 

@@ -28,8 +28,8 @@ protected:
     RecordPage(Session& session, Traits pageTraits, const PageTools& tools)
         : Page(session, std::move(pageTraits)), tools_(tools) {}
 
-    // A write of the page has begun.
-    virtual void writing() {}
+    // A write of this line has begun.
+    virtual void writing(const std::string&) {}
     // `name` is the record's for people. `batch` is what Read asks the gateway; `build` makes the line to be written,
     // or an empty one after it has told why not.
     void addForm(RecordForm& form, const char* name, const Buttons& buttons, std::vector<QueueItem> batch,

@@ -12,6 +12,16 @@ constexpr const char* formatKey = "DateFormat";
 
 std::string padded(std::string_view text) { return pad(text, 2, '0', PadSide::Left); }
 
+bool hasDate(const ClockReport& clock) { return val(clock.day) != 0 && val(clock.month) != 0; }
+
+// What the fields show of the gateway's clock.
+RecordForm::Values clockValues(const SystemPage& page, const ClockReport& clock) {
+    const auto weekday = val(clock.weekday);
+    return {{&page.dtpDate, escaped(padded(clock.day) + "/" + padded(clock.month) + "/20" + padded(clock.year))},
+            {&page.dtpClock, escaped(padded(clock.hour) + ":" + padded(clock.minute))},
+            {&page.cmbDay, weekday >= 1 && weekday <= 7 ? std::to_string(weekday - 1) : std::string()}};
+}
+
 }  // namespace
 
 SystemPage::SystemPage(Session& session, const PageTools& tools)
@@ -69,25 +79,24 @@ void SystemPage::readDateFormat() {
 
 void SystemPage::takeClock(const ClockReport& report) {
     reportedDate_ = {std::string(report.day), std::string(report.month), std::string(report.year)};
-    const auto& [day, month, year] = reportedDate_;
     lblHoure.setText(escaped(report.hour));
     lblMinute.setText(escaped(report.minute));
     lblSecond.setText("00");
     showDate();
-    if (val(day) == 0 || val(month) == 0) return;
-    const auto weekday = val(report.weekday);
-    form.take({{&dtpDate, escaped(padded(day) + "/" + padded(month) + "/20" + padded(year))},
-               {&dtpClock, escaped(padded(report.hour) + ":" + padded(report.minute))},
-               {&cmbDay, weekday >= 1 && weekday <= 7 ? std::to_string(weekday - 1) : std::string()}});
+    if (hasDate(report)) form.take(clockValues(*this, report));
 }
 
 // The clock runs on between two reports. What the gateway makes of a new day it is asked itself.
 void SystemPage::followClock() {
     const auto& [day, month, year, weekday, hour, minute, second] = session_.state.gClockField;
     if (!session_.state.gGotClock || reportedDate_[0].empty()) return;
+    const bool nextMinute = lblMinute.text() != escaped(minute);
     lblHoure.setText(escaped(hour));
     lblMinute.setText(escaped(minute));
     lblSecond.setText(escaped(second));
+    // Whoever sets the date alone would set the time of the last report with it.
+    const ClockReport now{day, month, year, weekday, hour, minute, second};
+    if (nextMinute && hasDate(now)) form.take(clockValues(*this, now));
     if (val(day) == val(reportedDate_[0])) return;
     reportedDate_ = {day, month, year};
     showDate();
@@ -169,6 +178,6 @@ std::string SystemPage::cmdSetTime() {
     return buildClockLine();
 }
 
-void SystemPage::writing() { askClockSoon(); }
+void SystemPage::writing(const std::string&) { askClockSoon(); }
 
 }  // namespace trunvex

@@ -43,7 +43,7 @@ public:
 private:
     void begun() override;
     void tornDown() override;
-    void writing() override;
+    void writing(const std::string& line) override;
     void delayedClockTick();
     void askClockSoon();
     void followClock();

@@ -63,7 +63,14 @@ void TimeTable::bindRow(Row& all, std::size_t row) {
                                  return mark((daysOf(sim.rows[row]) & dayBit(day)) != 0);
                              }});
     all.sent.push_back({sim_at::timeOf(row), [this, row](const SimRec& to) { return wireTimes(row, to); }});
-    all.sent.push_back({sim_at::daysOf(row), [this, row](const SimRec&) { return std::to_string(dayMask(row)); }});
+    all.sent.push_back({sim_at::daysOf(row), [this, row](const SimRec& to) {
+                            const auto& days = chkSIMDayOfWk[row];
+                            const bool asHeld = inUse(row) && untouched(txtTimeIntFrom[row]) &&
+                                                untouched(txtTimeIntTo[row]) && untouched(chkDayOfWkEnable) &&
+                                                std::all_of(days.begin(), days.end(),
+                                                            [](const CheckField& day) { return untouched(day); });
+                            return asHeld ? to.rows[row].days : std::to_string(dayMask(row));
+                        }});
 }
 
 void TimeTable::followTurns() {

@@ -108,11 +108,12 @@ void GridField::removeRows(std::vector<std::size_t> rows) {
         if (row >= rows_.size()) continue;
         if (!step.empty() && step.back().first == row + 1) {
             step.back().first = row;
-            step.back().before.insert(step.back().before.begin(), rows_[row]);
+            step.back().before.push_back(rows_[row]);
         } else {
             step.push_back({row, {rows_[row]}, {}});
         }
     }
+    for (auto& swap : step) std::reverse(swap.before.begin(), swap.before.end());
     take(std::move(step));
 }
 

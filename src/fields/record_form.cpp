@@ -122,15 +122,35 @@ void RecordForm::park(const std::string& gateway) {
     turnTo(std::string(key_));
     auto left = std::exchange(drafts_, {});
     if (gateway.empty()) return;
-    auto& waiting = parked_[gateway];
-    left.merge(waiting);
-    waiting = std::move(left);
+    addDrafts(left, parked_[gateway]);
+    parked_[gateway] = std::move(left);
+}
+
+// Of a field that was edited on both occasions the newer edit counts.
+void RecordForm::addDrafts(Drafts& newer, Drafts& older) {
+    newer.merge(older);
+    for (auto& [key, values] : older) {
+        auto& into = newer.at(key);
+        for (std::size_t i = 0; i < values.size(); ++i)
+            if (!into[i]) into[i] = std::move(values[i]);
+    }
 }
 
 void RecordForm::resume(const std::string& gateway) {
-    const auto waiting = parked_.extract(gateway);
+    auto waiting = parked_.extract(gateway);
     if (waiting.empty()) return;
-    drafts_.merge(waiting.mapped());
+    addDrafts(drafts_, waiting.mapped());
+    const auto draft = drafts_.find(key_);
+    if (known_ && draft != drafts_.end()) {  // a gateway may tell its name when much of it was read already
+        filling_ = true;
+        for (std::size_t i = 0; i < entries_.size(); ++i) {
+            auto& entry = entries_[i];
+            if (draft->second[i] && entry.shown == entry.held) show(entry, *draft->second[i]);
+            mark(entry);
+        }
+        filling_ = false;
+        drafts_.erase(draft);
+    }
     changed_.emit();
 }
 
@@ -168,17 +188,16 @@ std::vector<std::pair<std::string, std::string>> RecordForm::parked() const {
     return keys;
 }
 
-void RecordForm::settle(const std::function<bool(const InputField& field)>& written) {
+void RecordForm::settle(const Written& written) {
     for (auto& entry : entries_) {
-        if (!written(*entry.field)) continue;
+        if (!written(*entry.field, entry.shown)) continue;
         hold(entry);
         mark(entry);
     }
     changed_.emit();
 }
 
-void RecordForm::settleDraft(const std::string& key,
-                             const std::function<bool(const InputField& field, const std::string& value)>& written) {
+void RecordForm::settleDraft(const std::string& key, const Written& written) {
     const auto draft = drafts_.find(key);
     if (draft == drafts_.end()) return;
     auto& values = draft->second;

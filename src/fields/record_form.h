@@ -50,11 +50,11 @@ public:
     std::vector<std::string> unwritten() const;
     // The same of the gateways that are away: key and gateway.
     std::vector<std::pair<std::string, std::string>> parked() const;
-    // What is shown of these fields was written: it counts as held.
-    void settle(const std::function<bool(const InputField& field)>& written);
-    // The same of a record that is not shown, by its key, for what was edited there: field and value.
-    void settleDraft(const std::string& key,
-                     const std::function<bool(const InputField& field, const std::string& value)>& written);
+    // What is shown of these fields was written: it counts as held. Asked with the value that is shown.
+    using Written = std::function<bool(const InputField& field, const std::string& value)>;
+    void settle(const Written& written);
+    // The same of a record that is not shown, by its key, for what was edited there.
+    void settleDraft(const std::string& key, const Written& written);
     // What became of the last write of the record, until the operator edits anew or turns to another.
     const std::string& word() const { return word_; }
     void setWord(std::string word);
@@ -89,6 +89,7 @@ private:
     // By key: what was edited in a record that was left, the other fields empty. These follow the gateway.
     using Drafts = std::map<std::string, std::vector<std::optional<std::string>>>;
     Drafts drafts_;
+    static void addDrafts(Drafts& newer, Drafts& older);
     std::map<std::string, Drafts> parked_;  // by gateway
     std::string key_;
     bool known_ = false;

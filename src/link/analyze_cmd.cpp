@@ -33,11 +33,10 @@ bool startsWithDigit(std::string_view text) {
 
 }  // namespace
 
-Dispatcher::Dispatcher(SessionState& session, SessionEvents& events, CommandSender& sender, ucProgress& panel,
-                       std::vector<ReadQueue*> reads, WriteQueue& writes, SessionBringUp& bringUp,
-                       RealTimeUpdate& realTimeUpdate)
-    : session_(session), events_(events), sender_(sender), panel_(panel), reads_(std::move(reads)), writes_(writes),
-      bringUp_(bringUp), realTimeUpdate_(realTimeUpdate) {}
+Dispatcher::Dispatcher(SessionState& session, CommandSender& sender, ucProgress& panel, std::vector<ReadQueue*> reads,
+                       WriteQueue& writes, SessionBringUp& bringUp, RealTimeUpdate& realTimeUpdate)
+    : session_(session), sender_(sender), panel_(panel), reads_(std::move(reads)), writes_(writes), bringUp_(bringUp),
+      realTimeUpdate_(realTimeUpdate) {}
 
 void Dispatcher::AnalyzeCmd(std::string_view line, bool show) {
     quietly("AnalyzeCmd", [&] {
@@ -151,9 +150,7 @@ void Dispatcher::masterDecided(std::string_view line) {
 void Dispatcher::masterIdentifies(std::string_view line) {
     sender_.SendCommand("SRV" + session_.gMasterSessionId + ":PONG");
     const auto fields = splitString(line.substr(line.find('D', 3) + 1), ',');
-    takeESN(session_, fields.at(0));
-    events_.identified.emit();
-    session_.gGotESN = true;
+    bringUp_.identify(fields.at(0));
     Fields clock;
     for (std::size_t i = 1; i < fields.size(); ++i) clock.add(fields.at(i));
     takeClock(session_, clock);

@@ -35,9 +35,8 @@ class Dispatcher {
 public:
     using Handler = std::function<void(const Record& record)>;
 
-    Dispatcher(SessionState& session, SessionEvents& events, CommandSender& sender, ucProgress& panel,
-               std::vector<ReadQueue*> reads, WriteQueue& writes, SessionBringUp& bringUp,
-               RealTimeUpdate& realTimeUpdate);
+    Dispatcher(SessionState& session, CommandSender& sender, ucProgress& panel, std::vector<ReadQueue*> reads,
+               WriteQueue& writes, SessionBringUp& bringUp, RealTimeUpdate& realTimeUpdate);
 
     // `line` comes without its terminator. `show` is true for a line that the gateway sent: only such a line is relayed
     // and shown. A line that the write queue feeds back is taken as a record and as nothing else.
@@ -77,7 +76,6 @@ private:
     void takeRecord(const Record& record);
 
     SessionState& session_;
-    SessionEvents& events_;
     CommandSender& sender_;
     ucProgress& panel_;
     const std::vector<ReadQueue*> reads_;

@@ -9,8 +9,8 @@ Session::Session(Platform& platform_, Settings& setting_, Settings& data, const 
       refreshes(platform, objSpool, boardReads), writes(platform, objSpool, panel),
       firmware(platform, objSpool, panel, writes),
       bringUp(platform, setting, data, state, events, objSpool, panel, connectButton, reads, refreshes, writes),
-      dispatcher(state, events, objSpool, panel, {&reads, &refreshes}, writes, bringUp, realTimeUpdate),
-      records(dispatcher, state, events, panel, refreshes, writes, bringUp, realTimeUpdate) {
+      dispatcher(state, objSpool, panel, {&reads, &refreshes}, writes, bringUp, realTimeUpdate),
+      records(dispatcher, state, panel, refreshes, writes, bringUp, realTimeUpdate) {
     state.applicationFolder = applicationFolder;
     forgetESN(state);
     objSpool.AnalyzeCmd = [this](std::string_view line, bool show) { dispatcher.AnalyzeCmd(line, show); };

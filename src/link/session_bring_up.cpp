@@ -150,6 +150,30 @@ void SessionBringUp::dropSession() {
     if (session_.sessionFlag) ConnectChange("", true);
 }
 
+void SessionBringUp::identify(std::string_view esn) {
+    const bool another = !session_.gESN.empty() && session_.gESN != esn;
+    const bool stood = session_.phase == SessionPhase::Connected;
+    if (another) leaveGateway(stood);
+    takeESN(session_, esn);
+    events_.identified.emit();
+    session_.gGotESN = true;
+    if (another && stood) RecievingChange();
+}
+
+// During a log-in the batch that runs is the log-in itself.
+void SessionBringUp::leaveGateway(bool stood) {
+    reads_.abandon();
+    refreshes_.abandon();
+    if (stood) writes_.abandon();
+    session_.gGotClock = false;
+    session_.gGotActivePorts = false;
+    events_.tornDown.emit();
+    session_.gVersion.clear();
+    session_.gActivePorts.clear();
+    events_.begun.emit();
+    events_.started.emit();
+}
+
 void SessionBringUp::endedByGateway() {
     if (!session_.sessionFlag) return;
     spool_.linkLost().emit("The gateway ended the session at " + hourAndMinute(platform_.clock().localTime()) + ".");

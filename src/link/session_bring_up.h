@@ -40,6 +40,9 @@ public:
     void dropSession();
     void endedByGateway();
     void rejectedByMaster();
+    // The gateway has told its serial number. One that is not that of the session so far is another gateway's: what was
+    // known, asked and edited was for the one before, and the console logs in anew.
+    void identify(std::string_view esn);
     // The session is logged in as far as it will be.
     void sessionStands();
 
@@ -58,6 +61,7 @@ public:
 
 private:
     void tearDown();
+    void leaveGateway(bool stood);
     void endBatches();
     bool chooseLink();
     void bindLink(frmConnectionSelect& dialog);

@@ -28,11 +28,10 @@ std::string_view fieldOrEmpty(const Fields& fields, std::size_t index) {
 
 }  // namespace
 
-SessionRecords::SessionRecords(Dispatcher& dispatcher, SessionState& session, SessionEvents& events, ucProgress& panel,
-                               ReadQueue& refreshes, WriteQueue& writes, SessionBringUp& bringUp,
-                               RealTimeUpdate& realTimeUpdate)
-    : dispatcher_(dispatcher), session_(session), events_(events), panel_(panel), refreshes_(refreshes),
-      writes_(writes), bringUp_(bringUp), realTimeUpdate_(realTimeUpdate) {
+SessionRecords::SessionRecords(Dispatcher& dispatcher, SessionState& session, ucProgress& panel, ReadQueue& refreshes,
+                               WriteQueue& writes, SessionBringUp& bringUp, RealTimeUpdate& realTimeUpdate)
+    : dispatcher_(dispatcher), session_(session), panel_(panel), refreshes_(refreshes), writes_(writes),
+      bringUp_(bringUp), realTimeUpdate_(realTimeUpdate) {
     addRows();
 }
 
@@ -51,9 +50,7 @@ void SessionRecords::addRows() {
         writes_.answered("CPW");
     });
     dispatcher_.on("A_ESN", [this](const Record& record) {
-        takeESN(session_, record.fields().at(0));
-        events_.identified.emit();
-        session_.gGotESN = true;
+        bringUp_.identify(record.fields().at(0));
         writes_.answered("ESN");
     });
     dispatcher_.on("A_CLK", clock);

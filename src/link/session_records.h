@@ -8,8 +8,8 @@ namespace trunvex {
 // unasked reports. Adds their rows to the dispatcher's table.
 class SessionRecords {
 public:
-    SessionRecords(Dispatcher& dispatcher, SessionState& session, SessionEvents& events, ucProgress& panel,
-                   ReadQueue& refreshes, WriteQueue& writes, SessionBringUp& bringUp, RealTimeUpdate& realTimeUpdate);
+    SessionRecords(Dispatcher& dispatcher, SessionState& session, ucProgress& panel, ReadQueue& refreshes,
+                   WriteQueue& writes, SessionBringUp& bringUp, RealTimeUpdate& realTimeUpdate);
 
     // A report about one SIM, after the board has it: X, Y, S, code and up to three arguments.
     sigc::signal<void(const Fields& record)> simAlarm;
@@ -24,7 +24,6 @@ private:
 
     Dispatcher& dispatcher_;
     SessionState& session_;
-    SessionEvents& events_;
     ucProgress& panel_;
     ReadQueue& refreshes_;
     WriteQueue& writes_;

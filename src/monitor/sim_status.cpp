@@ -184,7 +184,7 @@ void frmSimStatus::takeClock(const ClockReport& report) {
 // A report without seconds shows none, until the next one has passed.
 void frmSimStatus::followClock() {
     const auto& [day, month, year, weekday, hour, minute, second] = state_.gClockField;
-    if (!live_ || !state_.gGotClock || (lblSecond.text().empty() && second == "00")) return;
+    if (!state_.gGotClock || (lblSecond.text().empty() && second == "00")) return;
     takeClock({day, month, year, weekday, hour, minute, second});
 }
 

@@ -24,9 +24,6 @@ void Walk::send() {
     if (!sent.Key.empty()) sender_.SendCommand(sent.Key);
 }
 
-void Walk::next() {
-    ++index_;
-    reply_ = Reply::None;
-}
+void Walk::next() { ++index_; }
 
 }  // namespace trunvex

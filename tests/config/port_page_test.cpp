@@ -184,6 +184,9 @@ TEST_F(PortPageTest, WritesToAGroupWhatIsMarkedToEachMemberInItsWay) {
     EXPECT_TRUE(port.form.edited(port.TxtMinDigits) && port.form.edited(port.txtNoRegTimer));
     EXPECT_FALSE(port.form.edited(port.cmbRelaxTime) || port.form.edited(port.SldTX_SE));
     EXPECT_THAT(port.form.word(), testing::MatchesRegex("3 of 3 written [0-9:]+"));
+    port.SldTX_SE.setValue("");
+    port.chkIncGrpMod[IncLevels].setChecked(true);
+    EXPECT_THAT(port.lblPortRemark.text(), testing::Not(HasSubstr("Levels"))) << "those of the first scale are sent";
     for (auto& box : port.chkIncGrpMod) box.setChecked(&box == &port.chkIncGrpMod[IncNoRegTimer]);
     console.session.tell("");
     press(port.cmdWritePort);

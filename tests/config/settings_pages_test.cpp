@@ -97,6 +97,14 @@ TEST_F(System, RunsTheClockOverMidnightInAllPlaces) {
         bench.advance(1500);
         EXPECT_THAT(arrived(), ElementsAre("R_CLK")) << "what the gateway makes of the new day";
     }
+    bench.receive("A_CLK05,03,26,5,07,09");
+    system.dtpDate.setText("06/03/2026");
+    bench.advance(120000);
+    EXPECT_EQ(system.buildClockLine(), "C_CLK06,03,26,6,07,11") << "a new date does not set the clock back";
+    system.form.undo();
+    bench.receive("A_CLK00,00,26,1,07,09");
+    bench.advance(60000);
+    EXPECT_EQ(system.dtpDate.text(), "05/03/2026") << "a day of none is no date";
 }
 
 TEST_F(System, RefusesWhatIsNoDateAndNoTime) {
@@ -172,6 +180,70 @@ TEST_F(Edits, WaitForTheirGatewayAndAreNamedBeforeTheyAreLost) {
     EXPECT_TRUE(console.mainWindow.queryUnload());
     EXPECT_THAT(told(), ElementsAre("Do you really want to exit the software?"));
     EXPECT_EQ(bench.sent().back(), "SRV:CLOSE");
+}
+
+// Nothing that was made, asked or written for one gateway reaches another that answers in its place.
+TEST_F(Edits, StayWithTheirGatewayWhenAnotherAnswersOnTheLine) {
+    const auto answerAs = [this](const std::string& esn) {
+        gateway.state().esn = esn;
+        bench.receive("A_ESN" + esn);
+        settle();
+    };
+    select("MOD11");
+    port.TxtIntDigPause.setText("77");
+    simulator::switchOn(gateway.faults(), "C_MOD:latency=300-300");
+    console.session.firmware.updateAll({"C_MOD12,,1,", "C_MOD21,,1,", "C_MOD22,,1,"});
+    bench.advance(10);
+    arrived();
+    answerAs("4712");
+    bench.receive("I_ALR000,90,,'RESTART' Command is completed");
+    bench.advance(10);
+    EXPECT_THAT(arrived(), testing::AllOf(Contains(HasSubstr("R_PPR")), testing::Not(Contains(HasSubstr("C_MOD")))));
+    EXPECT_EQ(console.session.state.phase, SessionPhase::Connected);
+    select("MOD11");
+    EXPECT_EQ(port.TxtIntDigPause.text(), "60");
+    answerAs("4711");
+    select("MOD11");
+    EXPECT_EQ(port.TxtIntDigPause.text(), "77");
+}
+
+TEST_F(Edits, OfASessionWithoutANameJoinThoseThatWaitForIt) {
+    simulator::switchOn(gateway.faults(), "R_ESN:silent");
+    for (const bool leaves : {false, true}) {
+        select("MOD11");
+        port.form.undo();
+        port.TxtIntDigPause.setText("77");
+        bench.platform.peer.closes();
+        boxes.answers = {Button::Ignore};
+        bench.logIn(gateway);
+        bench.advance(3000);
+        select("MOD11");
+        port.TxtMinDigits.setText("7");
+        if (leaves) select("MOD21");
+        bench.receive("A_ESN4711");
+        if (leaves) select("MOD11");
+        EXPECT_EQ(port.TxtIntDigPause.text() + port.TxtMinDigits.text(), "777") << leaves;
+    }
+}
+
+TEST_F(Edits, StayWhenTheirWriteDoesNotBegin) {
+    select("MOD11");
+    port.txtNoRegTimer.setText("");
+    WriteBatch batch;
+    batch.items = {command("C_MOD12,,1,", "Port 2")};
+    console.session.writes.start(std::move(batch));
+    port.cmdWritePort.press();
+    EXPECT_THAT(notice(), HasSubstr("still being written"));
+    EXPECT_TRUE(port.form.edited(port.txtNoRegTimer));
+    settle();
+    port.cmdWritePort.press();
+    tree.tvGroups[0].select("MOD21");
+    settle();
+    EXPECT_EQ(port.form.word(), "") << "it is about another port";
+    press(port.cmdWritePort);
+    EXPECT_THAT(port.form.word(), HasSubstr("Port 5 written"));
+    select("MOD11");
+    EXPECT_EQ(port.form.word(), "");
 }
 
 TEST_F(Edits, SurviveALookAtAnotherRecordAndALateReport) {

@@ -84,6 +84,9 @@ TEST_F(SimPageTest, ShowsAndWritesDaysAsTheirBits) {
     EXPECT_EQ(field(11) + field(15) + days(), "00000000000000000 0 0 0");
     table.chkTimeIntEnable.setChecked(true);
     EXPECT_EQ(row(1) + row(2), std::string(allWeek) + unused);
+    sim.form.undo();
+    report("00000,0,0,0,00080020,255,00080020,,00080020,1,00000000,0,0");
+    EXPECT_EQ(days(), "255  1 0") << "as they are held";
     report("00000,0,0,0,00000000,0,00000000,0,00000000,0,00000000,0,0");
     sim.form.undo();
     EXPECT_FALSE(table.chkTimeIntEnable.checked() || table.txtTimeIntFrom[0].enabled());
@@ -165,6 +168,10 @@ TEST_F(SimPageTest, KeepsTheDayInTheBundleFlags) {
     }
     sim.txtBundleLoading[1].setText("Enabled");
     EXPECT_EQ(field(19), "197");
+    sim.form.undo();
+    sim.txtBundleLoading[0].setText("By Refill");
+    report("00000,0,0,0,00005923,127,00000000,0,00000000,0,00000000,0,5");
+    EXPECT_FALSE(sim.form.edited()) << "the gateway tells it as it tells Disabled";
 }
 
 TEST_F(SimPageTest, ReadsAGroupsValuesAtTheAddressItsNumberSpells) {

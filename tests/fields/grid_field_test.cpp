@@ -63,7 +63,7 @@ TEST_F(Grid, MarksWhatDiffersFromWhatTheGatewayHolds) {
     grid.sort(0, false);
     EXPECT_EQ(edited(), "");
     EXPECT_EQ(grid.standing(), InputField::Standing::Edited);
-    form.settle([](const InputField&) { return true; });
+    form.settle([](const InputField&, const std::string&) { return true; });
     EXPECT_EQ(form.unwritten().size(), 0u);
     EXPECT_FALSE(grid.canUndo());
     grid.removeRows({0});

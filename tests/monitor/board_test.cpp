@@ -202,6 +202,9 @@ TEST_F(Board, MarksPortsAndChannelsOnOrOff) {
         EXPECT_EQ(getDynamicBCH(board, 19), channel) << record;
         EXPECT_EQ(cell().chkSTPEnable.checked(), record.substr(2, 2) == ",1") << record;
     }
+    console.session.realTimeUpdate("PRT", splitString("53,1,31,0", ','));
+    receive("I_ALR000,120,19,8,,");
+    EXPECT_EQ(cell().lblBCH.text(), "Port #19,  B-Ch #8") << "a port in a call is not reserved";
     receive("A_MON0");
     EXPECT_FALSE(board.cell(1).chkSTPEnable.checked());
     EXPECT_TRUE(board.cell(2).chkSTPEnable.checked()) << "what is not told stays";

@@ -1,5 +1,6 @@
 #include "screens/kit/grid_editor.h"
 
+#include <QAbstractItemModelTester>
 #include <QClipboard>
 
 #include "fields/record_form.h"
@@ -41,6 +42,7 @@ protected:
     GridField grid{"grid", {{"Number", 3, "0123456789", true, {}}, {"Name", 0, {}, false, {}}}, 4};
     GridEditor editor{grid, "Numbers"};
     TableView& table = editor.table();
+    QAbstractItemModelTester tester{table.model(), QAbstractItemModelTester::FailureReportingMode::Fatal};
 };
 
 TEST_F(GridOnScreen, TakesTypingInACellAndInTheEmptyRow) {
@@ -66,6 +68,8 @@ TEST_F(GridOnScreen, TakesTypingInACellAndInTheEmptyRow) {
     EXPECT_EQ(grid.rowCount(), 2u);
     QTest::keyClick(&table, Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(grid.standing(), InputField::Standing::AsRead);
+    grid.setEnabled(false);
+    EXPECT_FALSE(table.model()->index(0, 0).flags().testFlag(Qt::ItemIsEditable));
 }
 
 TEST_F(GridOnScreen, TakesRowsOfASpreadsheetAndGivesThemBack) {
@@ -76,6 +80,11 @@ TEST_F(GridOnScreen, TakesRowsOfASpreadsheetAndGivesThemBack) {
     EXPECT_THAT(state(), HasSubstr("Rows that did not fit: 1"));
     EXPECT_THAT(state(), HasSubstr("row 3: Number: at most 3"));
     EXPECT_FALSE(table.model()->index(2, 0).data(TableModel::ProblemRole).toString().isEmpty());
+    table.edit(table.model()->index(2, 0));
+    auto* edit = table.findChild<QLineEdit*>();
+    EXPECT_EQ(edit->text(), "1234") << "what is too long is not cut by being looked at";
+    QTest::keyClick(edit, Qt::Key_Escape);
+    table.setFocus();
     table.selectAll();
     QTest::keyClick(&table, Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QApplication::clipboard()->text(), "10\tb\n7\tx\n1234\ty\n8\tz\n");

@@ -1,5 +1,6 @@
 // The settings pages as the operator meets them: fields by their names, keys, marks and reasons.
 #include <QListWidget>
+#include <QSlider>
 
 #include "screens/kit/field_frame.h"
 #include "screens/pages/time_table_view.h"
@@ -32,6 +33,7 @@ TEST_F(SettingsPagesOnScreen, MarkWhatDiffersUntilItIsWritten) {
     auto* digits = named<QLineEdit>("TxtMinDigits");
     ASSERT_FALSE(digits->text().isEmpty());
     EXPECT_FALSE(frameOf(digits)->edited());
+    EXPECT_NE(named<QSlider>("SldTXvol")->isVisible(), named<QSlider>("SldTX_SE")->isVisible()) << "one scale";
     const auto other = digits->text() == "3" ? "4" : "3";
     digits->selectAll();
     QTest::keyClicks(digits, other);

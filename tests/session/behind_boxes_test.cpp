@@ -184,19 +184,41 @@ TEST(BehindABox, AnAnswerIsForWhatWasAskedAndNothingElse) {
         }
 }
 
-// A write to a group ends while another node is shown: what was edited there was not in it.
-TEST(BehindAGroupWrite, TheEditsOfAnotherNodeStayEdits) {
-    Scene scene;
-    scene.port.form.undo();
-    scene.select("MOD22");
-    scene.select("MDD01");
-    scene.port.TxtMaxDigits.setText("12");
-    scene.port.frame.write.press();
-    scene.tree.tvGroups[0].select("MOD22");
-    scene.port.TxtMinDigits.setText("9");
-    scene.settle();
-    EXPECT_EQ(scene.gateway.state().port(*simulator::PortAddress::parse("11")).settings.maxDigits, "12");
-    EXPECT_THAT(scene.port.form.unwritten(), ElementsAre("MOD22"));
+// What is edited while a write to a group runs was not in it, and neither was what was empty.
+TEST(BehindAGroupWrite, WhatItDidNotCarryStaysAnEdit) {
+    using Edits = std::vector<std::string>;
+    struct Case {
+        std::function<void(Scene&)> before;
+        std::function<void(Scene&)> behind;
+        Edits unwritten;
+    };
+    const auto leave = [](const char* key) { return [key](Scene& s) { s.tree.tvGroups[0].select(key); }; };
+    const auto nothing = [](Scene&) {};
+    const std::vector<Case> cases{
+        {nothing, [](Scene& s) { s.happen(OtherNode); }, Edits{"MOD22"}},
+        {nothing, leave("GRP01"), {}},
+        {nothing, [](Scene& s) { s.port.TxtMaxDigits.setText("13"); }, Edits{"MDD01"}},
+        {nothing,
+         [&](Scene& s) {
+             s.port.TxtIntDigPause.setText("77");
+             leave("MOD22")(s);
+         },
+         Edits{"MDD01"}},
+        {[](Scene& s) { s.port.txtNoRegTimer.setText(""); }, leave("MOD22"), Edits{"MDD01"}},
+    };
+    for (const auto& one : cases) {
+        Scene scene;
+        scene.port.form.undo();
+        scene.select("MOD22");
+        scene.select("MDD01");
+        scene.port.TxtMaxDigits.setText("12");
+        one.before(scene);
+        scene.port.frame.write.press();
+        one.behind(scene);
+        scene.settle();
+        EXPECT_EQ(scene.gateway.state().port(*simulator::PortAddress::parse("11")).settings.maxDigits, "12");
+        EXPECT_EQ(scene.port.form.unwritten(), one.unwritten) << &one - cases.data();
+    }
 }
 
 }  // namespace

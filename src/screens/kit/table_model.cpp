@@ -96,7 +96,8 @@ bool TableModel::setData(const QModelIndex& index, const QVariant& value, int ro
 
 Qt::ItemFlags TableModel::flags(const QModelIndex& index) const {
     auto flags = QAbstractTableModel::flags(index);
-    const bool open = grid_ && grid_->enabled() && !grid_->column(static_cast<std::size_t>(index.column())).fixed;
+    const bool open =
+        index.isValid() && grid_ && grid_->enabled() && !grid_->column(static_cast<std::size_t>(index.column())).fixed;
     if (open) flags |= Qt::ItemIsEditable;
     return flags;
 }
