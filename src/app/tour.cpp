@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <cstdio>
@@ -59,6 +60,7 @@ public:
         }
         boardMenu();
         settingsAtWork();
+        routing();
         afterALoss();
         return saved_;
     }
@@ -72,6 +74,35 @@ private:
             settle();
             save(key == "sim" ? boardWindow() : &screens_.mainWindow(), "00-unread-" + key);
         }
+    }
+
+    // Each tab of the routing page, with edits, a fault and a tried number.
+    void routing() {
+        auto& window = screens_.mainWindow();
+        auto& page = console_.pages.routing;
+        window.findChild<QAction*>("tool_tsl")->trigger();
+        page.cmdTslGetData.press();
+        waitFor([&] { return console_.session.reads.running(); });
+        waitFor([&] { return !console_.session.reads.running() && console_.routing.directLines.table.whole(); });
+        page.portSide.optTSLMode.setIndex(0);
+        page.portSide.pairs.clickPort(3);
+        page.portSide.pairs.clickLine(20);
+        page.portSide.pairs.clickPort(7);
+        page.portSide.txtTSLPRF[4].setText("300");
+        page.channelSide.chkTSLChannel[3].setChecked(false);
+        page.prefixes.ucTslPrefixes.setCell({3, 1}, "256");
+        page.prefixes.ucTslPrefixes.setCell({5, 0}, "0500");
+        page.directLines.ucDela.setCell({2, 2}, "299");
+        page.txtTryNumber.setText("0500123456");
+        page.txtTryCaller.setText("5550100");
+        auto* tabs = window.findChild<QTabWidget*>("tabTsl");
+        for (int tab = 0; tab < tabs->count(); ++tab) {
+            tabs->setCurrentIndex(tab);
+            settle();
+            save(&window, QString("27-tsl-%1").arg(tab + 1));
+        }
+        for (auto* undo : {&page.portSide.undo, &page.channelSide.undo, &page.prefixes.undo, &page.directLines.undo})
+            undo->press();
     }
 
     // What a right click on a port brings.

@@ -26,10 +26,10 @@ std::string flagFault(const std::string& text) {
 
 AccessRouting::AccessRouting(const PageTools& tools, RoutingRecords& routing)
     : RoutingSide(tools, "Access list", "cmdTslUndoAccess", "cmdTslWriteAccE1"),
-      ucTslAccessE1("ucTslAccessE1",
-                    {{"Incoming Call(CLIP)", 0, "0123456789*#+", true, numberFault},
-                     {"Enable/Disable (1/0)", 0, "", true, flagFault}},
-                    RoutingRecords::mostAccessBlocks * RoutingRecords::rowsPerBlock),
+      ucTslAccessE1(
+          "ucTslAccessE1",
+          {{gsmName, 0, "0123456789*#+", false, numberFault}, {"Enable/Disable (1/0)", 0, "", true, flagFault}},
+          RoutingRecords::mostAccessBlocks * RoutingRecords::rowsPerBlock),
       csv(tools, ucTslAccessE1, {"cmdTslAccImport", "cmdTslAccExport", "access.csv", numberColumn},
           [this](const std::string& word) { tell(word); }),
       routing_(routing), gsmBack_(tools, routing.fromGsm.table, tableRead("R_ICL", "Access to E1"),

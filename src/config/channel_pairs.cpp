@@ -1,5 +1,7 @@
 #include "config/channel_pairs.h"
 
+#include <algorithm>
+
 #include "text/text_rules.h"
 
 namespace trunvex {
@@ -70,7 +72,9 @@ void ChannelPairs::follow() {
         text += (text.empty() ? "Port #" : ", #") + std::to_string(port);
     }
     for (std::size_t line = 0; line < lblTSLBch.size(); ++line) lblTSLBch[line].setText(ports[line]);
-    if (!static_)
+    if (std::ranges::all_of(bound, [](const TextField& one) { return one.text().empty(); }))
+        lblTSLPick.setText("Nothing was read here yet. Press Read.");
+    else if (!static_)
         lblTSLPick.setText("Pairs count in static allocation only.");
     else if (pickedPort_)
         lblTSLPick.setText("Port #" + std::to_string(*pickedPort_) +

@@ -53,7 +53,7 @@ ChannelRouting::ChannelRouting(const PageTools& tools, RoutingRecords& routing)
       routing_(routing) {
     ucTslClearCause.fixRows();
     for (int i = 0; i < channels; ++i) {
-        chkTSLChannel.emplace_back(arrayName("chkTSLChannel", i));
+        chkTSLChannel.emplace_back(arrayName("chkTSLChannel", i), "B-ch #" + std::to_string(i + 1));
         txtTSLNumber.emplace_back(arrayName("txtTSLNumber", i));
     }
     for (int line = 1; line <= RoutingRecords::lineCount; ++line) {

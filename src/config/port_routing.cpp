@@ -90,7 +90,8 @@ void PortRouting::bindPorts() {
     for (const auto at : everyPort) {
         const auto slot = at.slot();
         auto& form = ports_.emplace_back();
-        form.add(chkTSLPort.emplace_back(arrayName("chkTSLPort", static_cast<int>(slot))));
+        form.add(chkTSLPort.emplace_back(arrayName("chkTSLPort", static_cast<int>(slot)),
+                                         "Port #" + std::to_string(at.number())));
         form.add(pairs.bound[slot]);
         form.add(txtTSLPRF.emplace_back(arrayName("txtTSLPRF", static_cast<int>(slot))));
         records.add(form, "Port " + std::to_string(at.number()));

@@ -37,7 +37,7 @@ std::string numberFault(const std::string& text) {
 PrefixRouting::PrefixRouting(const PageTools& tools, RoutingRecords& routing)
     : RoutingSide(tools, "Prefixes", "cmdTslUndoPrefixes", "cmdTslWritePrefixes"),
       ucTslPrefixes("ucTslPrefixes",
-                    {{"Prefix", 0, figures, true, numberFault},
+                    {{"Prefix", 0, figures, false, numberFault},
                      {"High Priority", 0, figures, true, groupFault},
                      {"Low Priority", 0, figures, true, groupFault},
                      {"MNP routing code", 0, figures, true, codeFault}},

@@ -1,7 +1,6 @@
 #include "screens/screens.h"
 
 #include <QApplication>
-#include <QLabel>
 #include <QStackedWidget>
 
 #include "screens/board/board_screen.h"
@@ -13,6 +12,7 @@
 #include "screens/pages/connection_dialog_screen.h"
 #include "screens/pages/isdn_page_screen.h"
 #include "screens/pages/port_tree_screen.h"
+#include "screens/pages/routing_screen.h"
 #include "screens/pages/start_page.h"
 #include "screens/pages/system_page_screen.h"
 #include "screens/splash_screen.h"
@@ -64,7 +64,7 @@ QHash<QString, MainWindowScreen::MakePage> Screens::pages() {
     return {
         {"main", [this] { return buildMain(); }},
         {"groups", [&console] { return new GroupsScreen(console.portTree); }},
-        {"tsl", [this] { return buildRouting(); }},
+        {"tsl", [&console] { return new RoutingScreen(console.pages.routing); }},
         {"call", [this, &console] { return new CallsScreen(console.calls, tools_); }},
         {"isdn", [&console] { return new IsdnPageScreen(console.pages.isdn, console.pages.system); }},
         {"system",
@@ -96,15 +96,6 @@ QWidget* Screens::buildMain() {
     choose();
     listen(both, console_.session.events.phaseChanged, choose);
     return both;
-}
-
-QWidget* Screens::buildRouting() {
-    auto* page = new PlaceholderPage("page_tsl", QObject::tr("Routing"), "tsl",
-                                     QObject::tr("Which B-channel and which port carry which calls, to be set here."));
-    auto* allocation = new QLabel;
-    bindValue(console_.pages.routing.portSide.lblAllocation, allocation, QObject::tr("Allocation"));
-    page->addFact(QObject::tr("Allocation"), allocation);
-    return page;
 }
 
 }  // namespace trunvex

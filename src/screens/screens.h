@@ -31,7 +31,6 @@ public:
 private:
     QHash<QString, MainWindowScreen::MakePage> pages();
     QWidget* buildMain();
-    QWidget* buildRouting();
 
     Console& console_;
     ScreenTools tools_;

@@ -34,6 +34,7 @@ inline void expectOperable(QWidget* in) {
                               qobject_cast<QSlider*>(widget);
         if (!operated || !widget->isVisible() || !widget->isEnabled() || widget->objectName().startsWith("qt_"))
             continue;
+        if (widget->inherits("QTableCornerButton")) continue;            // Ctrl+A does what it does
         if (qobject_cast<QComboBox*>(widget->parentWidget())) continue;  // the combo box speaks for it
         const auto name = widget->objectName().toStdString();
         EXPECT_TRUE(!widget->accessibleName().isEmpty() || (button && !button->text().isEmpty())) << name;

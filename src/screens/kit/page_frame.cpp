@@ -41,7 +41,7 @@ PageFrame::PageFrame(const QString& name, const QString& title, QWidget* parent)
 
 PlaceholderPage::PlaceholderPage(const QString& name, const QString& title, const QString& icon, const QString& purpose,
                                  QWidget* parent)
-    : PageFrame(name, title, parent), words_(new QVBoxLayout) {
+    : PageFrame(name, title, parent) {
     auto* card = new QFrame;
     card->setProperty("role", "card");
     card->setMinimumWidth(cardWidth);
@@ -51,21 +51,14 @@ PlaceholderPage::PlaceholderPage(const QString& name, const QString& title, cons
     auto* picture = new IconLabel(pictureSize);
     picture->setIcon(lineIcon(icon, &ColourRoles::muted));
     row->addWidget(picture, 0, Qt::AlignTop);
-    words_->setSpacing(grid);
-    words_->addWidget(captionLabel(purpose));
-    words_->addWidget(roleLabel(tr("This page is empty in this version."), "muted"));
-    row->addLayout(words_, 1);
+    auto* words = new QVBoxLayout;
+    words->setSpacing(grid);
+    words->addWidget(captionLabel(purpose));
+    words->addWidget(roleLabel(tr("This page is empty in this version."), "muted"));
+    row->addLayout(words, 1);
     content()->addStretch(1);
     content()->addWidget(card, 0, Qt::AlignHCenter);
     content()->addStretch(4);
-}
-
-void PlaceholderPage::addFact(const QString& caption, QWidget* value) {
-    auto* row = new QHBoxLayout;
-    row->setSpacing(grid);
-    row->addWidget(roleLabel(caption, "muted"));
-    row->addWidget(value, 1);
-    words_->addLayout(row);
 }
 
 }  // namespace trunvex

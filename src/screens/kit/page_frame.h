@@ -30,11 +30,6 @@ class PlaceholderPage : public PageFrame {
 public:
     PlaceholderPage(const QString& name, const QString& title, const QString& icon, const QString& purpose,
                     QWidget* parent = nullptr);
-    // A row of what is known already, under the explanation.
-    void addFact(const QString& caption, QWidget* value);
-
-private:
-    QVBoxLayout* words_;
 };
 
 }  // namespace trunvex

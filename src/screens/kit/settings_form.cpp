@@ -229,12 +229,26 @@ QVBoxLayout* panelLayout(LabelField& caption, std::initializer_list<LabelField*>
     return rows;
 }
 
-QHBoxLayout* buttonRow(std::initializer_list<ActionField*> actions, RecordForm& form,
-                       std::function<QString(const std::string& key)> names) {
+namespace {
+
+QHBoxLayout* rowOf(QLabel* words, std::initializer_list<ActionField*> actions) {
     auto* row = new QHBoxLayout;
     row->setSpacing(grid);
+    words->setObjectName("lblUnwritten");
+    row->addWidget(words, 1);
+    for (auto* action : actions) {
+        auto* button = new QPushButton;
+        bind(*action, button);
+        row->addWidget(button);
+    }
+    return row;
+}
+
+}  // namespace
+
+QHBoxLayout* buttonRow(std::initializer_list<ActionField*> actions, RecordForm& form,
+                       std::function<QString(const std::string& key)> names) {
     auto* unwritten = new ElidedLabel;
-    unwritten->setObjectName("lblUnwritten");
     const auto tell = [&form, unwritten, names = std::move(names)] {
         QStringList records;
         for (const auto& key : form.unwritten()) records << (names ? names(key) : QString());
@@ -247,13 +261,44 @@ QHBoxLayout* buttonRow(std::initializer_list<ActionField*> actions, RecordForm& 
     };
     tell();
     listen(unwritten, form.changed(), tell);
-    row->addWidget(unwritten, 1);
-    for (auto* action : actions) {
-        auto* button = new QPushButton;
-        bind(*action, button);
-        row->addWidget(button);
-    }
-    return row;
+    return rowOf(unwritten, actions);
+}
+
+QHBoxLayout* buttonRow(std::initializer_list<ActionField*> actions, FormGroup& records) {
+    auto* unwritten = new ElidedLabel;
+    const auto tell = [&records, unwritten] {
+        QStringList names;
+        for (const auto& name : records.unwritten(false)) names << shown(name);
+        QStringList words;
+        if (!records.word().empty()) words << shown(records.word());
+        if (!names.isEmpty()) words << QObject::tr("Edited, not written: %1").arg(names.join(", "));
+        unwritten->setText(words.join(". "));
+    };
+    tell();
+    listen(unwritten, records.changed(), tell);
+    return rowOf(unwritten, actions);
+}
+
+QWidget* framed(TextField& field, const QString& accessibleName, int width) {
+    auto* edit = new QLineEdit;
+    edit->setFixedWidth(width);
+    bind(field, edit, nullptr);
+    edit->setAccessibleName(accessibleName);
+    follow(edit, field, [&field, edit] {
+        edit->setPlaceholderText(field.standing() == InputField::Standing::Unread ? QString(dash) : QString());
+        edit->setToolTip(plainTip(shown(field.problem())));
+    });
+    auto* frame = new FieldFrame(edit);
+    followStanding(field, frame, nullptr);
+    return frame;
+}
+
+QWidget* framed(CheckField& field) {
+    auto* box = new QCheckBox;
+    bind(field, box);
+    auto* frame = new FieldFrame(box);
+    followStanding(field, frame, nullptr);
+    return frame;
 }
 
 }  // namespace trunvex

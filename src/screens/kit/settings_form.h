@@ -3,6 +3,7 @@
 #include <QGroupBox>
 #include <functional>
 
+#include "fields/form_group.h"
 #include "fields/record_form.h"
 #include "screens/kit/field_binding.h"
 
@@ -67,5 +68,13 @@ QVBoxLayout* panelLayout(LabelField& caption, std::initializer_list<LabelField*>
 // the records by their keys, and may be empty where a page has one record.
 QHBoxLayout* buttonRow(std::initializer_list<ActionField*> actions, RecordForm& form,
                        std::function<QString(const std::string& key)> names = {});
+
+// The same for records that are written together, which tell their names themselves.
+QHBoxLayout* buttonRow(std::initializer_list<ActionField*> actions, FormGroup& records);
+
+// A field of a record with its bar and its red frame, for a page that lays its fields out by itself. The accessible
+// name says what the caption beside it does; the reason why a value can't be written is in the tip.
+QWidget* framed(TextField& field, const QString& accessibleName, int width);
+QWidget* framed(CheckField& field);
 
 }  // namespace trunvex

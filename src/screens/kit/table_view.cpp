@@ -21,6 +21,7 @@ namespace trunvex {
 namespace {
 
 constexpr int rowPixels = 22;
+constexpr int columnPixels = 144;
 
 Table::Cell cellOf(const QModelIndex& index) {
     return {static_cast<std::size_t>(index.row()), static_cast<std::size_t>(index.column())};
@@ -37,7 +38,9 @@ TableView::TableView(Table& table, const QString& name) : TableView(new TableMod
 TableView::TableView(GridField& field, const QString& name) : TableView(new TableModel(field), name) {
     grid_ = &field;
     setObjectName(shown(field.name()));
-    horizontalHeader()->setStretchLastSection(true);
+    horizontalHeader()->setDefaultSectionSize(columnPixels);
+    // Figures at the far end of a wide window would be far from what they belong to.
+    horizontalHeader()->setStretchLastSection(!field.hasFigures(field.columnCount() - 1));
     setEditTriggers(DoubleClicked | AnyKeyPressed | EditKeyPressed);
     addKeys();
     // A mark may come or go without a change of text.
