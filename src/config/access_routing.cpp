@@ -9,12 +9,13 @@ namespace trunvex {
 namespace {
 
 constexpr std::size_t numberColumn = 0;
+constexpr std::size_t mostNumber = 14;
 constexpr const char* gsmName = "Incoming GSM Call(CLIP)";
 constexpr const char* isdnName = "Incoming ISDN Call(CLIP)";
 
 std::string numberFault(const std::string& text) {
     if (text.empty()) return "A row needs a number.";
-    return text.size() > 14 ? "- Max length of number is 14 digit ." : std::string();
+    return text.size() > mostNumber ? "- Max length of number is 14 digit ." : std::string();
 }
 
 std::string flagFault(const std::string& text) {
@@ -26,10 +27,10 @@ std::string flagFault(const std::string& text) {
 
 AccessRouting::AccessRouting(const PageTools& tools, RoutingRecords& routing)
     : RoutingSide(tools, "Access list", "cmdTslUndoAccess", "cmdTslWriteAccE1"),
-      ucTslAccessE1(
-          "ucTslAccessE1",
-          {{gsmName, 0, "0123456789*#+", false, numberFault}, {"Enable/Disable (1/0)", 0, "", true, flagFault}},
-          RoutingRecords::mostAccessBlocks * RoutingRecords::rowsPerBlock),
+      ucTslAccessE1("ucTslAccessE1",
+                    {{gsmName, mostNumber, "0123456789*#+", false, numberFault},
+                     {"Enable/Disable (1/0)", 1, "", true, flagFault}},
+                    RoutingRecords::mostAccessBlocks * RoutingRecords::rowsPerBlock),
       csv(tools, ucTslAccessE1, {"cmdTslAccImport", "cmdTslAccExport", "access.csv", numberColumn},
           [this](const std::string& word) { tell(word); }),
       routing_(routing), gsmBack_(tools, routing.fromGsm.table, tableRead("R_ICL", "Access to E1"),

@@ -10,6 +10,8 @@ namespace trunvex {
 namespace {
 
 constexpr std::size_t prefixColumn = 0;
+constexpr std::size_t mostNumber = 14;
+constexpr std::size_t mostGroup = 3;
 constexpr const char* figures = "0123456789";
 constexpr const char* eraseCommand = "C_PRF00";
 constexpr const char* eraseCaption = "Prefixes";
@@ -18,7 +20,7 @@ std::string prefixFault(const std::string& text) { return text.empty() ? "A row 
 
 // An empty cell is the group 0, which is none.
 std::string groupFault(const std::string& text) {
-    if (text.size() > 3) return "- Max number of Prefix group is 3 digit .";
+    if (text.size() > mostGroup) return "- Max number of Prefix group is 3 digit .";
     const bool fits = text.empty() || wholeWithin(text, 0, 255);
     return fits ? std::string() : "- The Prefix group number must be between 0 and 255 .";
 }
@@ -29,7 +31,7 @@ std::string codeFault(const std::string& text) {
 }
 
 std::string numberFault(const std::string& text) {
-    return text.size() > 14 ? "- Max length of number is 14 digit ." : prefixFault(text);
+    return text.size() > mostNumber ? "- Max length of number is 14 digit ." : prefixFault(text);
 }
 
 }  // namespace
@@ -37,10 +39,10 @@ std::string numberFault(const std::string& text) {
 PrefixRouting::PrefixRouting(const PageTools& tools, RoutingRecords& routing)
     : RoutingSide(tools, "Prefixes", "cmdTslUndoPrefixes", "cmdTslWritePrefixes"),
       ucTslPrefixes("ucTslPrefixes",
-                    {{"Prefix", 0, figures, false, numberFault},
-                     {"High Priority", 0, figures, true, groupFault},
-                     {"Low Priority", 0, figures, true, groupFault},
-                     {"MNP routing code", 0, figures, true, codeFault}},
+                    {{"Prefix", mostNumber, figures, false, numberFault},
+                     {"High Priority", mostGroup, figures, true, groupFault},
+                     {"Low Priority", mostGroup, figures, true, groupFault},
+                     {"MNP routing code", mostGroup, figures, true, codeFault}},
                     RoutingRecords::mostPrefixBlocks * RoutingRecords::rowsPerBlock),
       csv(tools, ucTslPrefixes, {"cmdTslImport", "cmdTslExport", "prefixes.csv", prefixColumn},
           [this](const std::string& word) { tell(word); }),

@@ -110,6 +110,10 @@ void RoutingPage::addLists(RoutingPicture& picture) const {
 }
 
 void RoutingPage::tryIt() {
+    lblTry.setText(txtTryNumber.text().empty() ? "Enter the number that is dialled." : triedNow());
+}
+
+std::string RoutingPage::triedNow() const {
     RoutingPicture picture;
     if (!routing_.allocation().mode.empty()) picture.mode = portSide.optTSLMode.index();
     picture.byPrefix = portSide.chkTSLByPrefix.checked();
@@ -132,7 +136,7 @@ void RoutingPage::tryIt() {
     std::string text;
     for (const auto& step : tryNumber(picture, txtTryNumber.text(), txtTryCaller.text(), cmbTryChannel.index()))
         text += (text.empty() ? "" : "\n") + step;
-    lblTry.setText(text);
+    return text;
 }
 
 }  // namespace trunvex

@@ -40,6 +40,7 @@ private:
     void park();
     void readAll();
     void tryIt();
+    std::string triedNow() const;
     void addLists(RoutingPicture& picture) const;
 
     const PageTools& tools_;

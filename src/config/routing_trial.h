@@ -36,8 +36,8 @@ struct RoutingPicture {
     std::vector<std::string> causes;  // by the order of the wire; empty when not read
 };
 
-// What becomes of a call from the E1 line to that number: a sentence a step, the last one says where it ends. `caller`
-// may be empty; `line` is the B-channel that it comes on, 0 when that is left open.
+// What becomes of a call from the E1 line to that number, which is not empty: a sentence a step, the last one says
+// where it ends. `caller` may be empty; `line` is the B-channel that it comes on, 0 when that is left open.
 std::vector<std::string> tryNumber(const RoutingPicture& picture, const std::string& dialled, const std::string& caller,
                                    int line);
 

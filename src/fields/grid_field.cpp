@@ -214,11 +214,13 @@ std::string GridField::problemOf(Cell cell) const {
 
 std::string GridField::faultOf(std::size_t column, const std::string& text) const {
     const auto& rules = columns_.at(column);
+    if (rules.check)
+        if (auto word = rules.check(text); !word.empty()) return word;
     if (rules.greatestLength > 0 && text.size() > rules.greatestLength)
         return rules.heading + ": at most " + std::to_string(rules.greatestLength) + " characters.";
     if (!rules.allowed.empty() && text.find_first_not_of(rules.allowed) != std::string::npos)
         return rules.heading + ": only the characters " + rules.allowed + ".";
-    return rules.check ? rules.check(text) : std::string();
+    return {};
 }
 
 void GridField::setProblemOf(std::size_t row, std::string problem) {

@@ -20,7 +20,7 @@ public:
         std::size_t greatestLength = 0;  // characters; 0 is any number
         std::string allowed;             // the characters a cell may have; empty allows all
         bool figures = false;
-        // The word on what is wrong with a cell that keeps to length and characters; empty when nothing is.
+        // The word on what is wrong with a cell; it goes before those on length and characters. Empty when nothing is.
         std::function<std::string(const std::string& text)> check = {};
         bool fixed = false;  // not for the operator to change
     };

@@ -257,6 +257,7 @@ void WriteQueue::retry() {
 }
 
 void WriteQueue::settleFailed() {
+    restartAsked_ = false;
     const bool refused = gWriteQueue.reply() == Walk::Reply::Refused;
     settled_.emit(gWriteQueue.item(), refused ? Outcome::Refused : Outcome::NoAnswer);
 }
