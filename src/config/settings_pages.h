@@ -2,7 +2,7 @@
 
 #include "config/isdn_page.h"
 #include "config/main_page.h"
-#include "config/routing_page.h"
+#include "config/routing/routing_page.h"
 #include "config/system_page.h"
 
 namespace trunvex {

@@ -1,7 +1,7 @@
 #include <fstream>
 
-#include "config/routing_texts.h"
-#include "config/routing_trial.h"
+#include "config/routing/routing_texts.h"
+#include "config/routing/routing_trial.h"
 #include "config/settings_bench.h"
 #include "config/table_csv.h"
 

@@ -3,7 +3,7 @@
 #include <QWidget>
 #include <optional>
 
-#include "config/port_routing.h"
+#include "config/routing/port_routing.h"
 
 namespace trunvex {
 

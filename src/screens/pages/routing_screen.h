@@ -1,6 +1,6 @@
 #pragma once
 
-#include "config/routing_page.h"
+#include "config/routing/routing_page.h"
 #include "screens/kit/page_frame.h"
 
 class QTabWidget;

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "config/access_routing.h"
-#include "config/channel_routing.h"
-#include "config/direct_lines.h"
-#include "config/port_routing.h"
-#include "config/prefix_routing.h"
+#include "config/routing/access_routing.h"
+#include "config/routing/channel_routing.h"
+#include "config/routing/direct_lines.h"
+#include "config/routing/port_routing.h"
+#include "config/routing/prefix_routing.h"
 #include "pages/page.h"
 
 namespace trunvex {

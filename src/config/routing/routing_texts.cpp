@@ -1,4 +1,4 @@
-#include "config/routing_texts.h"
+#include "config/routing/routing_texts.h"
 
 #include "model/port_address.h"
 #include "text/split.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "config/grid_rows.h"
-#include "config/routing_side.h"
+#include "config/routing/routing_side.h"
 #include "config/table_csv.h"
 #include "model/routing_records.h"
 

@@ -2,7 +2,7 @@
 
 #include <set>
 
-#include "config/routing_side.h"
+#include "config/routing/routing_side.h"
 #include "config/table_csv.h"
 #include "model/routing_records.h"
 

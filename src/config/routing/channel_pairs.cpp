@@ -1,4 +1,4 @@
-#include "config/channel_pairs.h"
+#include "config/routing/channel_pairs.h"
 
 #include <algorithm>
 

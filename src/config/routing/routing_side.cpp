@@ -1,4 +1,4 @@
-#include "config/routing_side.h"
+#include "config/routing/routing_side.h"
 
 namespace trunvex {
 

@@ -1,7 +1,7 @@
-#include "config/access_routing.h"
+#include "config/routing/access_routing.h"
 
-#include "config/block_lines.h"
 #include "config/page_table.h"
+#include "config/routing/block_lines.h"
 #include "text/text_rules.h"
 
 namespace trunvex {

@@ -1,10 +1,10 @@
-#include "config/channel_routing.h"
+#include "config/routing/channel_routing.h"
 
 #include <algorithm>
 
 #include "config/grid_rows.h"
 #include "config/page_table.h"
-#include "config/routing_texts.h"
+#include "config/routing/routing_texts.h"
 #include "text/text_rules.h"
 
 namespace trunvex {

@@ -1,8 +1,8 @@
-#include "config/prefix_routing.h"
+#include "config/routing/prefix_routing.h"
 
 #include <map>
 
-#include "config/block_lines.h"
+#include "config/routing/block_lines.h"
 #include "text/text_rules.h"
 
 namespace trunvex {

@@ -1,4 +1,4 @@
-#include "config/direct_lines.h"
+#include "config/routing/direct_lines.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "config/routing_side.h"
+#include "config/routing/routing_side.h"
 #include "fields/grid_field.h"
 
 namespace trunvex {

@@ -1,9 +1,9 @@
-#include "config/routing_page.h"
+#include "config/routing/routing_page.h"
 
 #include <algorithm>
 
 #include "config/grid_rows.h"
-#include "config/routing_trial.h"
+#include "config/routing/routing_trial.h"
 #include "text/text_rules.h"
 
 namespace trunvex {

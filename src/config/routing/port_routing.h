@@ -1,8 +1,8 @@
 #pragma once
 
-#include "config/channel_pairs.h"
 #include "config/grid_rows.h"
-#include "config/routing_side.h"
+#include "config/routing/channel_pairs.h"
+#include "config/routing/routing_side.h"
 #include "fields/grid_field.h"
 #include "model/routing_records.h"
 

@@ -1,8 +1,8 @@
-#include "config/routing_trial.h"
+#include "config/routing/routing_trial.h"
 
 #include <algorithm>
 
-#include "config/channel_routing.h"
+#include "config/routing/channel_routing.h"
 #include "text/text_rules.h"
 
 namespace trunvex {

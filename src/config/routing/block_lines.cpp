@@ -1,4 +1,4 @@
-#include "config/block_lines.h"
+#include "config/routing/block_lines.h"
 
 #include <algorithm>
 
