@@ -31,6 +31,10 @@ void writeSimSettings(Request&);
 // Call records.
 void readCallRecord(Request&);
 void dropCallRecord(Request&);
+// Statistics of SIMs.
+void readStatistics(Request&);
+void resetStatistics(Request&);
+void writeBalance(Request&);
 // E1 line.
 void readIsdn(Request&);
 void writeIsdn(Request&);

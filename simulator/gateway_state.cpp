@@ -46,6 +46,10 @@ std::string someNetwork(Random& random) {
     return networks[static_cast<std::size_t>(random.between(0, networks.size() - 1))];
 }
 
+std::string simIdentity(const SimAddress& at) { return "99901" + padded(at.port.slot() * simsPerPort + at.sim, 10); }
+
+std::string imsi(const SimAddress& at) { return "999015550" + padded(at.port.slot() * simsPerPort + at.sim, 6); }
+
 int Port::activeSim() const {
     for (int sim = 1; sim <= simsPerPort; ++sim) {
         if (sims[static_cast<std::size_t>(sim - 1)].state == simReady) return sim;
@@ -64,6 +68,11 @@ bool Port::inService() const {
     return module == '1' && activeSim() != 0 && (state == registeredHome || state == registeredRoaming);
 }
 
+Port* GatewayState::fittedPort(std::string_view digits) {
+    const auto address = PortAddress::parse(digits);
+    return address && port(*address).fitted() ? &port(*address) : nullptr;
+}
+
 GatewayState::GatewayState(Random& random, std::optional<std::chrono::sys_seconds> start)
     : clock(start.value_or(someTime(random))) {
     esn = "4" + padded(static_cast<int>(random.between(0, 9999999)), 7);
@@ -75,6 +84,7 @@ GatewayState::GatewayState(Random& random, std::optional<std::chrono::sys_second
     for (Port& port : ports) furnishSettings(port, random);
     Random own(random.between(0, 1'000'000));
     furnishRouting(routing, own);
+    for (Port& port : ports) furnishStatistics(port, own);
 }
 
 }  // namespace simulator

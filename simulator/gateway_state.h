@@ -31,6 +31,10 @@ struct Sim {
     int state = simAbsent;
     int talkedSeconds = 0;
     SimRecord settings{};
+    // Of both directions, counted together with the call's record. They are reset together with the talk.
+    int dialled = 0;
+    int successful = 0;
+    std::string balance{};  // as an operator wrote it; empty: never
 };
 
 struct Port {
@@ -63,6 +67,10 @@ struct Port {
 };
 
 std::string someNetwork(Random& random);
+
+// What the card in this place calls itself, and by what its network knows it.
+std::string simIdentity(const SimAddress& at);
+std::string imsi(const SimAddress& at);
 
 // What a B-channel does, apart from whether it is enabled.
 struct Bearer {
@@ -105,6 +113,8 @@ struct GatewayState {
     GatewayState(Random& random, std::optional<std::chrono::sys_seconds> start);
 
     Port& port(const PortAddress& at) { return ports[static_cast<std::size_t>(at.slot())]; }
+    // The port at a two-digit address; null when the address is wrong or the slot empty.
+    Port* fittedPort(std::string_view digits);
 
     std::string esn;
     std::string version = "4.37";

@@ -1,0 +1,113 @@
+#include "console_double.h"
+#include "simulator/fields.h"
+#include "simulator/gateway.h"
+
+#include <gmock/gmock.h>
+
+#include <array>
+#include <map>
+
+namespace simulator {
+
+namespace {
+
+// Port 53 with SIM 3 in use, a CDMA module beside it at 54, and an empty slot at 52.
+void furnish(GatewayState& state) {
+    state.ports.fill(Port{});
+    Port& port = state.ports[18];
+    port.module = '1';
+    port.state = registeredRoaming;
+    port.sims[2] = {simReady, 61 * 60 + 5, {}, 7, 5, "12.50"};
+    port.sims[3] = {simAbsent, 60, {}, 3, 2};
+    port.bcch = 77;
+    port.signal = 41;
+    port.network = "NORTHCELL";
+    port.slaveVersion = "2.12";
+    state.ports[19] = port;
+    state.ports[19].kind = ModuleKind::cdma;
+}
+
+int seconds(const std::string& counter) {
+    return std::stoi(counter.substr(0, counter.size() - 3)) * 60 + std::stoi(counter.substr(counter.size() - 2));
+}
+
+std::string address(int slot) { return PortAddress::ofSlot(slot).text(); }
+
+}  // namespace
+
+TEST(GatewayMonitor, answersEachCommand) {
+    const std::vector<std::pair<const char*, std::string>> cases{
+        {"R_STR53,3,", "A_STR53,3,00061:05,7,5,12.50,999010000000075,999015550000075\r"},
+        {"R_STR53,4,", "A_STR53,4,00001:00,3,2,,,\r"},  // the card is out
+        {"C_ABF53,3,-3.05,", "I_ALR533,OK\r"},
+        {"C_ABF53,3,,", "I_ALR533,OK\r"},
+        {"C_STR53,3,", "OK\r"},
+        {"R_STR53,3,", "A_STR53,3,00000:00,0,0,-3.05,999010000000075,999015550000075\r"},
+        {"R_STS53", "A_STS53,50,26,00000:00,26,00000:00,40,00000:00,26,00001:00,1,41,NORTHCELL,0,77\r"},
+        {"C_STR52,1,", "I_ALR521,ERROR\r"},
+        {"C_ABF52,1,5,", "I_ALR521,ERROR\r"},
+    };
+    Gateway gateway;
+    furnish(gateway.state());
+    ConsoleDouble console(gateway);
+    for (const auto& [line, reply] : cases) EXPECT_EQ(console.ask(line), reply) << line;
+    for (const char* balance : {"abc", "5.", ".5", "-", "1.2.3", "12345678901"})
+        EXPECT_EQ(console.ask("C_ABF53,3," + std::string(balance) + ","), "I_ALR533,ERROR\r") << balance;
+    for (const char* line : {"R_STR53,3", "R_STR53,5,", "R_STR52,1,", "R_STR533,,", "R_STR5,33,", "C_STR53,0,",
+                             "C_STR53,3,,", "C_ABF53,3,5", "C_ABF53,3,1,5,"})
+        EXPECT_EQ(console.ask(line), "ERROR\r") << line;
+}
+
+// The statistics of a SIM, what the board was told of its talk, and its call records tell one story, also of calls that
+// a restart has cut.
+TEST(GatewayMonitor, countersAgree) {
+    for (std::uint64_t seed = 1; seed <= 10; ++seed) {
+        GatewayOptions options;
+        options.seed = seed;
+        options.life = LifeRates::busy();
+        options.life.troubleEvery = std::chrono::milliseconds(800);
+        options.cdmaPorts = 2;
+        Gateway gateway(options);
+        ConsoleDouble console(gateway);
+        auto& ports = gateway.state().ports;
+        for (Port& port : ports)
+            for (Sim& sim : port.sims) sim.talkedSeconds = sim.dialled = sim.successful = 0;
+
+        std::string told;
+        for (int second = 0; second < 900; ++second) {
+            if (second == 200 || second == 899) console.send("C_RSM");
+            console.advance(1'000);
+            told += console.taken();
+            if (second == 200) gateway.linkUp();
+        }
+        gateway.linkUp();
+        std::map<std::string, std::array<int, 3>> billed, stated;  // by SIM: talk, dialled, successful
+        std::map<std::string, int> board;
+        for (const std::string& line : splitFields(told, '\r')) {
+            const auto fields = splitFields(line);
+            if (line.starts_with("I_ALR") && (fields[1] == "4" || fields[1] == "104" || fields[1] == "18"))
+                board[fields[0].substr(5)] = seconds(fields[2]);
+        }
+        for (int slot = 0; slot < portCount; ++slot) {
+            const PortAddress at = PortAddress::ofSlot(slot);
+            const std::string channel = std::to_string(at.mcu) + (at.module < 3 ? "1" : "3");
+            for (const CallRecord& record : *gateway.state().callRecords.channel(channel)) {
+                if (record.secondPort != (at.module % 2 == 0)) continue;
+                auto& [talk, dialled, successful] = billed[at.text() + std::to_string(record.sim)];
+                ++dialled;
+                if (record.answered) talk += static_cast<int>((record.disconnected - *record.answered).count());
+                if (record.answered) ++successful;
+            }
+            for (int sim = 1; sim <= simsPerPort && ports[static_cast<std::size_t>(slot)].fitted(); ++sim) {
+                const auto fields = splitFields(console.ask("R_STR" + address(slot) + "," + std::to_string(sim) + ","));
+                const auto key = address(slot) + fields[1];
+                if (fields[3] != "0") stated[key] = {seconds(fields[2]), std::stoi(fields[3]), std::stoi(fields[4])};
+                EXPECT_EQ(board[key], seconds(fields[2])) << seed << ": " << key;
+            }
+        }
+        EXPECT_EQ(stated, billed) << seed;
+        EXPECT_GT(billed.size(), 20u) << seed;
+    }
+}
+
+}  // namespace simulator
