@@ -31,7 +31,10 @@ void writeSimSettings(Request&);
 // Call records.
 void readCallRecord(Request&);
 void dropCallRecord(Request&);
-// Statistics of SIMs.
+// Cells, and statistics of SIMs.
+void readServingCell(Request&);
+void readNeighbourCells(Request&);
+void lockToCell(Request&);
 void readStatistics(Request&);
 void resetStatistics(Request&);
 void writeBalance(Request&);

@@ -1,12 +1,16 @@
 #include "simulator/gateway_state.h"
 
+#include "simulator/radio_cells.h"
 #include "simulator/seeded_settings.h"
 
+#include <algorithm>
 #include <array>
 
 namespace simulator {
 
 namespace {
+
+constexpr std::array<std::string_view, 3> networks{"NORTHCELL", "VIA MOBILE", "TELARO"};
 
 std::chrono::sys_seconds someTime(Random& random) {
     using namespace std::chrono;
@@ -42,8 +46,12 @@ Port somePort(Random& random) {
 }  // namespace
 
 std::string someNetwork(Random& random) {
-    static constexpr std::array<const char*, 3> networks{"NORTHCELL", "VIA MOBILE", "TELARO"};
-    return networks[static_cast<std::size_t>(random.between(0, networks.size() - 1))];
+    return std::string(networks[static_cast<std::size_t>(random.between(0, networks.size() - 1))]);
+}
+
+std::string networkCode(const std::string& network) {
+    const auto found = std::find(networks.begin(), networks.end(), network);
+    return "9990" + std::to_string(found == networks.end() ? 1 : found - networks.begin() + 1);
 }
 
 std::string simIdentity(const SimAddress& at) { return "99901" + padded(at.port.slot() * simsPerPort + at.sim, 10); }
@@ -85,6 +93,7 @@ GatewayState::GatewayState(Random& random, std::optional<std::chrono::sys_second
     Random own(random.between(0, 1'000'000));
     furnishRouting(routing, own);
     for (Port& port : ports) furnishStatistics(port, own);
+    for (Port& port : ports) furnishCells(port, own);
 }
 
 }  // namespace simulator

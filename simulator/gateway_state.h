@@ -12,6 +12,7 @@
 #include <chrono>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace simulator {
 
@@ -37,6 +38,12 @@ struct Sim {
     std::string balance{};  // as an operator wrote it; empty: never
 };
 
+// A cell that a module can hear, on this channel and as strong as that.
+struct HeardCell {
+    int bcch = 0;
+    int level = 0;
+};
+
 struct Port {
     char module = '0';  // '1' is a module in service, '0' an empty slot
     ModuleKind kind = ModuleKind::gsm;
@@ -47,6 +54,7 @@ struct Port {
     bool fixedBcch = false;
     int bcch = 0;
     int signal = 0;  // 0 to 70, decibels above -111; 99: not known
+    std::vector<HeardCell> heardCells;
     std::string network;
     bool dialling = false;
     bool connected = false;
@@ -67,6 +75,8 @@ struct Port {
 };
 
 std::string someNetwork(Random& random);
+// Country and network code; the home network's for a name that no network has.
+std::string networkCode(const std::string& network);
 
 // What the card in this place calls itself, and by what its network knows it.
 std::string simIdentity(const SimAddress& at);

@@ -23,6 +23,7 @@ void furnish(GatewayState& state) {
     port.signal = 41;
     port.network = "NORTHCELL";
     port.slaveVersion = "2.12";
+    port.heardCells = {{77, 41}, {5, 30}, {124, 12}};
     state.ports[19] = port;
     state.ports[19].kind = ModuleKind::cdma;
 }
@@ -36,14 +37,28 @@ std::string address(int slot) { return PortAddress::ofSlot(slot).text(); }
 }  // namespace
 
 TEST(GatewayMonitor, answersEachCommand) {
+    const std::string first = ",99901,4601,12849,27,77,41";
+    const std::string second = ",99901,4600,10185,35,5,30";
+    const std::string third = ",99901,4603,14588,36,124,12";
     const std::vector<std::pair<const char*, std::string>> cases{
+        {"R_CLM53", "A_CLM53" + first + "\r"},
+        {"R_CLN53", "A_CLN53" + second + third + "\r"},
+        {"R_CLM54", "A_CLM54\r"},  // CDMA has no such cells
+        {"R_CLN54", "A_CLN54\r"},
+        {"C_CLM54,5", "I_ALR540,ERROR\r"},
+        {"C_CLM52,5", "I_ALR520,ERROR\r"},
+        {"C_CLM53,124", "I_ALR530,OK\rI_ALR533,15,124,0,\rI_ALR533,25,12,,\r"},
+        {"R_CLM53", "A_CLM53" + third + "\r"},
+        {"R_CLN53", "A_CLN53" + first + second + "\r"},
+        {"C_CLM53,0", "I_ALR530,OK\rI_ALR533,15,124,1,\rI_ALR533,25,12,,\r"},
+        {"C_CLM53,9", "I_ALR530,OK\rI_ALR533,15,9,0,\rI_ALR533,25,99,,\r"},  // not heard
         {"R_STR53,3,", "A_STR53,3,00061:05,7,5,12.50,999010000000075,999015550000075\r"},
         {"R_STR53,4,", "A_STR53,4,00001:00,3,2,,,\r"},  // the card is out
         {"C_ABF53,3,-3.05,", "I_ALR533,OK\r"},
         {"C_ABF53,3,,", "I_ALR533,OK\r"},
         {"C_STR53,3,", "OK\r"},
         {"R_STR53,3,", "A_STR53,3,00000:00,0,0,-3.05,999010000000075,999015550000075\r"},
-        {"R_STS53", "A_STS53,50,26,00000:00,26,00000:00,40,00000:00,26,00001:00,1,41,NORTHCELL,0,77\r"},
+        {"R_STS53", "A_STS53,50,26,00000:00,26,00000:00,40,00000:00,26,00001:00,0,99,NORTHCELL,0,9\r"},
         {"C_STR52,1,", "I_ALR521,ERROR\r"},
         {"C_ABF52,1,5,", "I_ALR521,ERROR\r"},
     };
@@ -53,8 +68,9 @@ TEST(GatewayMonitor, answersEachCommand) {
     for (const auto& [line, reply] : cases) EXPECT_EQ(console.ask(line), reply) << line;
     for (const char* balance : {"abc", "5.", ".5", "-", "1.2.3", "12345678901"})
         EXPECT_EQ(console.ask("C_ABF53,3," + std::string(balance) + ","), "I_ALR533,ERROR\r") << balance;
-    for (const char* line : {"R_STR53,3", "R_STR53,5,", "R_STR52,1,", "R_STR533,,", "R_STR5,33,", "C_STR53,0,",
-                             "C_STR53,3,,", "C_ABF53,3,5", "C_ABF53,3,1,5,"})
+    for (const char* line :
+         {"R_CLM", "R_CLM52", "R_CLN533", "C_CLM53", "C_CLM53,1025", "C_CLM53,x", "R_STR53,3", "R_STR53,5,",
+          "R_STR52,1,", "R_STR533,,", "R_STR5,33,", "C_STR53,0,", "C_STR53,3,,", "C_ABF53,3,5", "C_ABF53,3,1,5,"})
         EXPECT_EQ(console.ask(line), "ERROR\r") << line;
 }
 
@@ -98,6 +114,7 @@ TEST(GatewayMonitor, countersAgree) {
                 if (record.answered) talk += static_cast<int>((record.disconnected - *record.answered).count());
                 if (record.answered) ++successful;
             }
+            EXPECT_LE(splitFields(console.ask("R_CLN" + address(slot))).size(), 1u + 8 * 6);  // what a panel holds
             for (int sim = 1; sim <= simsPerPort && ports[static_cast<std::size_t>(slot)].fitted(); ++sim) {
                 const auto fields = splitFields(console.ask("R_STR" + address(slot) + "," + std::to_string(sim) + ","));
                 const auto key = address(slot) + fields[1];
