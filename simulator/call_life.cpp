@@ -62,6 +62,11 @@ void CallLife::cutAll() {
     for (Port& port : scene.state.ports) port.dialling = port.connected = false;
 }
 
+void CallLife::cut(int slot) {
+    if (call(slot).channel != 0) end(slot, cutOff);
+    scene.port(slot).dialling = scene.port(slot).connected = false;
+}
+
 void CallLife::tryCall() {
     if (scene.state.lamps[isdnLamp] != lampGreen) return;
     const auto slot =

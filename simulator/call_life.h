@@ -16,6 +16,8 @@ public:
 
     // The calls are cut without a word, as by a gateway that starts anew.
     void cutAll();
+    // The call of this port, if it has one, ends as by a port that starts anew.
+    void cut(int slot);
 
 private:
     struct Call {

@@ -69,6 +69,7 @@ constexpr std::array rows{
     CommandRow{"R_SID", readSlaveVersion},
     CommandRow{"C_STP", enablePort},
     CommandRow{"C_STB", enableChannel},
+    CommandRow{"C_RST", resetPort},
 };
 
 }  // namespace

@@ -72,6 +72,7 @@ void writeUnlimitedLine(Request&);
 void readMonitor(Request&);
 void readPortStatus(Request&);
 void enablePort(Request&);
+void resetPort(Request&);
 void enableChannel(Request&);
 void readSlaveVersion(Request&);
 

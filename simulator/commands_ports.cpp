@@ -62,6 +62,15 @@ void enablePort(Request& request) {
     request.answer("I_ALR000,136," + fields[0] + "," + fields[1] + ",OK");
 }
 
+// C_RST<XY>: acknowledged, then the port ends its call and comes back as it does after it was switched on
+void resetPort(Request& request) {
+    const auto address = PortAddress::parse(request.body);
+    if (!address) return request.malformed();
+    if (!request.state.port(*address).fitted()) return request.refused(address->text() + "0");
+    request.accepted(address->text() + "0");
+    request.portToReset = address;
+}
+
 // C_STB<channel>,<1 or 0>: acknowledged, then the report 116 <channel>,<flag>,OK
 void enableChannel(Request& request) {
     const auto fields = splitFields(request.body);

@@ -18,6 +18,7 @@ namespace simulator {
 
 // State codes that ports and SIMs report; the numbers are those of the wire.
 enum StateCode : int {
+    starting = 0,
     emergencyOnly = 11,
     moduleFault = 13,
     registering = 22,

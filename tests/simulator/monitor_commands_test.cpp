@@ -61,6 +61,7 @@ TEST(GatewayMonitor, answersEachCommand) {
         {"R_STS53", "A_STS53,50,26,00000:00,26,00000:00,40,00000:00,26,00001:00,0,99,NORTHCELL,0,9\r"},
         {"C_STR52,1,", "I_ALR521,ERROR\r"},
         {"C_ABF52,1,5,", "I_ALR521,ERROR\r"},
+        {"C_RST52", "I_ALR520,ERROR\r"},
     };
     Gateway gateway;
     furnish(gateway.state());
@@ -68,15 +69,35 @@ TEST(GatewayMonitor, answersEachCommand) {
     for (const auto& [line, reply] : cases) EXPECT_EQ(console.ask(line), reply) << line;
     for (const char* balance : {"abc", "5.", ".5", "-", "1.2.3", "12345678901"})
         EXPECT_EQ(console.ask("C_ABF53,3," + std::string(balance) + ","), "I_ALR533,ERROR\r") << balance;
-    for (const char* line :
-         {"R_CLM", "R_CLM52", "R_CLN533", "C_CLM53", "C_CLM53,1025", "C_CLM53,x", "R_STR53,3", "R_STR53,5,",
-          "R_STR52,1,", "R_STR533,,", "R_STR5,33,", "C_STR53,0,", "C_STR53,3,,", "C_ABF53,3,5", "C_ABF53,3,1,5,"})
+    for (const char* line : {"R_CLM", "R_CLM52", "R_CLN533", "C_CLM53", "C_CLM53,1025", "C_CLM53,x", "R_STR53,3",
+                             "R_STR53,5,", "R_STR52,1,", "R_STR533,,", "R_STR5,33,", "C_STR53,0,", "C_STR53,3,,",
+                             "C_ABF53,3,5", "C_ABF53,3,1,5,", "C_RST", "C_RST95", "C_RST531"})
         EXPECT_EQ(console.ask(line), "ERROR\r") << line;
 }
 
+TEST(GatewayMonitor, aResetPortComesBack) {
+    Gateway gateway;
+    furnish(gateway.state());
+    Port& port = gateway.state().ports[18];
+    ConsoleDouble console(gateway);
+    console.advance(3'600'000);
+    EXPECT_EQ(console.ask("C_RST53"), "I_ALR530,OK\rI_ALR533,0,,,\rI_ALR533,100,2.12,,\r");
+    EXPECT_EQ(splitFields(console.ask("R_STS53"))[1], "0");
+    console.ask("C_RST53");  // and once more: it signs on once
+    console.advance(60'000);
+    const std::string back = console.taken();
+    EXPECT_EQ(back.find("I_ALR533,40,"), 0u);
+    EXPECT_EQ(back.rfind("I_ALR533,40,"), 0u);
+    EXPECT_TRUE(port.inService());
+    port.sims[2].state = port.state = simAbsent;  // no reset puts a SIM in
+    EXPECT_EQ(console.ask("C_RST53"), "I_ALR530,OK\rI_ALR530,0,,,\rI_ALR530,100,2.12,,\rI_ALR531,26,,,\r");
+    console.advance(60'000);
+    EXPECT_EQ(console.taken(), "");
+}
+
 // The statistics of a SIM, what the board was told of its talk, and its call records tell one story, also of calls that
-// a restart has cut.
-TEST(GatewayMonitor, countersAgree) {
+// a reset of the port or of the whole gateway has cut. And whatever a reset comes upon, no port is left halfway.
+TEST(GatewayMonitor, countersAgreeAndPortsComeBackAfterAnyReset) {
     for (std::uint64_t seed = 1; seed <= 10; ++seed) {
         GatewayOptions options;
         options.seed = seed;
@@ -89,13 +110,19 @@ TEST(GatewayMonitor, countersAgree) {
         for (Port& port : ports)
             for (Sim& sim : port.sims) sim.talkedSeconds = sim.dialled = sim.successful = 0;
 
+        std::array<bool, portCount> cameBack{};
         std::string told;
         for (int second = 0; second < 900; ++second) {
+            if (second < 300) console.send("C_RST" + address(second * 11 % portCount));
             if (second == 200 || second == 899) console.send("C_RSM");
             console.advance(1'000);
             told += console.taken();
             if (second == 200) gateway.linkUp();
+            for (std::size_t slot = 0; second >= 300 && slot < portCount; ++slot)
+                cameBack[slot] = cameBack[slot] || ports[slot].inService() || ports[slot].activeSim() == 0;
         }
+        EXPECT_THAT(cameBack, testing::Each(true)) << seed;
+
         gateway.linkUp();
         std::map<std::string, std::array<int, 3>> billed, stated;  // by SIM: talk, dialled, successful
         std::map<std::string, int> board;
