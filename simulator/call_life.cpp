@@ -44,6 +44,8 @@ constexpr std::array mobileRefuses{CallEnd{7, "111", 17}, CallEnd{10, "113", 27}
                                    CallEnd{6, "115", 20}};
 constexpr std::array isdnRefuses{CallEnd{8, "112", 17}, CallEnd{6, "102", 19}, CallEnd{5, "101", 1}};
 
+constexpr CallEnd cutOff{6, "102", 41};
+
 const CallEnd& anyOf(std::span<const CallEnd> ends, Random& random) {
     return ends[static_cast<std::size_t>(random.between(0, static_cast<std::int64_t>(ends.size()) - 1))];
 }
@@ -55,9 +57,14 @@ CallLife::CallLife(Scene& ofScene) : scene(ofScene) {
 }
 
 void CallLife::cutAll() {
-    for (Call& each : calls) ++each.serial;
+    for (int slot = 0; slot < portCount; ++slot)
+        if (call(slot).channel != 0) clear(slot, cutOff);
     for (Port& port : scene.state.ports) port.dialling = port.connected = false;
-    for (Bearer& each : scene.state.bearers) each.slot.reset();
+}
+
+void CallLife::cut(int slot) {
+    if (call(slot).channel != 0) end(slot, cutOff);
+    scene.port(slot).dialling = scene.port(slot).connected = false;
 }
 
 void CallLife::tryCall() {
@@ -78,6 +85,7 @@ void CallLife::setUp(int slot, int channel) {
     now.number = someNumber();
     now.originated = scene.state.clock.moment(scene.agenda.now());
     now.answered.reset();
+    now.talked = 0;
     ++now.serial;
     scene.port(slot).dialling = true;
     bearer(slot).slot = slot;
@@ -129,32 +137,40 @@ void CallLife::tick(int slot) {
 }
 
 void CallLife::end(int slot, const CallEnd& how) {
-    Port& port = scene.port(slot);
     const std::string cause = std::to_string(how.cause);
-    const bool talked = port.connected;
+    const bool talked = scene.port(slot).connected;
     scene.report(slot, how.code, {cause, {}, {}});
     if (talked)
         scene.report(slot, scene.random.chance(0.5) ? counterAfterCall : runningCounter, {counter(slot), {}, {}});
     scene.reportSystem(how.rowCode, {std::to_string(call(slot).channel), cause, {}});
+    clear(slot, how);
+}
+
+void CallLife::clear(int slot, const CallEnd& how) {
     record(slot, how);
-    port.dialling = port.connected = false;
+    scene.port(slot).dialling = scene.port(slot).connected = false;
     bearer(slot).slot.reset();
     bearer(slot).cause = how.cause;
+    call(slot).channel = 0;
     ++call(slot).serial;
 }
 
-// Every call is billed by what is kept of it here, also one that nobody answered.
+// Every call is billed by what is kept of it here, also one that nobody answered. The bill, the counters of the SIM
+// and what the board was told of the talk come to the same, whatever the clock was set to meanwhile.
 void CallLife::record(int slot, const CallEnd& how) {
     const Call& now = call(slot);
-    const Port& port = scene.port(slot);
+    Port& port = scene.port(slot);
+    ++port.sim(now.sim).dialled;
+    if (now.answered) ++port.sim(now.sim).successful;
     CallRecord record;
     record.sim = now.sim;
     record.incoming = now.incoming;
-    record.simIdentity = "99901" + padded(slot * simsPerPort + now.sim, 10);
+    record.simIdentity = simIdentity({PortAddress::ofSlot(slot), now.sim});
     record.dialled = now.number;
     record.originated = now.originated;
     record.answered = now.answered;
-    record.disconnected = scene.state.clock.moment(scene.agenda.now());
+    record.disconnected =
+        now.answered ? *now.answered + std::chrono::seconds(now.talked) : scene.state.clock.moment(scene.agenda.now());
     record.clearCause = record.releaseCause = how.cause;
     record.level = port.signal;
     record.bcch = port.bcch;
@@ -177,7 +193,8 @@ std::string CallLife::counter(int slot) {
     Call& now = call(slot);
     const auto talked = std::chrono::floor<std::chrono::seconds>(scene.agenda.now() - now.counted);
     now.counted += talked;
-    int& seconds = scene.port(slot).sims[static_cast<std::size_t>(now.sim - 1)].talkedSeconds;
+    now.talked += static_cast<int>(talked.count());
+    int& seconds = scene.port(slot).sim(now.sim).talkedSeconds;
     seconds = static_cast<int>((seconds + talked.count()) % counterWrap);
     return talkCounter(seconds);
 }

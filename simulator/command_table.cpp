@@ -30,6 +30,12 @@ constexpr std::array rows{
     CommandRow{"C_SIM", writeSimSettings},
     CommandRow{"R_CDR", readCallRecord},
     CommandRow{"C_CDR", dropCallRecord},
+    CommandRow{"R_CLM", readServingCell},
+    CommandRow{"R_CLN", readNeighbourCells},
+    CommandRow{"C_CLM", lockToCell},
+    CommandRow{"R_STR", readStatistics},
+    CommandRow{"C_STR", resetStatistics},
+    CommandRow{"C_ABF", writeBalance},
     CommandRow{"R_ISD", readIsdn},
     CommandRow{"C_ISD", writeIsdn},
     CommandRow{"R_ILS", readIsdnCounters},
@@ -63,6 +69,7 @@ constexpr std::array rows{
     CommandRow{"R_SID", readSlaveVersion},
     CommandRow{"C_STP", enablePort},
     CommandRow{"C_STB", enableChannel},
+    CommandRow{"C_RST", resetPort},
 };
 
 }  // namespace

@@ -31,6 +31,13 @@ void writeSimSettings(Request&);
 // Call records.
 void readCallRecord(Request&);
 void dropCallRecord(Request&);
+// Cells, and statistics of SIMs.
+void readServingCell(Request&);
+void readNeighbourCells(Request&);
+void lockToCell(Request&);
+void readStatistics(Request&);
+void resetStatistics(Request&);
+void writeBalance(Request&);
 // E1 line.
 void readIsdn(Request&);
 void writeIsdn(Request&);
@@ -65,6 +72,7 @@ void writeUnlimitedLine(Request&);
 void readMonitor(Request&);
 void readPortStatus(Request&);
 void enablePort(Request&);
+void resetPort(Request&);
 void enableChannel(Request&);
 void readSlaveVersion(Request&);
 

@@ -10,14 +10,6 @@ namespace {
 constexpr int callSetUp = 4;
 constexpr int callConnected = 8;
 
-// The port at a two-digit address; null when the address is wrong or the slot empty.
-Port* portAt(GatewayState& state, std::string_view digits) {
-    const auto address = PortAddress::parse(digits);
-    if (!address) return nullptr;
-    Port& port = state.port(*address);
-    return port.fitted() ? &port : nullptr;
-}
-
 std::string digit(bool flag) { return flag ? "1" : "0"; }
 
 }  // namespace
@@ -34,7 +26,7 @@ void readMonitor(Request& request) {
 // R_STS<XY>: A_STS with 15 fields: port, state, state and talk counter of SIM 1 to 4, BCCH mode, signal,
 // network, call flags, BCCH. A slot without a module is answered with ERROR.
 void readPortStatus(Request& request) {
-    const Port* port = portAt(request.state, request.body);
+    const Port* port = request.state.fittedPort(request.body);
     if (!port) return request.malformed();
     std::vector<std::string> fields{std::string(request.body), std::to_string(port->state)};
     for (const Sim& sim : port->sims) {
@@ -52,7 +44,7 @@ void readPortStatus(Request& request) {
 
 // R_SID<XY>: A_SID<XY>,<version of the slave program>
 void readSlaveVersion(Request& request) {
-    const Port* port = portAt(request.state, request.body);
+    const Port* port = request.state.fittedPort(request.body);
     if (!port) return request.malformed();
     request.answer("A_SID" + std::string(request.body) + "," + port->slaveVersion);
 }
@@ -62,12 +54,21 @@ void enablePort(Request& request) {
     const auto fields = splitFields(request.body);
     const auto flag = fields.size() == 2 ? number(fields[1], 0, 1) : std::nullopt;
     if (!flag || !PortAddress::parse(fields[0])) return request.malformed();
-    Port* port = portAt(request.state, fields[0]);
+    Port* port = request.state.fittedPort(fields[0]);
     if (!port) return request.refused(fields[0] + "0");
     port->enabled = *flag == 1;
     port->inMaintenance = false;  // the operator's word is the last
     request.accepted(fields[0] + "0");
     request.answer("I_ALR000,136," + fields[0] + "," + fields[1] + ",OK");
+}
+
+// C_RST<XY>: acknowledged, then the port ends its call and comes back as it does after it was switched on
+void resetPort(Request& request) {
+    const auto address = PortAddress::parse(request.body);
+    if (!address) return request.malformed();
+    if (!request.state.port(*address).fitted()) return request.refused(address->text() + "0");
+    request.accepted(address->text() + "0");
+    request.portToReset = address;
 }
 
 // C_STB<channel>,<1 or 0>: acknowledged, then the report 116 <channel>,<flag>,OK

@@ -143,6 +143,7 @@ void Gateway::carryOut(const std::string& line, const ReplyFaults& how) {
     const std::chrono::milliseconds latency(faultDice.between(how.latencyMin.count(), how.latencyMax.count()));
     lastReplyDue = std::max(lastReplyDue, currentTime + latency);
     for (std::string& answer : request.replies) reply(std::move(answer), lastReplyDue, how);
+    if (request.portToReset) life.resetPort(request.portToReset->slot(), currentTime);
 }
 
 void Gateway::reply(std::string line, std::chrono::milliseconds due, const ReplyFaults& how) {

@@ -1,12 +1,16 @@
 #include "simulator/gateway_state.h"
 
+#include "simulator/radio_cells.h"
 #include "simulator/seeded_settings.h"
 
+#include <algorithm>
 #include <array>
 
 namespace simulator {
 
 namespace {
+
+constexpr std::array<std::string_view, 3> networks{"NORTHCELL", "VIA MOBILE", "TELARO"};
 
 std::chrono::sys_seconds someTime(Random& random) {
     using namespace std::chrono;
@@ -42,9 +46,17 @@ Port somePort(Random& random) {
 }  // namespace
 
 std::string someNetwork(Random& random) {
-    static constexpr std::array<const char*, 3> networks{"NORTHCELL", "VIA MOBILE", "TELARO"};
-    return networks[static_cast<std::size_t>(random.between(0, networks.size() - 1))];
+    return std::string(networks[static_cast<std::size_t>(random.between(0, networks.size() - 1))]);
 }
+
+std::string networkCode(const std::string& network) {
+    const auto found = std::find(networks.begin(), networks.end(), network);
+    return "9990" + std::to_string(found == networks.end() ? 1 : found - networks.begin() + 1);
+}
+
+std::string simIdentity(const SimAddress& at) { return "99901" + padded(at.port.slot() * simsPerPort + at.sim, 10); }
+
+std::string imsi(const SimAddress& at) { return "999015550" + padded(at.port.slot() * simsPerPort + at.sim, 6); }
 
 int Port::activeSim() const {
     for (int sim = 1; sim <= simsPerPort; ++sim) {
@@ -64,6 +76,11 @@ bool Port::inService() const {
     return module == '1' && activeSim() != 0 && (state == registeredHome || state == registeredRoaming);
 }
 
+Port* GatewayState::fittedPort(std::string_view digits) {
+    const auto address = PortAddress::parse(digits);
+    return address && port(*address).fitted() ? &port(*address) : nullptr;
+}
+
 GatewayState::GatewayState(Random& random, std::optional<std::chrono::sys_seconds> start)
     : clock(start.value_or(someTime(random))) {
     esn = "4" + padded(static_cast<int>(random.between(0, 9999999)), 7);
@@ -75,6 +92,8 @@ GatewayState::GatewayState(Random& random, std::optional<std::chrono::sys_second
     for (Port& port : ports) furnishSettings(port, random);
     Random own(random.between(0, 1'000'000));
     furnishRouting(routing, own);
+    for (Port& port : ports) furnishStatistics(port, own);
+    for (Port& port : ports) furnishCells(port, own);
 }
 
 }  // namespace simulator

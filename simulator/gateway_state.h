@@ -12,11 +12,13 @@
 #include <chrono>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace simulator {
 
 // State codes that ports and SIMs report; the numbers are those of the wire.
 enum StateCode : int {
+    starting = 0,
     emergencyOnly = 11,
     moduleFault = 13,
     registering = 22,
@@ -31,6 +33,16 @@ struct Sim {
     int state = simAbsent;
     int talkedSeconds = 0;
     SimRecord settings{};
+    // Of both directions, counted together with the call's record. They are reset together with the talk.
+    int dialled = 0;
+    int successful = 0;
+    std::string balance{};  // as an operator wrote it; empty: never
+};
+
+// A cell that a module can hear, on this channel and as strong as that.
+struct HeardCell {
+    int bcch = 0;
+    int level = 0;
 };
 
 struct Port {
@@ -43,6 +55,7 @@ struct Port {
     bool fixedBcch = false;
     int bcch = 0;
     int signal = 0;  // 0 to 70, decibels above -111; 99: not known
+    std::vector<HeardCell> heardCells;
     std::string network;
     bool dialling = false;
     bool connected = false;
@@ -63,6 +76,12 @@ struct Port {
 };
 
 std::string someNetwork(Random& random);
+// Country and network code; the home network's for a name that no network has.
+std::string networkCode(const std::string& network);
+
+// What the card in this place calls itself, and by what its network knows it.
+std::string simIdentity(const SimAddress& at);
+std::string imsi(const SimAddress& at);
 
 // What a B-channel does, apart from whether it is enabled.
 struct Bearer {
@@ -105,6 +124,8 @@ struct GatewayState {
     GatewayState(Random& random, std::optional<std::chrono::sys_seconds> start);
 
     Port& port(const PortAddress& at) { return ports[static_cast<std::size_t>(at.slot())]; }
+    // The port at a two-digit address; null when the address is wrong or the slot empty.
+    Port* fittedPort(std::string_view digits);
 
     std::string esn;
     std::string version = "4.37";

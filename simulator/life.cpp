@@ -22,8 +22,18 @@ void Life::wake(Milliseconds now) {
 
 void Life::rest(Milliseconds now) {
     if (!awake) return;
-    if (!paced()) scene.agenda.idleUntil(ownTimeThen + (now - wokenAt));
+    idleUntil(now);
     awake = false;
+}
+
+void Life::idleUntil(Milliseconds now) {
+    if (!paced()) scene.agenda.idleUntil(ownTimeThen + (now - wokenAt));
+}
+
+void Life::resetPort(int slot, Milliseconds now) {
+    idleUntil(now);
+    calls.cut(slot);
+    trouble.resetPort(slot);
 }
 
 void Life::advanceTo(Milliseconds now) {

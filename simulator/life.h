@@ -29,11 +29,14 @@ public:
     void rest(Milliseconds now);
     // The gateway starts anew: no call outlives that.
     void cutCalls() { calls.cutAll(); }
+    // An operator resets this port; there must be a module, and life be awake.
+    void resetPort(int slot, Milliseconds now);
 
     void advanceTo(Milliseconds now);
     std::optional<Milliseconds> nextDue() const;
 
 private:
+    void idleUntil(Milliseconds now);
     bool paced() const { return scene.rates.linesPerSecond > 0; }
 
     Scene scene;

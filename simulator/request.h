@@ -30,6 +30,7 @@ public:
 
     std::vector<std::string> replies;
     bool restarts = false;
+    std::optional<PortAddress> portToReset;  // once all is said
 };
 
 }  // namespace simulator

@@ -104,12 +104,24 @@ void furnishSettings(Port& port, Random& random) {
     }
 }
 
+void furnishStatistics(Port& port, Random& random) {
+    for (Sim& sim : port.sims) {
+        if (sim.state == simAbsent) continue;
+        sim.successful = sim.talkedSeconds / static_cast<int>(random.between(60, 240));
+        sim.dialled = sim.successful * 100 / static_cast<int>(random.between(40, 85));
+        if (random.chance(0.5)) sim.balance = anyNumber(random, 0, 60) + "." + anyNumber(random, 0, 99, 2);
+    }
+}
+
 // The identity of a CDMA module is built in. It takes the first place, under which the port's reports go.
 void fitCdmaModules(std::span<Port> ports, int count) {
     for (auto port = ports.rbegin(); port != ports.rend() && count > 0; ++port) {
         if (!port->inService()) continue;
         fitModule(*port, ModuleKind::cdma);
-        port->sims = {Sim{simReady, port->sims[0].talkedSeconds, {}}, {}, {}, {}};
+        Sim builtIn = port->sims[0];
+        builtIn.state = simReady;
+        builtIn.settings = {};
+        port->sims = {builtIn, {}, {}, {}};
         port->fixedBcch = false;
         --count;
     }

@@ -1,11 +1,12 @@
 #include "simulator/trouble_life.h"
 
+#include <utility>
+
 namespace simulator {
 
 namespace {
 
 enum PortCode : int {
-    nothing = 0,
     cell = 15,
     networkRefused = 20,
     networkIdentity = 21,
@@ -51,16 +52,35 @@ void TroubleLife::startTrouble() {
 void TroubleLife::loseNetwork(int slot) {
     if (scene.random.chance(0.2)) scene.report(slot, networkRefused);
     enter(slot, unregistered);
-    scene.agenda.in(scene.pause(2'000, 8'000), [this, slot] { seekNetwork(slot); });
+    later(slot, scene.pause(2'000, 8'000), &TroubleLife::seekNetwork);
 }
 
 void TroubleLife::failModule(int slot) {
     enter(slot, moduleFault);
-    scene.agenda.in(scene.pause(5'000, 15'000), [this, slot] {
-        scene.report(slot, nothing);
-        scene.report(slot, slaveVersion, {scene.port(slot).slaveVersion, {}, {}});
-        signOn(slot);
+    later(slot, scene.pause(5'000, 15'000), [](TroubleLife& life, int port) {
+        life.tellStart(port);
+        life.signOn(port);
     });
+}
+
+void TroubleLife::tellStart(int slot) {
+    scene.report(slot, starting);
+    scene.report(slot, slaveVersion, {scene.port(slot).slaveVersion, {}, {}});
+}
+
+// What was to happen next to the module is forgotten, and with it the trouble of its network or its own. A SIM that is
+// out or spoilt stays so.
+void TroubleLife::resetPort(int slot) {
+    ++serials[static_cast<std::size_t>(slot)];
+    Port& port = scene.port(slot);
+    tellStart(slot);
+    if (port.activeSim() != 0) {
+        port.state = starting;
+        return later(slot, scene.pause(1'000, 3'000), &TroubleLife::signOn);
+    }
+    int sim = port.state == simAbsent ? absentSim[static_cast<std::size_t>(slot)] : 0;
+    while (sim < simsPerPort && (sim == 0 || port.sim(sim).state != port.state)) ++sim;
+    scene.reportSim(slot, sim, port.state);
 }
 
 // The identity of a CDMA module stays where it is; such a module can only fail as a whole.
@@ -71,11 +91,23 @@ void TroubleLife::spoilSim(int slot) {
     simOf(slot, sim).state = fault;
     scene.port(slot).state = fault;
     scene.reportSim(slot, sim, fault);
-    scene.agenda.in(scene.pause(5'000, 20'000), [this, slot, sim, fault] {
-        simOf(slot, sim).state = simReady;
-        if (fault <= lastPinFault) scene.reportSim(slot, sim, concernsPin2(fault) ? pin2Right : pinRight);
-        signOn(slot);
-    });
+    scene.agenda.in(scene.pause(5'000, 20'000), [this, slot, sim] { healSim(slot, sim); });
+}
+
+void TroubleLife::healSim(int slot, int sim) {
+    const int fault = simOf(slot, sim).state;
+    if (putOff(slot, fault, [this, slot, sim] { healSim(slot, sim); })) return;
+    simOf(slot, sim).state = simReady;
+    if (fault <= lastPinFault) scene.reportSim(slot, sim, concernsPin2(fault) ? pin2Right : pinRight);
+    signOn(slot);
+}
+
+// A port that a reset has put into service with another SIM changes it between two calls, and not while it comes back.
+bool TroubleLife::putOff(int slot, int state, std::function<void()> what) {
+    const Port& port = scene.port(slot);
+    if (port.state == state || (port.inService() && !port.inCall())) return false;
+    scene.agenda.in(scene.pause(3'000, 6'000), std::move(what));
+    return true;
 }
 
 void TroubleLife::pullSim(int slot) {
@@ -88,8 +120,8 @@ void TroubleLife::pullSim(int slot) {
     scene.agenda.in(scene.pause(10'000, 60'000), [this, slot, sim] { insertSim(slot, sim); });
     // The next SIM of the port takes over, if there is one.
     if (scene.port(slot).activeSim() == 0) return;
-    scene.agenda.in(scene.pause(6'000, 9'000), [this, slot] {
-        if (scene.port(slot).state == simAbsent) signOn(slot);
+    later(slot, scene.pause(6'000, 9'000), [](TroubleLife& life, int port) {
+        if (life.scene.port(port).state == simAbsent) life.signOn(port);
     });
 }
 
@@ -102,11 +134,7 @@ void TroubleLife::tellAbsence(int slot, int sim) {
 
 void TroubleLife::insertSim(int slot, int sim) {
     const Port& port = scene.port(slot);
-    const bool waits = port.state == simAbsent || (port.inService() && !port.inCall());
-    if (!waits) {
-        scene.agenda.in(scene.pause(3'000, 6'000), [this, slot, sim] { insertSim(slot, sim); });
-        return;
-    }
+    if (putOff(slot, simAbsent, [this, slot, sim] { insertSim(slot, sim); })) return;
     simOf(slot, sim).state = simReady;
     scene.reportSim(slot, sim, pinRight);
     // The port takes the first SIM that is ready, which may be another.
@@ -116,20 +144,19 @@ void TroubleLife::insertSim(int slot, int sim) {
 
 void TroubleLife::signOn(int slot) {
     enter(slot, simReady);
-    scene.agenda.in(scene.pause(1'000, 3'000), [this, slot] { seekNetwork(slot); });
+    later(slot, scene.pause(1'000, 3'000), &TroubleLife::seekNetwork);
 }
 
 void TroubleLife::seekNetwork(int slot) {
     enter(slot, registering);
     if (scene.random.chance(0.1)) {
         // The network takes it for help only, and it tries again.
-        scene.agenda.in(scene.pause(2'000, 6'000), [this, slot] {
-            enter(slot, emergencyOnly);
-            scene.agenda.in(scene.pause(2'000, 6'000), [this, slot] { seekNetwork(slot); });
+        return later(slot, scene.pause(2'000, 6'000), [](TroubleLife& life, int port) {
+            life.enter(port, emergencyOnly);
+            life.later(port, life.scene.pause(2'000, 6'000), &TroubleLife::seekNetwork);
         });
-        return;
     }
-    scene.agenda.in(scene.pause(2'000, 6'000), [this, slot] { registerPort(slot); });
+    later(slot, scene.pause(2'000, 6'000), &TroubleLife::registerPort);
 }
 
 void TroubleLife::registerPort(int slot) {
@@ -141,6 +168,13 @@ void TroubleLife::registerPort(int slot) {
     scene.report(slot, cell, {std::to_string(port.bcch), port.fixedBcch ? "0" : "1", {}});
     scene.report(slot, signalLevel, {std::to_string(port.signal), {}, {}});
     enter(slot, scene.random.chance(0.85) ? registeredHome : registeredRoaming);
+}
+
+void TroubleLife::later(int slot, Scene::Milliseconds delay, std::function<void(TroubleLife&, int)> step) {
+    const auto row = static_cast<std::size_t>(slot);
+    scene.agenda.in(delay, [this, row, serial = serials[row], step = std::move(step)] {
+        if (serials[row] == serial) step(*this, static_cast<int>(row));
+    });
 }
 
 void TroubleLife::enter(int slot, int state) {
