@@ -39,6 +39,9 @@ const std::vector<Ratio>& ratios() {
          Of::Times},
         {"scrolling 10,000 edited rows / rows of plain texts in a plain view (times)", "grid/edited", "grid/plain", 3,
          true, Of::Times},
+        {"encoding a message / by a library for phones (rates)", "message/encode", "message/library_encode", 10, false,
+         Of::Rates},
+        {"decoding a message / by the same (rates)", "message/decode", "message/library_decode", 10, false, Of::Rates},
         {"a storm with the board open / a bare painting program (times)", "storm/program", "storm/bare", 3, true,
          Of::Times},
     };

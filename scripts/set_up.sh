@@ -5,7 +5,7 @@ build_packages=(
     g++ cmake ninja-build ccache pkg-config git
     qt6-base-dev qt6-serialport-dev qt6-svg-dev
     libsigc++-3.0-dev libpugixml-dev libsqlitecpp-dev libsqlite3-dev sqlite3
-    libgtest-dev libgmock-dev poppler-utils
+    libgtest-dev libgmock-dev poppler-utils libgammu-dev
 )
 # What a window needs on a machine that never had one: fonts, a virtual display, the platform plugin's libraries.
 screen_packages=(
