@@ -231,11 +231,12 @@ QVBoxLayout* panelLayout(LabelField& caption, std::initializer_list<LabelField*>
 
 namespace {
 
-QHBoxLayout* rowOf(QLabel* words, std::initializer_list<ActionField*> actions) {
+constexpr const char* wordsName = "lblUnwritten";
+
+QHBoxLayout* rowOf(QWidget* first, std::initializer_list<ActionField*> actions) {
     auto* row = new QHBoxLayout;
     row->setSpacing(grid);
-    words->setObjectName("lblUnwritten");
-    row->addWidget(words, 1);
+    row->addWidget(first, 1);
     for (auto* action : actions) {
         auto* button = new QPushButton;
         bind(*action, button);
@@ -249,6 +250,7 @@ QHBoxLayout* rowOf(QLabel* words, std::initializer_list<ActionField*> actions) {
 QHBoxLayout* buttonRow(std::initializer_list<ActionField*> actions, RecordForm& form,
                        std::function<QString(const std::string& key)> names) {
     auto* unwritten = new ElidedLabel;
+    unwritten->setObjectName(wordsName);
     const auto tell = [&form, unwritten, names = std::move(names)] {
         QStringList records;
         for (const auto& key : form.unwritten()) records << (names ? names(key) : QString());
@@ -264,19 +266,26 @@ QHBoxLayout* buttonRow(std::initializer_list<ActionField*> actions, RecordForm& 
     return rowOf(unwritten, actions);
 }
 
-QHBoxLayout* buttonRow(std::initializer_list<ActionField*> actions, FormGroup& records) {
-    auto* unwritten = new ElidedLabel;
-    const auto tell = [&records, unwritten] {
+QVBoxLayout* buttonRows(std::initializer_list<ActionField*> actions, FormGroup& records) {
+    auto* words = new QLabel;
+    words->setObjectName(wordsName);
+    words->setWordWrap(true);
+    words->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    const auto tell = [&records, words] {
         QStringList names;
         for (const auto& name : records.unwritten(false)) names << shown(name);
-        QStringList words;
-        if (!records.word().empty()) words << shown(records.word());
-        if (!names.isEmpty()) words << QObject::tr("Edited, not written: %1").arg(names.join(", "));
-        unwritten->setText(words.join(". "));
+        QStringList parts;
+        if (!records.word().empty()) parts << shown(records.word());
+        if (!names.isEmpty()) parts << QObject::tr("Edited, not written: %1").arg(names.join(", "));
+        words->setText(parts.join(". "));
     };
     tell();
-    listen(unwritten, records.changed(), tell);
-    return rowOf(unwritten, actions);
+    listen(words, records.changed(), tell);
+    auto* rows = new QVBoxLayout;
+    rows->setSpacing(grid / 2);
+    rows->addWidget(words);
+    rows->addLayout(rowOf(new QWidget, actions));
+    return rows;
 }
 
 QWidget* framed(TextField& field, const QString& accessibleName, int width) {

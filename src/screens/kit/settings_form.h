@@ -69,8 +69,9 @@ QVBoxLayout* panelLayout(LabelField& caption, std::initializer_list<LabelField*>
 QHBoxLayout* buttonRow(std::initializer_list<ActionField*> actions, RecordForm& form,
                        std::function<QString(const std::string& key)> names = {});
 
-// The same for records that are written together, which tell their names themselves.
-QHBoxLayout* buttonRow(std::initializer_list<ActionField*> actions, FormGroup& records);
+// The same for records that are written together, which tell their names themselves: the words, which may be many,
+// stand above the buttons.
+QVBoxLayout* buttonRows(std::initializer_list<ActionField*> actions, FormGroup& records);
 
 // A field of a record with its bar and its red frame, for a page that lays its fields out by itself. The accessible
 // name says what the caption beside it does; the reason why a value can't be written is in the tip.

@@ -116,9 +116,9 @@ QWidget* RoutingScreen::pickWord() {
     return word;
 }
 
-QHBoxLayout* RoutingScreen::portButtons() {
+QVBoxLayout* RoutingScreen::portButtons() {
     auto& side = page_.portSide;
-    return buttonRow({&side.undo, &page_.cmdTslGetData, &side.write}, side.records);
+    return buttonRows({&side.undo, &page_.cmdTslGetData, &side.write}, side.records);
 }
 
 QWidget* RoutingScreen::buildPorts() {
@@ -211,7 +211,7 @@ QWidget* RoutingScreen::buildChannels() {
         roleLabel(tr("The gateway restarts behind each write of the channels, and calls that are up end."), "muted");
     word->setWordWrap(true);
     return tab({scrolled(content), pickWord(), word},
-               buttonRow({&side.undo, &page_.cmdTslGetData, &side.write}, side.records));
+               buttonRows({&side.undo, &page_.cmdTslGetData, &side.write}, side.records));
 }
 
 QWidget* RoutingScreen::buildChannelRows() {
@@ -263,9 +263,9 @@ QWidget* RoutingScreen::buildPrefixes() {
     row->addWidget(erase);
     row->addWidget(cost, 1);
     return tab({gridEditor(side.ucTslPrefixes, tr("Prefixes")), passing(side.lblPrfDoubled, "error"), choice},
-               buttonRow({&side.csv.importing, &side.csv.exporting, &side.cmdTslPrfEraseAll, &side.undo,
-                          &page_.cmdTslGetData, &side.write},
-                         side.records));
+               buttonRows({&side.csv.importing, &side.csv.exporting, &side.cmdTslPrfEraseAll, &side.undo,
+                           &page_.cmdTslGetData, &side.write},
+                          side.records));
 }
 
 QWidget* RoutingScreen::buildAccess() {
@@ -279,9 +279,9 @@ QWidget* RoutingScreen::buildAccess() {
     auto* editor = gridEditor(side.ucTslAccessE1, tr("Access list"));
     editor->table().horizontalHeader()->resizeSection(0, callerWidth);
     return tab({editor, passing(side.lblAccessEmpty, "error"), form},
-               buttonRow({&side.csv.importing, &side.csv.exporting, &side.undo, &page_.cmdTslGetData, &side.write,
-                          &side.cmdTslWriteAccGSM},
-                         side.records));
+               buttonRows({&side.csv.importing, &side.csv.exporting, &side.undo, &page_.cmdTslGetData, &side.write,
+                           &side.cmdTslWriteAccGSM},
+                          side.records));
 }
 
 QWidget* RoutingScreen::buildDirectLines() {
@@ -307,9 +307,9 @@ QWidget* RoutingScreen::buildDirectLines() {
     row->addWidget(caption);
     row->addWidget(what);
     row->addWidget(smallButton(side.cmdDelaErase));
-    return tab({editor, erasing}, buttonRow({&side.csv.importing, &side.csv.exporting, &side.cmdDelaDelete,
-                                             &side.cmdDelaWrite, &side.undo, &side.cmdDELA, &side.write},
-                                            side.records));
+    return tab({editor, erasing}, buttonRows({&side.csv.importing, &side.csv.exporting, &side.cmdDelaDelete,
+                                              &side.cmdDelaWrite, &side.undo, &side.cmdDELA, &side.write},
+                                             side.records));
 }
 
 QWidget* RoutingScreen::buildTrial() {

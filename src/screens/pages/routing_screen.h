@@ -4,7 +4,7 @@
 #include "screens/kit/page_frame.h"
 
 class QTabWidget;
-class QHBoxLayout;
+class QVBoxLayout;
 
 namespace trunvex {
 
@@ -27,7 +27,7 @@ private:
     QWidget* buildDirectLines();
     QWidget* buildTrial();
     QWidget* pickWord();
-    QHBoxLayout* portButtons();
+    QVBoxLayout* portButtons();
 
     RoutingPage& page_;
 };
