@@ -50,7 +50,7 @@ void Screens::startWithoutSplash() {
 
 BoardScreen& Screens::board() {
     if (!board_)
-        board_ = std::make_unique<BoardScreen>(console_.board, console_.lastCalls,
+        board_ = std::make_unique<BoardScreen>(console_.board, console_.monitor,
                                                console_.pages.routing.portSide.lblAllocation, tools_);
     return *board_;
 }

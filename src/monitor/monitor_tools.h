@@ -1,0 +1,24 @@
+#pragma once
+
+#include "monitor/board_operations.h"
+#include "monitor/isdn_counters.h"
+#include "monitor/last_calls.h"
+#include "monitor/port_menu.h"
+#include "monitor/port_windows.h"
+#include "monitor/slave_versions.h"
+
+namespace trunvex {
+
+// What stands beside the board and works over it.
+struct MonitorTools {
+    MonitorTools(Session& session, SharedTables& tables, Settings& history, frmSimStatus& board);
+
+    BoardOperations operations;
+    LastCalls lastCalls;
+    PortMenu menu;
+    PortWindows windows;
+    IsdnCounters counters;
+    SlaveVersions versions;
+};
+
+}  // namespace trunvex
