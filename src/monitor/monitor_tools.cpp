@@ -6,7 +6,8 @@ namespace trunvex {
 
 MonitorTools::MonitorTools(Session& session, SharedTables& tables, Settings& history, frmSimStatus& board)
     : operations(session, board), lastCalls(session, history, board), menu(operations, board),
-      counters(session, operations), versions(session, tables, operations) {
+      counters(session, operations), versions(session, tables, operations),
+      statistics(session, tables, operations, menu) {
     menu.mnuMessages.pressed().connect([this] { windows.showMessages(menu.port()); });
     menu.mnuDTMFDialer.pressed().connect([this, &session] {
         const auto& rights = session.state.gAccessRights;

@@ -5,6 +5,7 @@
 #include "monitor/last_calls.h"
 #include "monitor/port_menu.h"
 #include "monitor/port_windows.h"
+#include "monitor/sim_statistics.h"
 #include "monitor/slave_versions.h"
 
 namespace trunvex {
@@ -19,6 +20,7 @@ struct MonitorTools {
     PortWindows windows;
     IsdnCounters counters;
     SlaveVersions versions;
+    SimStatistics statistics;
 };
 
 }  // namespace trunvex

@@ -23,6 +23,11 @@ public:
     ActionField mnuDTMFDialer{"mnuDTMFDialer", "DTMF Dialer"};
     ActionField mnuMessages{"mnuMessages", "Messages"};
     ActionField mnuResetPort{"mnuResetPort"};
+    // Of SIM 1 to 4.
+    ActionField mnuReadSt{"mnuReadSt", "Read statistics"};
+    std::deque<ActionField> mnuReadSim;
+    ActionField mnuRestSt{"mnuRestSt", "Reset statistics"};
+    std::deque<ActionField> mnuResetSim;
     ActionField mnuDialedNum{"mnuDialedNum", "Last 5 dialed numbers"};  // a sub-menu, filled by LastCalls
 
 private:

@@ -62,6 +62,9 @@ public:
     Page handsetPage;
     Page debugPage;
     FrmPRIGroups mainWindow;
+
+private:
+    void showCallsOf(const SimFigures& sim);
 };
 
 }  // namespace trunvex

@@ -38,6 +38,9 @@ QMenu* makePortMenu(MonitorTools& monitor, QWidget* parent) {
     for (auto* item : {&items.mnuPortEnable, &items.mnuRefreshPort, &items.mnuResetPort}) addItem(menu, *item);
     menu->addSeparator();
     for (auto* item : {&items.mnuDTMFDialer, &items.mnuMessages}) addItem(menu, *item);
+    addSubMenu(menu, items.mnuReadSt, "mnuReadSim", items.mnuReadSim);
+    addSubMenu(menu, items.mnuRestSt, "mnuResetSim", items.mnuResetSim);
+    menu->addSeparator();
     // The lines are there to be looked at; only the last one does something.
     auto& lines = monitor.lastCalls.mnuLastDial;
     auto* calls = addSubMenu(menu, items.mnuDialedNum, "mnuLastDial", lines);

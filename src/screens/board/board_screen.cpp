@@ -6,6 +6,7 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QMenu>
+#include <QPushButton>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -20,7 +21,9 @@
 #include "screens/board/board_menu.h"
 #include "screens/board/colours_screen.h"
 #include "screens/board/line_panel.h"
+#include "screens/board/message_panel.h"
 #include "screens/board/port_window_screens.h"
+#include "screens/board/statistics_panel.h"
 #include "screens/kit/field_binding.h"
 #include "screens/kit/labels.h"
 #include "screens/kit/read_bar.h"
@@ -73,6 +76,8 @@ BoardScreen::BoardScreen(frmSimStatus& board, MonitorTools& monitor, LabelField&
     listen(this, board.hardwareChanged, hardwareChanged);
     listen(this, board.cmdColors.pressed(), [this] { showColours(); });
     follow(this, board.lblAsOf, [this] { showAsOf(); });
+    new MessagePanel(monitor.statistics, this);
+    listen(this, board.cmdShowBcch.pressed(), [this] { tabs_->setCurrentIndex(tabs_->currentIndex() == 0 ? 1 : 0); });
     followWindows();
     restorePlace();
 }
@@ -97,8 +102,27 @@ void BoardScreen::buildTabs() {
     tabs_ = new QTabWidget;
     tabs_->setObjectName("boardTabs");
     tabs_->setDocumentMode(true);
+    tabs_->setCornerWidget(buildButtons());
     tabs_->addTab(buildBoard(), tr("Board"));
+    auto* statistics = new StatisticsPanel(monitor_.statistics, tools_, StatisticsPanel::Resets::Yes);
+    statistics->setObjectName("tabASR");
+    new ReadBar(board_.reads(), statistics);
+    tabs_->addTab(statistics, tr("SIM statistics"));
     tabs_->addTab(new LinePanel(monitor_.counters, monitor_.versions), tr("ISDN and versions"));
+}
+
+QWidget* BoardScreen::buildButtons() {
+    auto* area = new QWidget;
+    auto* row = new QHBoxLayout(area);
+    row->setContentsMargins(0, 0, 0, 2);
+    row->setSpacing(grid / 2);
+    for (auto* action : {&board_.cmdSTSRefresh, &board_.cmdShowBcch, &board_.cmdColors}) {
+        auto* button = new QPushButton;
+        bind(*action, button);
+        button->setProperty("role", "small");
+        row->addWidget(button);
+    }
+    return area;
 }
 
 QWidget* BoardScreen::buildBoard() {

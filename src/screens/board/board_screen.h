@@ -35,6 +35,7 @@ protected:
 
 private:
     QWidget* buildBoard();
+    QWidget* buildButtons();
     QWidget* buildCells();
     void buildTabs();
     void followWindows();
