@@ -4,10 +4,12 @@
 
 namespace trunvex {
 
-MonitorTools::MonitorTools(Session& session, SharedTables& tables, Settings& history, frmSimStatus& board)
+MonitorTools::MonitorTools(Session& session, SharedTables& tables, SettingsRecords& records, Settings& history,
+                           frmSimStatus& board)
     : operations(session, board), lastCalls(session, history, board), menu(operations, board),
       counters(session, operations), versions(session, tables, operations),
-      statistics(session, tables, operations, menu) {
+      statistics(session, tables, operations, menu), cells(session, tables, operations, menu, board),
+      chart(session, tables, records, operations) {
     menu.mnuMessages.pressed().connect([this] { windows.showMessages(menu.port()); });
     menu.mnuDTMFDialer.pressed().connect([this, &session] {
         const auto& rights = session.state.gAccessRights;

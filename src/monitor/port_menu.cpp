@@ -21,7 +21,7 @@ void PortMenu::open(int index) {
     port_ = index;
     resets_ = marked.contains(index) ? marked : std::set{index};
     // A CDMA module has no SIM of ours.
-    for (auto* item : {&mnuReadSt, &mnuRestSt}) item->setVisible(!status.cdma);
+    for (auto* item : {&mnuGetCell, &mnuReadSt, &mnuRestSt}) item->setVisible(!status.cdma);
     mnuPortEnable.setCaption(status.enabled.value_or(false) ? "Disable Port" : "Enable Port");
     mnuResetPort.setCaption(resets_.size() > 1 ? "Reset Ports " + std::to_string(resets_.size()) : "Reset Port");
 }

@@ -22,6 +22,7 @@ public:
     ActionField mnuRefreshPort{"mnuRefreshPort", "Refresh Port"};
     ActionField mnuDTMFDialer{"mnuDTMFDialer", "DTMF Dialer"};
     ActionField mnuMessages{"mnuMessages", "Messages"};
+    ActionField mnuGetCell{"mnuGetCell", "Get cell information"};
     ActionField mnuResetPort{"mnuResetPort"};
     // Of SIM 1 to 4.
     ActionField mnuReadSt{"mnuReadSt", "Read statistics"};

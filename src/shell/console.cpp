@@ -32,7 +32,7 @@ Console::Console(Platform& platform, const std::filesystem::path& folder)
       portTree(session, tables, portDetection, records), pages(session, tables, records, routing, portTree),
       groupsPage(session, {"groups", "Groups", "Edit the groups", Page::SimPort}),
       calls(session, callStore, cdrDownload, [this] { return clockOf(pages.system); }), board(session),
-      portState(session, tables, portDetection, records, board), monitor(session, tables, files.history, board),
+      portState(session, tables, portDetection, records, board), monitor(session, tables, records, files.history, board),
       statisticsPage(session, {"stc", "Statistics", "SIM statistics"}),
       handsetPage(session, {"hst", "Handset", "Handset test", Page::Handset}),
       debugPage(session, {"dbg", "Debug", "Debug console", Page::Debug}),

@@ -37,7 +37,7 @@ QMenu* makePortMenu(MonitorTools& monitor, QWidget* parent) {
     menu->addSection(QMenu::tr("Port %1").arg(items.port()));
     for (auto* item : {&items.mnuPortEnable, &items.mnuRefreshPort, &items.mnuResetPort}) addItem(menu, *item);
     menu->addSeparator();
-    for (auto* item : {&items.mnuDTMFDialer, &items.mnuMessages}) addItem(menu, *item);
+    for (auto* item : {&items.mnuGetCell, &items.mnuDTMFDialer, &items.mnuMessages}) addItem(menu, *item);
     addSubMenu(menu, items.mnuReadSt, "mnuReadSim", items.mnuReadSim);
     addSubMenu(menu, items.mnuRestSt, "mnuResetSim", items.mnuResetSim);
     menu->addSeparator();

@@ -19,6 +19,8 @@
 #include "screens/board/board_channels.h"
 #include "screens/board/board_header.h"
 #include "screens/board/board_menu.h"
+#include "screens/board/cell_panel.h"
+#include "screens/board/chart_panel.h"
 #include "screens/board/colours_screen.h"
 #include "screens/board/line_panel.h"
 #include "screens/board/message_panel.h"
@@ -77,6 +79,7 @@ BoardScreen::BoardScreen(frmSimStatus& board, MonitorTools& monitor, LabelField&
     listen(this, board.cmdColors.pressed(), [this] { showColours(); });
     follow(this, board.lblAsOf, [this] { showAsOf(); });
     new MessagePanel(monitor.statistics, this);
+    new CellPanel(monitor.cells, this);
     listen(this, board.cmdShowBcch.pressed(), [this] { tabs_->setCurrentIndex(tabs_->currentIndex() == 0 ? 1 : 0); });
     followWindows();
     restorePlace();
@@ -108,6 +111,10 @@ void BoardScreen::buildTabs() {
     statistics->setObjectName("tabASR");
     new ReadBar(board_.reads(), statistics);
     tabs_->addTab(statistics, tr("SIM statistics"));
+    auto* chart = new ChartPanel(monitor_.chart, tools_);
+    new ReadBar(board_.reads(), chart);
+    tabs_->addTab(chart, tr("Time chart"));
+    tabs_->addTab(new CellReport(monitor_.cells), tr("BCCH report"));
     tabs_->addTab(new LinePanel(monitor_.counters, monitor_.versions), tr("ISDN and versions"));
 }
 

@@ -4,6 +4,7 @@
 #include <QVBoxLayout>
 
 #include "monitor/monitor_tools.h"
+#include "screens/board/chart_panel.h"
 #include "screens/board/statistics_panel.h"
 
 namespace trunvex {
@@ -14,6 +15,7 @@ StatisticsScreen::StatisticsScreen(MonitorTools& monitor, const ScreenTools& too
     tabs->setObjectName("staticsTabs");
     tabs->setDocumentMode(true);
     tabs->addTab(new StatisticsPanel(monitor.statistics, tools, StatisticsPanel::Resets::No), tr("SIM statistics"));
+    tabs->addTab(new ChartPanel(monitor.chart, tools), tr("Time chart"));
     content()->addWidget(tabs, 1);
 }
 
