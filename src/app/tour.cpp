@@ -59,6 +59,7 @@ public:
             save(shown, QString("%1-%2").arg(number++, 2, 10, QChar('0')).arg(key));
         }
         boardMenu();
+        boardTabs();
         settingsAtWork();
         routing();
         afterALoss();
@@ -105,15 +106,46 @@ private:
             undo->press();
     }
 
-    // What a right click on a port brings.
+    // What the button of a port brings.
     void boardMenu() {
         console_.board.cell(1).cmdResetLimit.press();
-        auto* menu = boardWindow()->findChild<QMenu*>("mnuLastDial");
-        menu->popup(boardWindow()->mapToGlobal(QPoint(0, 0)));
+        auto* menu = boardWindow()->findChild<QMenu*>("mnuSims");
         settle();
         save(menu, "19-board-menu");
         menu->close();
-        menu->parentWidget()->close();
+    }
+
+    // The board's tabs with what they read, and the panels over the cells.
+    void boardTabs() {
+        auto* window = boardWindow();
+        auto* tabs = window->findChild<QTabWidget*>("boardTabs");
+        auto& monitor = console_.monitor;
+        const auto open = [&](const char* name, trunvex::ActionField& read) {
+            read.press();
+            waitFor([&] { return !console_.session.reads.running() && !console_.session.refreshes.running(); });
+            for (int tab = 0; tab < tabs->count(); ++tab)
+                if (tabs->tabText(tab) == name) tabs->setCurrentIndex(tab);
+            settle();
+            save(window,
+                 QString("1%1-board-%2").arg(tabs->currentIndex() + 2).arg(QString(name).toLower().replace(' ', '-')));
+        };
+        open("SIM statistics", monitor.statistics.cmdGetAllSTR);
+        open("Time chart", monitor.chart.cmdGetASRSimData);
+        open("BCCH report", monitor.cells.cmdGetBcch);
+        monitor.counters.cmdIsdnRefresh.press();
+        open("ISDN and versions", monitor.versions.cmdGeSID);
+        tabs->setCurrentIndex(0);
+        monitor.menu.open(1);
+        monitor.menu.mnuGetCell.press();
+        waitFor([&] { return monitor.cells.lblCellSelect[1].visible(); });
+        settle();
+        save(window, "18-board-cells");
+        monitor.cells.cmdCloseCell.press();
+        monitor.menu.mnuReadSim[0].press();
+        waitFor([&] { return monitor.statistics.framMSG.visible(); });
+        settle();
+        save(window, "18-board-sim");
+        monitor.statistics.cmdMSG_BOX.press();
     }
 
     // The gateway restarts while something is edited: what is shown is of before, and the edits are still there.

@@ -152,6 +152,17 @@ void CallsPage::BuildCDRListGroup(const std::string& caption, const std::string&
     if (column) load([this, column, &value] { return store_.callsMarked(column->name, value); }, true);
 }
 
+void CallsPage::showGroup(const std::string& caption, const std::string& value) {
+    fillingValues_ = true;
+    cmbCDRColumn.setText(caption);
+    fillingValues_ = false;
+    showValues({value});
+    fillingValues_ = true;
+    cmbCDRValue.setIndex(1);  // behind the blank one
+    fillingValues_ = false;
+    BuildCDRListGroup(caption, value);
+}
+
 // A query that fails leaves the list as it is.
 void CallsPage::load(const std::function<std::unique_ptr<DatabaseRows>()>& query, bool marked) {
     if (rotation_.running() && refuseBusy()) return;

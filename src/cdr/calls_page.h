@@ -36,6 +36,8 @@ public:
     sigc::signal<void()>& phaseChanged() { return session_.events.phaseChanged; }
     void BuildCDRList();
     void BuildCDRListGroup(const std::string& caption, const std::string& value);
+    // The filter by this column and value is set, and the list loaded by it.
+    void showGroup(const std::string& caption, const std::string& value);
     void GetCDRGROUP(const std::string& caption);
     // False when the database can't be deleted, which the operator is told.
     bool clearCalls();

@@ -43,7 +43,8 @@ PortCell::PortCell(int boardIndex)
       lblSimLed(indexed("lblSimLed", boardIndex), "Sim :"),
       lblNetworkLed(indexed("lblNetworkLed", boardIndex), "Net :"),
       lblNetwork(indexed("lblNetwork", boardIndex), "Net ID:"),
-      cmdResetLimit(indexed("cmdResetLimit", boardIndex), "Port Menu") {
+      cmdResetLimit(indexed("cmdResetLimit", boardIndex), "Port Menu"),
+      cmdResetSlave(indexed("cmdResetSlave", boardIndex), "RESET") {
     imgStatusLock.setTip("Net Lock status: no info");
 }
 

@@ -29,7 +29,8 @@ struct PortCell {
                              static_cast<Field*>(&lblStrengthDB), static_cast<Field*>(&imgAntenna),
                              static_cast<Field*>(&imgSMS),        static_cast<Field*>(&lblSimClick),
                              static_cast<Field*>(&lblSimLed),     static_cast<Field*>(&lblNetworkLed),
-                             static_cast<Field*>(&lblNetwork),    static_cast<Field*>(&cmdResetLimit)})
+                             static_cast<Field*>(&lblNetwork),    static_cast<Field*>(&cmdResetLimit),
+                             static_cast<Field*>(&cmdResetSlave)})
             visit(*field);
     }
 
@@ -63,6 +64,7 @@ struct PortCell {
     LabelField lblNetworkLed;
     LabelField lblNetwork;
     ActionField cmdResetLimit;  // opens the port menu
+    ActionField cmdResetSlave;
     std::unique_ptr<Timer> tmrAnimation;
 
 private:

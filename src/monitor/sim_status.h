@@ -51,6 +51,7 @@ public:
     // The modules are others, or none is known any more.
     sigc::signal<void()> hardwareChanged;
     ReadQueue& refreshes() { return refreshes_; }
+    ReadQueue& reads() { return session_.reads; }
     // What a double dial is remembered by: board index and text.
     sigc::signal<void(int index, const std::string& text)>& dialled() { return dialled_; }
 
@@ -66,6 +67,7 @@ public:
     LabelField lblTotalCounter{"lblTotalCounter"};  // "minutes :seconds" of all talk counters
     LabelField lblSlaveVer{"lblSlaveVer"};
     ActionField cmdSTSRefresh{"cmdSTSRefresh", "Refresh"};
+    ActionField cmdShowBcch{"cmdShowBcch", "Ports information"};
     ActionField cmdColors{"cmdColors", "Colours..."};
 
 private:

@@ -22,6 +22,9 @@ public:
     using MakePage = std::function<QWidget*()>;
     MainWindowScreen(FrmPRIGroups& model, const ScreenTools& tools, QHash<QString, MakePage> pages);
 
+    // Shows it, in front of the others.
+    void bringUp() { showWindow(true); }
+
 Q_SIGNALS:
     // The operator agreed to end the program, and the window is closed.
     void closed();

@@ -4,6 +4,7 @@
 #include <QStackedWidget>
 
 #include "screens/board/board_screen.h"
+#include "screens/board/statistics_screen.h"
 #include "screens/kit/field_binding.h"
 #include "screens/kit/icons.h"
 #include "screens/kit/page_frame.h"
@@ -27,6 +28,9 @@ Screens::Screens(Console& console) : console_(console), tools_{console.session.p
     QApplication::setQuitOnLastWindowClosed(false);
     mainWindow_ = std::make_unique<MainWindowScreen>(console.mainWindow, tools_, pages());
     listen(mainWindow_.get(), console.board.asked(), [this] { board().bringUp(); });
+    // The calls of a SIM stand in the main window, also when they are asked for on the board.
+    listen(mainWindow_.get(), console.monitor.statistics.callsAsked,
+           [this](const SimFigures&) { mainWindow_->bringUp(); });
     // exit and not quit: quit would ask every window once more.
     QObject::connect(mainWindow_.get(), &MainWindowScreen::closed, qApp, [] { QCoreApplication::exit(); });
     console_.session.bringUp.showConnectionDialog = [this](frmConnectionSelect& model) {
@@ -50,7 +54,7 @@ void Screens::startWithoutSplash() {
 
 BoardScreen& Screens::board() {
     if (!board_)
-        board_ = std::make_unique<BoardScreen>(console_.board, console_.lastCalls,
+        board_ = std::make_unique<BoardScreen>(console_.board, console_.monitor,
                                                console_.pages.routing.portSide.lblAllocation, tools_);
     return *board_;
 }
@@ -72,8 +76,7 @@ QHash<QString, MainWindowScreen::MakePage> Screens::pages() {
              return new SystemPageScreen(console.pages.system, console.mainWindow.lblTimePanel,
                                          console.mainWindow.lblUpdateStatus);
          }},
-        {"stc", empty("stc", "frmStatics", QObject::tr("Statistics"),
-                      QObject::tr("Calls, minutes and answer rates of every SIM, to be read here."))},
+        {"stc", [this, &console] { return new StatisticsScreen(console.monitor, tools_); }},
         {"hst", empty("hst", "page_hst", QObject::tr("Handset test"),
                       QObject::tr("A test call over one port, to be dialled and heard here."))},
         {"dbg", empty("dbg", "page_dbg", QObject::tr("Debug console"),

@@ -32,11 +32,22 @@ Console::Console(Platform& platform, const std::filesystem::path& folder)
       portTree(session, tables, portDetection, records), pages(session, tables, records, routing, portTree),
       groupsPage(session, {"groups", "Groups", "Edit the groups", Page::SimPort}),
       calls(session, callStore, cdrDownload, [this] { return clockOf(pages.system); }), board(session),
-      portState(session, tables, portDetection, records, board), lastCalls(session, files.history, board),
-      statisticsPage(session, {"stc", "Statistics", "SIM statistics", Page::Monitor}),
+      portState(session, tables, portDetection, records, board), monitor(session, tables, records, files.history, board),
+      statisticsPage(session, {"stc", "Statistics", "SIM statistics"}),
       handsetPage(session, {"hst", "Handset", "Handset test", Page::Handset}),
       debugPage(session, {"dbg", "Debug", "Debug console", Page::Debug}),
       mainWindow(session, {&pages.main, &groupsPage, &pages.routing, &pages.isdn, &pages.system, &board,
-                           &statisticsPage, &calls, &handsetPage, &debugPage}) {}
+                           &statisticsPage, &calls, &handsetPage, &debugPage}) {
+    monitor.statistics.callsAsked.connect([this](const SimFigures& sim) { showCallsOf(sim); });
+}
+
+// Calls name their SIM by its own number; without one all calls of its port are shown.
+void Console::showCallsOf(const SimFigures& sim) {
+    mainWindow.openPage("call");
+    if (sim.simId.empty())
+        calls.showGroup("Port", std::to_string(sim.sim.port().number()));
+    else
+        calls.showGroup("Sim ID", sim.simId);
+}
 
 }  // namespace trunvex

@@ -9,7 +9,7 @@
 #include "model/port_detection.h"
 #include "model/routing_records.h"
 #include "model/settings_records.h"
-#include "monitor/last_calls.h"
+#include "monitor/monitor_tools.h"
 #include "monitor/port_state.h"
 #include "monitor/sim_status.h"
 #include "shell/main_window.h"
@@ -57,11 +57,14 @@ public:
     CallsPage calls;
     frmSimStatus board;
     PortState portState;
-    LastCalls lastCalls;
+    MonitorTools monitor;
     Page statisticsPage;
     Page handsetPage;
     Page debugPage;
     FrmPRIGroups mainWindow;
+
+private:
+    void showCallsOf(const SimFigures& sim);
 };
 
 }  // namespace trunvex

@@ -366,7 +366,7 @@ TEST_F(Board, KeepsItsColours) {
 }
 
 TEST_F(Board, RemembersTheLastFiveNumbersOfAPort) {
-    auto& calls = console.lastCalls;
+    auto& calls = console.monitor.lastCalls;
     report("2", "100");
     EXPECT_EQ(calls.INIT_lastCalls(19)[0], LastCalls::emptyLine) << "the gateway has not told who it is";
     receive("A_ESN4711");

@@ -50,7 +50,7 @@ TEST_F(BoardStorm, EveryCellEndsAtItsLastLineAndIsPaintedOnceAFrameAtMost) {
     settle();
 
     constexpr int frames = lengthMs / BoardFrame::intervalMs + 3;
-    BoardScreen fresh(console.board, console.lastCalls, console.pages.routing.portSide.lblAllocation,
+    BoardScreen fresh(console.board, console.monitor, console.pages.routing.portSide.lblAllocation,
                       {bench.platform, console.files.setting});
     fresh.resize(window.size());
     fresh.show();

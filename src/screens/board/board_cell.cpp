@@ -10,6 +10,7 @@
 #include <QToolTip>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "model/shared_tables.h"
 #include "monitor/port_cell.h"
@@ -23,6 +24,7 @@ namespace {
 // All lengths below are those of a cell of this size; they grow with it.
 constexpr double designWidth = 138;
 constexpr double designHeight = 150;
+constexpr double markTint = 0.3;
 
 constexpr const char* stateIcons[BoardColours::count] = {"state_idle",    "state_off",      "state_connected",
                                                          "state_problem", "state_alerting", "state_call"};
@@ -99,6 +101,8 @@ QString BoardCell::seen(const LabelField& field) { return field.visible() ? text
 
 QString BoardCell::cmdResetLimit() const { return shown(cell_.cmdResetLimit.caption()); }
 
+QString BoardCell::cmdResetSlave() const { return shown(cell_.cmdResetSlave.caption()); }
+
 void BoardCell::repaintLater() {
     stale_ = true;
     update();
@@ -124,6 +128,7 @@ void BoardCell::layOut() {
     pixelRatio_ = devicePixelRatioF();
     for (auto& piece : texts_) piece.clear();
     for (auto& piece : icons_) piece.clear();
+    buttons_.fill({});
     const Sizes sizes{std::min(width() / designWidth, height() / designHeight), width(), height()};
     faint_ = absent();
     layOutHeading(sizes);
@@ -137,6 +142,7 @@ void BoardCell::layOut() {
     layOutBand(sizes);
     layOutLamps(sizes);
     layOutNetwork(sizes);
+    layOutButtons(sizes);
     layOutCounter(sizes);
 }
 
@@ -145,6 +151,7 @@ void BoardCell::layOutHeading(const Sizes& sizes) {
     const QRectF line(sizes.inset(), 1, width() - 2 * sizes.inset(), height() * 0.15);
     const auto box = sizes.iconIn(line, 13);
     const bool enabled = chkSTPEnable();
+    if (!faint_) buttons_[EnableBox] = box.adjusted(-3, -3, 3, 3);
     const bool off = cell_.status.enabled && !enabled;
     icons_[Enable].set(checkIcon(cell_.status.enabled, enabled), off && !faint_ ? roles.danger : roles.muted, box,
                        pixelRatio_);
@@ -243,7 +250,7 @@ void BoardCell::layOutCounter(const Sizes& sizes) {
                         antenna, pixelRatio_);
     texts_[Decibel].set(lblStrengthDB(), sizes.font(12), signal.adjusted(antenna.width() + sizes.length(6), 0, 0, 0),
                         roles.text);
-    auto right = signal.right();
+    auto right = buttons_[ResetButton].isNull() ? signal.right() : buttons_[ResetButton].left() - sizes.length(3);
     const auto mark = [&](Icon icon, const QString& picture, const QColor& colour) {
         if (picture.isEmpty()) return;
         auto box = sizes.iconIn(signal, 17);
@@ -253,8 +260,67 @@ void BoardCell::layOutCounter(const Sizes& sizes) {
     };
     mark(Sms, imgSMS(), roles.accent);
     if (!imgStatusLock().isEmpty()) mark(Lock, "net_lock", roles.*lampOf(cell_.imgStatusLock.picture()).role);
-    texts_[Count].set(seen(cell_.lblLimit), sizes.font(12), sizes.line(3), roles.text);
+    texts_[Count].set(seen(cell_.lblLimit), sizes.font(12),
+                      sizes.line(3).adjusted(0, 0, -buttons_[MenuButton].width() - sizes.length(2), 0), roles.text);
 }
+
+// The menu's button is always there; the one that resets at a single press only where the operator is.
+void BoardCell::layOutButtons(const Sizes& sizes) {
+    const auto& roles = colours();
+    const auto under = [&](int number, int width) {
+        const auto line = sizes.line(number);
+        const auto high = std::min<double>(line.height(), sizes.length(17));
+        return QRectF(qRound(line.right()) - width + 0.5, qRound(line.center().y() - high / 2) + 0.5, width, high);
+    };
+    buttons_[MenuButton] = under(3, sizes.length(21));
+    const double side = sizes.length(13);
+    QRectF icon(0, 0, side, side);
+    icon.moveCenter(buttons_[MenuButton].center());
+    icons_[Menu].set("port_menu", roles.text, QRectF(qRound(icon.left()), qRound(icon.top()), side, side), pixelRatio_);
+    if (!hasFocus() && !underMouse()) return;
+    buttons_[ResetButton] = under(2, sizes.length(42));
+    texts_[Reset].set(cmdResetSlave(), sizes.font(10), buttons_[ResetButton], roles.text, Qt::AlignHCenter);
+}
+
+void BoardCell::layOutLater() {
+    stale_ = true;
+    update();
+}
+
+void BoardCell::setMarked(bool marked) {
+    if (marked_ == marked) return;
+    marked_ = marked;
+    repaintLater();
+}
+
+int BoardCell::buttonAt(QPointF place) const {
+    for (int button = 0; button < Buttons; ++button)
+        if (buttons_[static_cast<std::size_t>(button)].contains(place)) return button;
+    return Buttons;
+}
+
+void BoardCell::press(int button) {
+    if (button == EnableBox) cell_.chkSTPEnable.press();
+    if (button == MenuButton) cell_.cmdResetLimit.press();
+    if (button == ResetButton) cell_.cmdResetSlave.press();
+}
+
+void BoardCell::mousePressEvent(QMouseEvent* event) {
+    const bool left = event->button() == Qt::LeftButton;
+    if (left && event->modifiers().testFlag(Qt::ControlModifier))
+        Q_EMIT markAsked();
+    else
+        pressed_ = left ? buttonAt(event->position()) : Buttons;
+}
+
+void BoardCell::mouseReleaseEvent(QMouseEvent* event) {
+    const int button = std::exchange(pressed_, static_cast<int>(Buttons));
+    if (button != Buttons && buttonAt(event->position()) == button) press(button);
+}
+
+void BoardCell::enterEvent(QEnterEvent*) { layOutLater(); }
+
+void BoardCell::leaveEvent(QEvent*) { layOutLater(); }
 
 void BoardCell::paintEvent(QPaintEvent*) {
     if (stale_ || pixelRatio_ != devicePixelRatioF()) layOut();
@@ -266,6 +332,13 @@ void BoardCell::paintEvent(QPaintEvent*) {
     for (const auto& corner : {rect().topLeft(), rect().topRight(), rect().bottomLeft(), rect().bottomRight()})
         painter.fillRect(QRect(corner, QSize(1, 1)), roles.window);
     if (!faint_) painter.fillRect(band_.adjusted(edge - 1, 0, 1 - edge, 0), bandColour_);
+    if (marked_)
+        painter.fillRect(QRect(edge, edge, width() - 2 * edge, band_.top() - edge),
+                         mixed(roles.accent, roles.surface, markTint));
+    painter.setPen(roles.outline);
+    painter.setBrush(roles.button);
+    for (const auto button : {MenuButton, ResetButton})
+        if (!buttons_[button].isNull()) painter.drawRoundedRect(buttons_[button], 2, 2);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     for (const auto& piece : icons_) piece.paint(painter);
     for (const auto& piece : texts_) piece.paint(painter);
@@ -305,17 +378,24 @@ void BoardCell::keyPressEvent(QKeyEvent* event) {
         case Qt::Key_Down:
             Q_EMIT walked(0, 1);
             break;
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            cell_.cmdResetLimit.press();
+            break;
+        case Qt::Key_Space:
+            if (event->modifiers().testFlag(Qt::ControlModifier)) Q_EMIT markAsked();
+            break;
         default:
             QWidget::keyPressEvent(event);
     }
 }
 
 void BoardCell::focusInEvent(QFocusEvent*) {
-    update();
+    layOutLater();
     Q_EMIT focused();
 }
 
-void BoardCell::focusOutEvent(QFocusEvent*) { update(); }
+void BoardCell::focusOutEvent(QFocusEvent*) { layOutLater(); }
 
 void BoardCell::contextMenuEvent(QContextMenuEvent*) { cell_.cmdResetLimit.press(); }
 

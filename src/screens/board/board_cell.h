@@ -37,6 +37,7 @@ class BoardCell : public QWidget {
     Q_PROPERTY(QString lblNetworkLed READ lblNetworkLed)
     Q_PROPERTY(QString lblNetwork READ lblNetwork)
     Q_PROPERTY(QString cmdResetLimit READ cmdResetLimit)
+    Q_PROPERTY(QString cmdResetSlave READ cmdResetSlave)
     Q_PROPERTY(QString accessibleDescription READ stateInWords)
 
 public:
@@ -48,6 +49,7 @@ public:
     QString stateInWords() const { return stateLines().join("; "); }
     // A module that the gateway has not got, or has not told of, and that nothing was heard of.
     bool absent() const;
+    void setMarked(bool marked);
     // The module's kind may be new.
     void hardwareChanged();
 
@@ -58,6 +60,8 @@ Q_SIGNALS:
     // An arrow key: to the neighbour so many columns and rows away.
     void walked(int columns, int rows);
     void focused();
+    // Ctrl and a click, or Ctrl+Space: to be reset with others.
+    void markAsked();
 
 protected:
     bool event(QEvent* event) override;
@@ -65,13 +69,18 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void enterEvent(QEnterEvent* event) override;
+    void leaveEvent(QEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
-    enum Text { Heading, Message, SecondLine, Number, Sim, Net, Home, NetworkId, Bcch, Decibel, Count, Texts };
-    enum Icon { Enable, State, Call, SimLamp, NetLamp, Lock, Antenna, Sms, Icons };
+    enum Text { Heading, Message, SecondLine, Number, Sim, Net, Home, NetworkId, Bcch, Decibel, Count, Reset, Texts };
+    enum Icon { Enable, State, Call, SimLamp, NetLamp, Lock, Antenna, Sms, Menu, Icons };
+    enum Button { EnableBox, MenuButton, ResetButton, Buttons };
     struct Sizes;
 
     static QString text(const LabelField& field);
@@ -99,6 +108,7 @@ private:
     QString lblNetworkLed() const { return text(cell_.lblNetworkLed); }
     QString lblNetwork() const { return text(cell_.lblNetwork); }
     QString cmdResetLimit() const;
+    QString cmdResetSlave() const;
 
     QString meaning() const;  // of the state
     void repaintLater();
@@ -108,6 +118,10 @@ private:
     void layOutLamps(const Sizes& sizes);
     void layOutNetwork(const Sizes& sizes);
     void layOutCounter(const Sizes& sizes);
+    void layOutButtons(const Sizes& sizes);
+    void layOutLater();
+    int buttonAt(QPointF place) const;
+    void press(int button);
 
     PortCell& cell_;
     // What follows is not as the model is any more. Until the frame ends it is painted as it was.
@@ -118,6 +132,9 @@ private:
     QColor bandColour_;
     std::array<TextPiece, Texts> texts_;
     std::array<IconPiece, Icons> icons_;
+    std::array<QRectF, Buttons> buttons_;
+    int pressed_ = Buttons;  // the button under the mouse when it went down
+    bool marked_ = false;
 };
 
 }  // namespace trunvex

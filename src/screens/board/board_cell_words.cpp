@@ -42,6 +42,7 @@ QStringList BoardCell::stateLines() const {
     add(lblBCH());
     add(tr("MCU %1, module %2: %3").arg(port.mcu()).arg(port.module()).arg(kindWord(status.kind)));
     add(chkSTPEnable() ? tr("Enabled") : status.enabled ? tr("Disabled") : tr("Enable flag not read yet"));
+    if (marked_) add(tr("Marked"));
     add(tr("State: %1").arg(meaning()));
     if (!lblMsg().isEmpty()) add(tr("Last event: %1").arg(lblMsg()));
     if (!lblMsgNumber().isEmpty()) add(tr("Number: %1").arg(lblMsgNumber()));

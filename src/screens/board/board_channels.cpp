@@ -3,10 +3,12 @@
 #include <QAccessible>
 #include <QAccessibleWidget>
 #include <QHelpEvent>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
 #include <QToolTip>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "monitor/sim_status.h"
 #include "screens/kit/board_frame.h"
@@ -44,6 +46,7 @@ BoardChannelRow::BoardChannelRow(BchRow& row, BoardFrame& frame, QWidget* parent
     setAccessibleName(tr("B-channel %1").arg(row.channel));
     setAttribute(Qt::WA_OpaquePaintEvent);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    setFocusPolicy(row.channel == 1 ? Qt::StrongFocus : Qt::ClickFocus);
     const int part = frame.add([this] { repaintLater(); });
     for (auto* field : {static_cast<Field*>(&row.lblSTBBch), static_cast<Field*>(&row.lblSTBCause),
                         static_cast<Field*>(&row.chkSTBEnable)})
@@ -101,6 +104,7 @@ void BoardChannelRow::layOut() {
                 Qt::AlignRight);
     const auto right = width() - side - length(4);
     const bool off = row_.status.enabled && !chkSTBEnable();
+    enableBox_ = QRectF(right - length(4), 0, width() - right + length(4), height());
     enable_.set(checkIcon(row_.status.enabled, chkSTBEnable()), mixed(ink, ground_, off ? 1 : faintMark), icon(right),
                 pixelRatio_);
     cause_.set(lblSTBCause(), font, QRectF(length(52), 0, right - length(56), height()), ink);
@@ -115,7 +119,27 @@ void BoardChannelRow::paintEvent(QPaintEvent*) {
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     for (const auto* piece : {&state_, &enable_}) piece->paint(painter);
     for (const auto* piece : {&number_, &cause_}) piece->paint(painter);
+    if (!hasFocus()) return;
+    painter.setPen(QPen(colours().accent, 2));
+    painter.drawRect(QRectF(rect()).adjusted(1, 1, -1, -1));
 }
+
+void BoardChannelRow::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton && enableBox_.contains(event->position())) row_.chkSTBEnable.press();
+}
+
+void BoardChannelRow::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Space)
+        row_.chkSTBEnable.press();
+    else if (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down)
+        Q_EMIT walked(event->key() == Qt::Key_Up ? -1 : 1);
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void BoardChannelRow::focusInEvent(QFocusEvent*) { update(); }
+
+void BoardChannelRow::focusOutEvent(QFocusEvent*) { update(); }
 
 bool BoardChannelRow::event(QEvent* event) {
     if (event->type() != QEvent::ToolTip) return QWidget::event(event);
@@ -141,8 +165,20 @@ BoardChannels::BoardChannels(frmSimStatus& board, BoardFrame& frame, QWidget* pa
     auto* heading = roleLabel(tr("        #     Cause"), "muted");
     heading->setAccessibleName(tr("B-channels: number and last cause"));
     layout->addWidget(heading);
-    for (int channel = 1; channel <= frmSimStatus::channelCount; ++channel)
-        layout->addWidget(new BoardChannelRow(board.row(channel), frame, this), 1);
+    for (int channel = 1; channel <= frmSimStatus::channelCount; ++channel) {
+        auto* row = new BoardChannelRow(board.row(channel), frame, this);
+        connect(row, &BoardChannelRow::walked, this, [this, channel](int rows) { walk(channel - 1, rows); });
+        layout->addWidget(row, 1);
+        rows_.push_back(row);
+    }
+}
+
+// Tab reaches the strip once, where the focus was last.
+void BoardChannels::walk(int from, int rows) {
+    const auto to = std::clamp(from + rows, 0, static_cast<int>(rows_.size()) - 1);
+    for (auto* row : rows_) row->setFocusPolicy(Qt::ClickFocus);
+    rows_[static_cast<std::size_t>(to)]->setFocusPolicy(Qt::StrongFocus);
+    rows_[static_cast<std::size_t>(to)]->setFocus(Qt::TabFocusReason);
 }
 
 }  // namespace trunvex

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <vector>
 
 #include "monitor/port_cell.h"
 #include "screens/board/board_paint.h"
@@ -25,8 +26,16 @@ public:
     QString stateInWords() const;
     QSize minimumSizeHint() const override { return {96, 12}; }
 
+Q_SIGNALS:
+    // An arrow key: to the row so many below.
+    void walked(int rows);
+
 protected:
     bool event(QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -49,6 +58,7 @@ private:
     TextPiece cause_;
     IconPiece state_;
     IconPiece enable_;
+    QRectF enableBox_;
 };
 
 // The strip: the column heading and its 30 rows.
@@ -57,6 +67,11 @@ class BoardChannels : public QWidget {
 
 public:
     BoardChannels(frmSimStatus& board, BoardFrame& frame, QWidget* parent = nullptr);
+
+private:
+    void walk(int from, int rows);
+
+    std::vector<BoardChannelRow*> rows_;
 };
 
 }  // namespace trunvex

@@ -3,7 +3,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
-#include <QPushButton>
 #include <algorithm>
 
 #include "monitor/sim_status.h"
@@ -89,7 +88,6 @@ BoardHeader::BoardHeader(frmSimStatus& board, LabelField& allocation, BoardFrame
     addLevel();
     addFacts();
     addClock();
-    addButtons();
 }
 
 void BoardHeader::addTile(const QString& caption, QWidget* content, int stretch) {
@@ -156,14 +154,6 @@ void BoardHeader::addClock() {
         line->addWidget(value);
     }
     addTile(overField(tr("PRI System Time:")), content);
-}
-
-void BoardHeader::addButtons() {
-    for (auto* action : {&board_.cmdSTSRefresh, &board_.cmdColors}) {
-        auto* button = new QPushButton;
-        bind(*action, button);
-        line_->addWidget(button, 0, Qt::AlignVCenter);
-    }
 }
 
 QLabel* BoardHeader::valueLabel(LabelField& field, const QString& name, const QString& widest) {

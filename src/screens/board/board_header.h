@@ -49,7 +49,7 @@ private:
     int value_ = 0;
 };
 
-// The line above the cells: system lamps, loading level, totals, versions, clock, buttons.
+// The line above the cells: system lamps, loading level, totals, versions, clock.
 class BoardHeader : public QWidget {
     Q_OBJECT
 
@@ -65,7 +65,6 @@ private:
     void addLevel();
     void addFacts();
     void addClock();
-    void addButtons();
     QLabel* valueLabel(LabelField& field, const QString& name, const QString& widest);
     void showInFrames(LabelField& field, QLabel* label, const QString& name);
 

@@ -6,16 +6,26 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QMenu>
+#include <QPushButton>
+#include <QTabBar>
+#include <QTabWidget>
 #include <QVBoxLayout>
 #include <algorithm>
 
 #include "model/port_address.h"
-#include "monitor/last_calls.h"
+#include "monitor/monitor_tools.h"
 #include "monitor/sim_status.h"
 #include "screens/board/board_cell.h"
 #include "screens/board/board_channels.h"
 #include "screens/board/board_header.h"
+#include "screens/board/board_menu.h"
+#include "screens/board/cell_panel.h"
+#include "screens/board/chart_panel.h"
 #include "screens/board/colours_screen.h"
+#include "screens/board/line_panel.h"
+#include "screens/board/message_panel.h"
+#include "screens/board/port_window_screens.h"
+#include "screens/board/statistics_panel.h"
 #include "screens/kit/field_binding.h"
 #include "screens/kit/labels.h"
 #include "screens/kit/read_bar.h"
@@ -36,21 +46,17 @@ constexpr const char* geometryKey = "BoardGeometry";
 
 }  // namespace
 
-BoardScreen::BoardScreen(frmSimStatus& board, LastCalls& lastCalls, LabelField& allocation, const ScreenTools& tools)
-    : board_(board), lastCalls_(lastCalls), tools_(tools), frame_(tools.platform) {
+BoardScreen::BoardScreen(frmSimStatus& board, MonitorTools& monitor, LabelField& allocation, const ScreenTools& tools)
+    : board_(board), monitor_(monitor), tools_(tools), frame_(tools.platform) {
     setObjectName("frmSimStatus");
     setMinimumSize(smallestSize);
     follow(this, board.lblESN, [this, &board] {
         setWindowTitle(board.lblESN.text().empty() ? tr("Monitor") : tr("Monitor %1").arg(shown(board.lblESN.text())));
     });
-    auto* parts = new QHBoxLayout;
-    parts->setSpacing(grid);
-    pictures_ = {buildCells(), new BoardChannels(board, frame_)};
-    parts->addWidget(pictures_[0], cellsShare);
-    parts->addWidget(pictures_[1], 1);
+    buildTabs();
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(grid, grid, grid, grid);
-    layout->setSpacing(grid);
+    layout->setSpacing(grid / 2);
     auto* header = new BoardHeader(board, allocation, frame_);
     for (auto* lamp : header->findChildren<LampSign*>()) pictures_.push_back(lamp);
     pictures_.push_back(header->findChild<LevelBar*>());
@@ -58,7 +64,7 @@ BoardScreen::BoardScreen(frmSimStatus& board, LastCalls& lastCalls, LabelField& 
     asOf_ = roleLabel({}, "strong");
     asOf_->setObjectName(shown(board.lblAsOf.name()));
     layout->addWidget(asOf_);
-    layout->addLayout(parts, 1);
+    layout->addWidget(tabs_, 1);
     const auto inFrames = [this](QObject* owner, Field& bar, std::function<void()> refresh) {
         frame_.follow(owner, {&bar}, std::move(refresh));
     };
@@ -72,6 +78,10 @@ BoardScreen::BoardScreen(frmSimStatus& board, LastCalls& lastCalls, LabelField& 
     listen(this, board.hardwareChanged, hardwareChanged);
     listen(this, board.cmdColors.pressed(), [this] { showColours(); });
     follow(this, board.lblAsOf, [this] { showAsOf(); });
+    new MessagePanel(monitor.statistics, this);
+    new CellPanel(monitor.cells, this);
+    listen(this, board.cmdShowBcch.pressed(), [this] { tabs_->setCurrentIndex(tabs_->currentIndex() == 0 ? 1 : 0); });
+    followWindows();
     restorePlace();
 }
 
@@ -89,6 +99,55 @@ void BoardScreen::showAsOf() {
         if (grey) grey->setColor(Qt::black);  // any lighter one would be laid over the shades, and the texts fade
         picture->setGraphicsEffect(grey);
     }
+}
+
+void BoardScreen::buildTabs() {
+    tabs_ = new QTabWidget;
+    tabs_->setObjectName("boardTabs");
+    tabs_->setDocumentMode(true);
+    tabs_->setCornerWidget(buildButtons());
+    tabs_->addTab(buildBoard(), tr("Board"));
+    auto* statistics = new StatisticsPanel(monitor_.statistics, tools_, StatisticsPanel::Resets::Yes);
+    statistics->setObjectName("tabASR");
+    new ReadBar(board_.reads(), statistics);
+    tabs_->addTab(statistics, tr("SIM statistics"));
+    auto* chart = new ChartPanel(monitor_.chart, tools_);
+    new ReadBar(board_.reads(), chart);
+    tabs_->addTab(chart, tr("Time chart"));
+    tabs_->addTab(new CellReport(monitor_.cells), tr("BCCH report"));
+    tabs_->addTab(new LinePanel(monitor_.counters, monitor_.versions), tr("ISDN and versions"));
+}
+
+QWidget* BoardScreen::buildButtons() {
+    auto* area = new QWidget;
+    auto* row = new QHBoxLayout(area);
+    row->setContentsMargins(0, 0, 0, 2);
+    row->setSpacing(grid / 2);
+    for (auto* action : {&board_.cmdSTSRefresh, &board_.cmdShowBcch, &board_.cmdColors}) {
+        auto* button = new QPushButton;
+        bind(*action, button);
+        button->setProperty("role", "small");
+        row->addWidget(button);
+    }
+    return area;
+}
+
+QWidget* BoardScreen::buildBoard() {
+    auto* page = new QWidget;
+    auto* parts = new QHBoxLayout(page);
+    parts->setContentsMargins(0, grid / 2, 0, 0);
+    parts->setSpacing(grid);
+    pictures_ = {buildCells(), new BoardChannels(board_, frame_)};
+    parts->addWidget(pictures_[0], cellsShare);
+    parts->addWidget(pictures_[1], 1);
+    return page;
+}
+
+void BoardScreen::followWindows() {
+    auto& windows = monitor_.windows;
+    for (auto& window : windows.openSMS) new MessageWindow(window, this);
+    listen(this, windows.messagesOpened, [this](frmSMS& window) { new MessageWindow(window, this); });
+    listen(this, windows.diallerAsked, [this, &windows] { showDialler(windows, this); });
 }
 
 // A column a MCU, a row a module.
@@ -112,6 +171,7 @@ QWidget* BoardScreen::buildCells() {
         connect(cell, &BoardCell::walked, this,
                 [this, index](int columns, int rows) { moveFocus(index, columns, rows); });
         connect(cell, &BoardCell::focused, this, [this, index] { keepTabStop(index); });
+        connect(cell, &BoardCell::markAsked, this, [this, index] { mark(index); });
         listen(this, board_.cell(index).cmdResetLimit.pressed(), [this, index] { showPortMenu(index); });
         cells_.push_back(cell);
     }
@@ -119,21 +179,17 @@ QWidget* BoardScreen::buildCells() {
     return area;
 }
 
-// The lines are there to be looked at; only the last one does something.
 void BoardScreen::showPortMenu(int index) {
-    auto* menu = new QMenu("PORT", this);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->addSection(tr("Port %1").arg(index));
-    auto* calls = menu->addMenu(tr("Last 5 dialed numbers"));
-    calls->setObjectName("mnuLastDial");
-    for (auto& line : lastCalls_.mnuLastDial) {
-        if (&line == &lastCalls_.mnuLastDial.back()) calls->addSeparator();
-        auto* action = calls->addAction(shown(line.caption()).replace("&", "&&"), menu, [&line] { line.press(); });
-        action->setObjectName(shown(line.name()));
-    }
+    auto* menu = makePortMenu(monitor_, this);
     auto* cell = cells_[static_cast<std::size_t>(index - 1)];
     const auto under = cell->mapFromGlobal(QCursor::pos());
     menu->popup(cell->mapToGlobal(cell->rect().contains(under) ? under : cell->rect().center()));
+}
+
+void BoardScreen::mark(int index) {
+    auto& marked = monitor_.menu.marked;
+    if (!marked.erase(index)) marked.insert(index);
+    cells_[static_cast<std::size_t>(index - 1)]->setMarked(marked.contains(index));
 }
 
 void BoardScreen::moveFocus(int index, int columns, int rows) {

@@ -8,12 +8,13 @@
 #include "screens/kit/screen_tools.h"
 
 class QLabel;
+class QTabWidget;
 
 namespace trunvex {
 
 class BoardCell;
 class ColoursScreen;
-class LastCalls;
+struct MonitorTools;
 class frmSimStatus;
 
 // The window frmSimStatus. Closing hides it: it lives as long as the console's screens do.
@@ -21,7 +22,7 @@ class BoardScreen : public QWidget {
     Q_OBJECT
 
 public:
-    BoardScreen(frmSimStatus& board, LastCalls& lastCalls, LabelField& allocation, const ScreenTools& tools);
+    BoardScreen(frmSimStatus& board, MonitorTools& monitor, LabelField& allocation, const ScreenTools& tools);
     ~BoardScreen() override;
     // Shows it, in front of the others.
     void bringUp();
@@ -33,7 +34,12 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    QWidget* buildBoard();
+    QWidget* buildButtons();
     QWidget* buildCells();
+    void buildTabs();
+    void followWindows();
+    void mark(int index);
     void showAsOf();
     void showPortMenu(int index);
     void showColours();
@@ -43,9 +49,10 @@ private:
     void savePlace();
 
     frmSimStatus& board_;
-    LastCalls& lastCalls_;
+    MonitorTools& monitor_;
     ScreenTools tools_;
     BoardFrame frame_;
+    QTabWidget* tabs_ = nullptr;
     std::vector<BoardCell*> cells_;
     QLabel* asOf_ = nullptr;
     std::vector<QWidget*> pictures_;  // that turn grey when what they show is no longer live

@@ -1,0 +1,90 @@
+// Which SIM is active at what time of a day.
+#include "fakes/console_test.h"
+
+namespace trunvex {
+namespace {
+
+class Chart : public testing::Test {
+protected:
+    // Times and days of the four rows of a SIM.
+    void sim(const std::string& digits, const std::string& rows) {
+        bench.receive("A_SIM" + digits + ",,,,1,59999,0,00000,0,0,0," + rows + ",0,1,");
+    }
+    std::string drawn(int day) {
+        std::string all;
+        for (const auto& span : chart.DrawChart(day))
+            all += std::to_string(span.port.number()) + "." + std::to_string(span.sim) + ":" +
+                   std::to_string(span.from) + "-" + std::to_string(span.to) + " ";
+        return all;
+    }
+
+    ConsoleBench bench;
+    Console& console = bench.console;
+    TimeChart& chart = console.monitor.chart;
+};
+
+TEST_F(Chart, DrawsTheWindowsThatTheDaysBitFlags) {
+    bench.connect();
+    constexpr const char* none = ",00000000,0,00000000,0,00000000,0";
+    const std::tuple<const char*, const char*, const char*> rows[] = {
+        {"00083020,64", "1.1:480-1230 ", ""},  // MMHHMMHH; 64 is Sunday
+        {"00083020,32", "", "1.1:480-1230 "},  // Monday
+        {"00005923,127", "1.1:0-1440 ", "1.1:0-1440 "},
+        {"00220006,96", "1.1:1320-1440 1.1:0-360 ", "1.1:1320-1440 1.1:0-360 "},
+        {"00220000,96", "1.1:1320-1440 ", "1.1:1320-1440 "},
+        {"00120012,127", "", ""},
+        {"00250012,127", "", ""},
+        {"60080012,127", "", ""},
+        {"0008,127", "1.1:480-1440 ", "1.1:480-1440 "},
+        {",", "", ""},
+        {"00083020,x", "", ""},
+        {"00083020,127,00213022,64", "1.1:480-1230 1.1:1260-1350 ", "1.1:480-1230 "}};
+    for (const auto& [row, sunday, monday] : rows) {
+        console.tables.gSims = {};
+        sim("111", row + std::string(none));
+        EXPECT_EQ(drawn(0), sunday) << row;
+        EXPECT_EQ(drawn(1), monday) << row;
+    }
+    sim("844", std::string("00080009,127") + none);
+    EXPECT_THAT(drawn(6), HasSubstr("32.4:480-540 "));
+}
+
+TEST_F(Chart, ReadsFourSimsAPortAndDrawsAnewAtTheEnd) {
+    bench.connect();
+    console.session.bringUp.sessionStands();
+    for (auto& port : console.tables.gPorts) port.Kind = "ERR";
+    console.tables.port({5, 3}).Kind = "GSM";
+    bench.advance(3000);
+    bench.platform.peer.sent.clear();
+    chart.cmdGetASRSimData.press();
+    for (int number = 1; number <= 4; ++number) {
+        EXPECT_EQ(bench.sent().back(), "R_SIM53" + std::to_string(number));
+        sim("53" + std::to_string(number), "00080009,127,00000000,0,00000000,0,00000000,0");
+        bench.advance(200);
+    }
+    EXPECT_EQ(bench.sent().size(), 4u);
+    EXPECT_FALSE(console.session.reads.running());
+    EXPECT_EQ(chart.DrawChart(3).size(), 4u);
+}
+
+TEST_F(Chart, KeepsItsColoursAndFollowsTheGatewaysDay) {
+    auto& setting = console.files.setting;
+    const std::pair<const char*, Colour> kept[] = {
+        {"", 65280}, {"16777215", 16777215}, {"16777216", 65280}, {"red", 65280}};
+    for (const auto& [text, colour] : kept) {
+        setting.Write("STA", "COL2", text);
+        ConsoleBench again(bench.folder.path());
+        EXPECT_EQ(again.console.monitor.chart.colour(2), colour) << text;
+    }
+    chart.setColour(4, 0x123456);
+    EXPECT_EQ(setting.Read("STA", "COL4"), std::to_string(0x123456));
+    bench.connect();
+    bench.receive("A_CLK03,11,26,3,10,30,00");  // a Tuesday
+    EXPECT_EQ(std::pair(chart.day(), chart.now().value_or(0)), std::pair(2, 630));
+    chart.cmdDay[5].press();
+    bench.receive("A_CLK03,11,26,3,10,31,00");
+    EXPECT_EQ(std::pair(chart.day(), chart.now().has_value()), std::pair(5, false)) << "the operator's choice stays";
+}
+
+}  // namespace
+}  // namespace trunvex
