@@ -10,10 +10,6 @@ namespace {
 
 class Routing : public SettingsBench {
 protected:
-    Routing() {
-        console.mainWindow.openPage("tsl");
-        arrived();
-    }
     void readAll() {
         page.cmdTslGetData.press();
         bench.advance(40000);
@@ -50,7 +46,10 @@ TEST_F(Routing, ReadsInItsOrderAndShowsWhatCame) {
     kept.mode = "6";
     kept.waitTenths = "25";
     kept.ports[4].channel = 31;
-    readAll();
+    for (int time = 0; time < 2; ++time) {
+        console.mainWindow.openPage("tsl");
+        bench.advance(40000);
+    }
     const auto lines = arrived();
     ASSERT_EQ(lines.size(), 73U);
     std::string order;
@@ -134,6 +133,14 @@ TEST_F(Routing, RestartsBehindALongWriteAndOnlyWhenAllWasAccepted) {
 }
 
 TEST_F(Routing, NeverWritesWhatWasNeverRead) {
+    for (const auto* line : {"A_SEL7", "A_ICL000,1", "A_ICL001,12,1"}) bench.receive(line);
+    bench.advance(1000);
+    page.txtTryNumber.setText("05");
+    EXPECT_THAT(page.lblTry.text(), HasSubstr("mode was not read")) << "one that there is not";
+    bench.receive("A_SEL1");
+    side.txtPRFDigits.setText("9");
+    EXPECT_THAT(refusal(side.write), HasSubstr(nothingReadText)) << "a record that was cut short";
+    side.records.undo();
     side.chkTSLPort[4].setChecked(true);
     EXPECT_THAT(refusal(side.write), HasSubstr(nothingReadText));
     side.records.undo();
@@ -196,7 +203,6 @@ TEST_F(Routing, WhatIsWrittenReadsBackWholeAtEverySize) {
     other.logIn(gateway);
     other.console.mainWindow.openPage("tsl");
     auto& copy = other.console.pages.routing;
-    copy.cmdTslGetData.press();
     other.advance(90000);
     EXPECT_EQ(copy.prefixes.ucTslPrefixes.value(), GridField::valueOf(numbered(891, 4)));
     EXPECT_EQ(copy.access.ucTslAccessE1.value(), GridField::valueOf(numbered(8991, 2)));
@@ -212,11 +218,12 @@ TEST_F(Routing, NamesTheRowsThatStillStandInTheGateway) {
     auto& grid = page.prefixes.ucTslPrefixes;
     grid.removeRows({20, 21, 22, 23});
     grid.setCell({0, 2}, "");
+    grid.setCell({0, 3}, "007");
     grid.insertRow(5);
     EXPECT_THAT(page.prefixes.lblPrfDoubled.text(), HasSubstr("Empty rows are not written: 1"));
     const auto lines = sentBy(page.prefixes.write);
     ASSERT_EQ(lines.size(), 4U) << "and read back";
-    EXPECT_THAT(lines[0], testing::MatchesRegex("C_PRF01,0500,.,0,0,.*"));
+    EXPECT_THAT(lines[0], testing::MatchesRegex("C_PRF01,0500,.,0,7,.*"));
     EXPECT_EQ(lines[3], "R_PRF");
     EXPECT_THAT(page.prefixes.records.word(), HasSubstr("row 21 to 24"));
     EXPECT_TRUE(page.prefixes.records.edited()) << "it is not what the gateway holds";
@@ -240,7 +247,11 @@ TEST_F(Routing, ATableWithAGapIsIncompleteAndNotWritten) {
     bench.receive("A_PRF01,1,1,1,1");
     bench.receive("A_PRF04,4,1,1,1");
     EXPECT_THAT(incomplete(), HasSubstr("block 2, 3 is missing"));
-    for (const auto* line : {"A_PRF01,1,1,1,1", "A_PRF01,7,1,1,1,8,1,1,1", "A_PRF02,9,1,1,1"}) bench.receive(line);
+    for (const auto* line : {"A_PRF01,1,1,1,1,2,1", "A_PRF01,1,,,,2,,,,3,,,,4,,,,5,,,,6,,,,7,,,,8,,,,9,,,,10,,,"}) {
+        bench.receive(line);
+        EXPECT_THAT(incomplete(), HasSubstr("came incomplete.")) << line;
+    }
+    for (const auto* line : {"A_PRF01,1,1,1,1", "A_PRF01,7,1,1,1,8,1,1,1", "A_PRF02,9,1,1,1,"}) bench.receive(line);
     bench.advance(1000);
     bench.receive("A_PRF03,10,1,1,1");  // only late
     page.prefixes.records.undo();
@@ -254,6 +265,36 @@ TEST_F(Routing, ATableWithAGapIsIncompleteAndNotWritten) {
     bench.receive("A_DST1,1,1");
     page.directLines.ucDela.setCell({0, 1}, "1");
     EXPECT_THAT(refusal(page.directLines.write), HasSubstr("came incomplete"));
+    // Written while they are being read.
+    for (const auto* line : {"A_DAC001,12,3,", "A_DAC002,13,4,", "C_DUC002,1,14,5", "A_PRF01,1,1,1,1", "C_PRF01,2,,,"})
+        bench.receive(line);
+    bench.advance(1000);
+    EXPECT_EQ(console.routing.directLines.table.rows(), (std::vector<TextRow>{{"12", "3", ""}, {"14", "5", ""}}));
+    EXPECT_EQ(console.routing.prefixes.rows(), (std::vector<TextRow>{{"2", "1", "1", "1"}}));
+}
+
+TEST_F(Routing, JudgesAWriteByTheRowsThatWereSent) {
+    readAll();
+    auto& access = page.access;
+    auto& slow = gateway.faults().replies;
+    slow.latencyMin = slow.latencyMax = std::chrono::milliseconds(800);
+    access.ucTslAccessE1.removeRows({11});
+    arrived();
+    access.cmdTslWriteAccGSM.press();
+    bench.advance(1500);
+    access.cmbTslAccessE1.setIndex(1);
+    access.ucTslAccessE1.removeRows({0});
+    access.write.press();
+    EXPECT_THAT(notice(), HasSubstr("still being written"));
+    bench.advance(20000);
+    EXPECT_EQ(arrived().back(), "R_ICL");
+    EXPECT_THAT(access.records.word(), HasSubstr("row 12"));
+    side.txtTSLWait.setText("3");
+    side.write.press();
+    bench.advance(1500);
+    side.ucTslNumModif.setCell({0, 1}, "77");
+    bench.advance(20000);
+    EXPECT_THAT(arrived(), testing::Not(testing::Contains("R_EDN"))) << "typed since, and not sent";
 }
 
 TEST_F(Routing, ChecksCellsAndSendsNoSecondCommand) {
@@ -301,6 +342,8 @@ TEST_F(Routing, ChecksCellsAndSendsNoSecondCommand) {
     }
     channels.txtTSLNumber[0].setText("1,C_RBT");
     EXPECT_NE(refusal(channels.write), "");
+    channels.txtTSLNumber[0].setText("");
+    EXPECT_THAT(refusal(channels.write), HasSubstr("leaves the old one"));
     page.prefixes.ucTslPrefixes.setCell({1, 0}, "0500");
     EXPECT_THAT(page.prefixes.lblPrfDoubled.text(), HasSubstr("0500 (rows 1 and 2)"));
 }
@@ -322,8 +365,11 @@ TEST_F(Routing, KeepsTheEditsOfEachAccessListAndSaysWhatTheGatewayLacks) {
     EXPECT_FALSE(access.chkNumList.checked());
     access.cmbTslAccessE1.setIndex(0);
     EXPECT_EQ(access.ucTslAccessE1.cell(0, 1), "0");
-    EXPECT_THAT(sentBy(access.cmdTslWriteAccGSM), testing::Contains(testing::StartsWith("C_ICL001,")));
+    access.cmdTslWriteAccGSM.press();
+    access.cmbTslAccessE1.setIndex(1);
+    bench.advance(20000);
     EXPECT_EQ(kept.fromGsm.rows[0][1], "0");
+    EXPECT_THAT(page.unwritten(Page::Edits::All), ElementsAre("Routing: Incoming ISDN Call(CLIP)"));
 }
 
 TEST_F(Routing, WritesDirectLinesEntryByEntryAndNeverErasesByAccident) {
@@ -355,6 +401,10 @@ TEST_F(Routing, WritesDirectLinesEntryByEntryAndNeverErasesByAccident) {
     EXPECT_EQ(lines.ucDela.rowCount(), kept.directLines.size()) << "one of them edited still";
     lines.records.undo();
     EXPECT_THAT(sentBy(lines.cmdDELA), ElementsAre("R_DAC", "R_DST", "R_ICL"));
+    std::vector<TextRow> rows{{"", "44", "4", ""}};
+    for (const auto& [entry, line] : kept.directLines) rows.push_back({"", line.number, line.extension, line.calls});
+    lines.ucDela.replaceAll(rows);
+    EXPECT_THAT(sentBy(lines.write), ElementsAre("C_DUC003,1,44,4")) << "those that were there keep their places";
 }
 
 TEST_F(Routing, AnImportAsksFirstAndSendsNothing) {
@@ -399,9 +449,11 @@ TEST_F(Routing, EditsOfALostSessionComeBackWithTheirGateway) {
     EXPECT_EQ(side.txtTSLPRF[6].text() + side.lblAllocation.text(), "");
     EXPECT_THAT(page.unwritten(Page::Edits::All),
                 ElementsAre(HasSubstr("Port 7 of gateway"), HasSubstr("Prefixes of")));
+    kept.prefixes.insert(kept.prefixes.begin(), {"04", "1", "1", "0"});
     bench.logIn(gateway);
-    console.mainWindow.openPage("tsl");
     readAll();
+    EXPECT_THAT(page.prefixes.records.word(), HasSubstr("something else by now"));
+    EXPECT_EQ(side.records.word(), "");
     EXPECT_EQ(side.txtTSLPRF[6].text() + page.prefixes.ucTslPrefixes.cell(0, 1), "97");
     EXPECT_THAT(page.unwritten(Page::Edits::OfThisSession), ElementsAre("Routing: Port 7", "Routing: Prefixes"));
 }
