@@ -86,6 +86,7 @@ TEST_F(Routing, WritesThePortSideInItsOrderOnlyWhereItChanged) {
     EXPECT_THAT(side.records.word(), testing::StartsWith("Ports and modes written "));
     EXPECT_EQ(kept.mode + kept.waitTenths + std::to_string(kept.ports[11].group), "5257");
     side.optTSLMode.setIndex(0);
+    EXPECT_EQ(side.records.word(), "") << "it was of the write before";
     EXPECT_THAT(sentBy(side.write), testing::Contains("C_SEL0,16,0")) << "static goes by no prefix";
     for (const auto* wait : {"25.1", "-1", "x", "1.25", ""}) {
         side.txtTSLWait.setText(wait);
@@ -105,8 +106,13 @@ TEST_F(Routing, WritesThePortSideInItsOrderOnlyWhereItChanged) {
 
 TEST_F(Routing, RestartsBehindALongWriteAndOnlyWhenAllWasAccepted) {
     readAll();
-    side.txtTSLGRPCol.setText("1,3-14");
     side.cmbTSLGRP.setIndex(9);
+    side.txtTSLGRPCol.setText("1-11");
+    side.txtTSLGRPSet.press();
+    EXPECT_EQ(side.lblTslPortRestart.text(), "");
+    EXPECT_EQ(sentBy(side.write).size(), PortRouting::mostWithoutRestart);
+    side.cmbTSLGRP.setIndex(8);
+    side.txtTSLGRPCol.setText("1,3-14");
     side.txtTSLGRPSet.press();
     EXPECT_THAT(side.lblTslPortRestart.text(), HasSubstr("restarts"));
     side.txtTSLGRPCol.setText("3-1");
@@ -120,6 +126,12 @@ TEST_F(Routing, RestartsBehindALongWriteAndOnlyWhenAllWasAccepted) {
     EXPECT_EQ(console.session.writes.running(), false);
     gateway.faults().perMnemonic.clear();
     channels.chkTSLChannel[2].setChecked(false);
+    gateway.faults().perMnemonic["C_RBT"].refuse = simulator::Refusal::alarm;
+    boxes.answers = {Button::Cancel};
+    sentBy(channels.write);
+    EXPECT_THAT(channels.records.word(), HasSubstr("Reset request (refused)"));
+    gateway.faults().perMnemonic.clear();
+    channels.chkTSLChannel[3].setChecked(false);
     told();
     lines = sentBy(channels.write);
     ASSERT_EQ(lines.size(), 34U);
@@ -230,11 +242,26 @@ TEST_F(Routing, NamesTheRowsThatStillStandInTheGateway) {
     side.ucTslNumModif.removeRows({1});
     sentBy(side.write);
     EXPECT_THAT(side.records.word(), HasSubstr("row 2"));
+    kept.modifications.pop_back();  // by someone else
+    side.txtTSLWait.setText("1");
+    EXPECT_EQ(sentBy(side.write).back(), "R_EDN");
+    EXPECT_THAT(side.records.word(), testing::Not(HasSubstr("still")));
+    grid.replaceAll({});
+    EXPECT_THAT(refusal(page.prefixes.write), HasSubstr("Press Erase all"));
     boxes.answers = {Button::No, Button::Yes};
     EXPECT_THAT(sentBy(page.prefixes.cmdTslPrfEraseAll), IsEmpty());
     EXPECT_THAT(sentBy(page.prefixes.cmdTslPrfEraseAll), ElementsAre("C_PRF00"));
     EXPECT_EQ(grid.rowCount() + kept.prefixes.size(), 0U);
     EXPECT_FALSE(page.prefixes.records.edited());
+    side.ucTslNumModif.removeRows({0});
+    gateway.faults().perMnemonic["R_EDN"].silent = true;
+    sentBy(side.write);
+    bench.platform.peer.closes();
+    EXPECT_EQ(side.records.word(), "");
+    gateway.faults() = {};
+    bench.logIn(gateway);
+    readAll();
+    EXPECT_EQ(side.records.word(), "") << "it was about another session's write";
 }
 
 TEST_F(Routing, ATableWithAGapIsIncompleteAndNotWritten) {
@@ -399,11 +426,16 @@ TEST_F(Routing, WritesDirectLinesEntryByEntryAndNeverErasesByAccident) {
     EXPECT_THAT(sentBy(lines.cmdDelaErase), ElementsAre("C_DLC"));
     for (const auto& [entry, line] : kept.directLines) EXPECT_EQ(line.calls, "") << entry;
     EXPECT_EQ(lines.ucDela.rowCount(), kept.directLines.size()) << "one of them edited still";
+    for (const auto& row : console.routing.directLines.table.rows()) EXPECT_EQ(row[2], "");
     lines.records.undo();
     EXPECT_THAT(sentBy(lines.cmdDELA), ElementsAre("R_DAC", "R_DST", "R_ICL"));
     std::vector<TextRow> rows{{"", "44", "4", ""}};
     for (const auto& [entry, line] : kept.directLines) rows.push_back({"", line.number, line.extension, line.calls});
     lines.ucDela.replaceAll(rows);
+    gateway.faults().perMnemonic["C_DUC"].refuse = simulator::Refusal::alarm;
+    sentBy(lines.write);
+    EXPECT_THAT(lines.records.word(), HasSubstr("Add unlimited DELA call 3 (refused)"));
+    gateway.faults().perMnemonic.clear();
     EXPECT_THAT(sentBy(lines.write), ElementsAre("C_DUC003,1,44,4")) << "those that were there keep their places";
 }
 
@@ -467,7 +499,12 @@ TEST(RoutingTrial, FollowsTheTables) {
     for (auto& port : picture.ports) port = {true, true, 0, "1"};
     picture.ports[6].group = "2";
     picture.ports[7] = {true, false, 0, "3"};
-    picture.prefixes = {{{"05", "1", "2", "0"}, {"050", "2", "9", "0"}, {"06", "3", "", ""}, {"07", "8", "", ""}}};
+    picture.ports[8] = {true, true, 31, "2"};
+    picture.prefixes = {{{"05", "1", "2", "0"},
+                         {"050", "2", "9", "0"},
+                         {"06", "3", "", ""},
+                         {"07", "8", "", ""},
+                         {"050", "8", "", ""}}};
     picture.modifications = {{{"0", "+999"}, {"050", "1"}}};
     picture.fromIsdn = {true, false, {{"77", "1"}, {"78", "0"}}};
     picture.causes.assign(16, "21");

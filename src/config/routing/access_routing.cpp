@@ -1,6 +1,5 @@
 #include "config/routing/access_routing.h"
 
-#include "config/page_table.h"
 #include "config/routing/block_lines.h"
 #include "text/text_rules.h"
 
@@ -100,8 +99,6 @@ void AccessRouting::park() {
     show(list());
 }
 
-std::string AccessRouting::wireMode() { return untouched(cmbAccessMode) ? list().mode : cmbAccessMode.value(); }
-
 RoutingBatch AccessRouting::build() {
     if (!access_.edited() && list().table.whole()) return RoutingBatch::wrong({{}, noChangeText, nullptr, "info"});
     if (list().mode.empty() || list().unlisted.empty())
@@ -113,7 +110,7 @@ RoutingBatch AccessRouting::build() {
                      {&chkNumList, chkNumList.value()},
                      {&ucTslAccessE1, GridField::valueOf(rows)}});
     RoutingBatch batch;
-    const auto header = "000," + wireMode() + "," + chkNumList.value();
+    const auto header = "000," + cmbAccessMode.value() + "," + chkNumList.value();
     if (showsGsm())
         batch.add("C_ICL" + header, "Access to E1 Options");
     else

@@ -33,7 +33,6 @@ private:
     void take(const RoutingRecords::AccessList& told);
     void show(const RoutingRecords::AccessList& told);
     void followButtons();
-    std::string wireMode();
 
     RoutingRecords& routing_;
     RecordForm access_;
