@@ -11,6 +11,10 @@ void FormGroup::add(RecordForm& form, const std::string& name) {
     form.turnTo(name);
     form.touched().connect([this] { word_.clear(); });
     form.changed().connect([this] { formChanged(); });
+    form.overtaken().connect([this, &form] {
+        setWord(form.key() + ": the gateway holds something else by now than when this was edited. A write puts what " +
+                "stands here in its place; Undo shows the gateway's.");
+    });
 }
 
 void FormGroup::formChanged() {

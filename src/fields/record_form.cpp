@@ -56,7 +56,8 @@ void RecordForm::turnTo(const std::string& key) {
         auto& draft = drafts_[key_];
         draft.resize(entries_.size());  // an older one waits there still when the record was not told meanwhile
         for (std::size_t i = 0; i < entries_.size(); ++i)
-            if (entries_[i].shown != entries_[i].held) draft[i] = entries_[i].shown;
+            if (entries_[i].shown != entries_[i].held)
+                draft[i] = {entries_[i].shown, known_ ? std::optional(entries_[i].held) : std::nullopt};
     }
     key_ = key;
     word_.clear();
@@ -74,9 +75,14 @@ void RecordForm::turnTo(const std::string& key) {
     changed_.emit();
 }
 
+bool RecordForm::isOvertaken(const std::optional<Draft>& draft, const std::string& held) {
+    return draft && draft->held && *draft->held != held && draft->shown != held;
+}
+
 void RecordForm::take(const Values& held) {
     const auto draft = drafts_.find(key_);
     const bool drafted = !known_ && draft != drafts_.end();
+    bool overtaken = false;
     known_ = true;
     compared_ = true;
     filling_ = true;
@@ -85,8 +91,9 @@ void RecordForm::take(const Values& held) {
         std::optional<std::string> mine;
         if (entry.shown != entry.held)
             mine = entry.shown;
-        else if (drafted)
-            mine = draft->second[i];
+        else if (drafted && draft->second[i])
+            mine = draft->second[i]->shown;
+        overtaken |= drafted && isOvertaken(draft->second[i], valueOf(entry, held));
         // A report without news leaves the field alone, and with it the place where the operator is at work.
         if (mine && mine == entry.shown && valueOf(entry, held) == entry.held) continue;
         const auto problem = mine ? entry.field->problem() : std::string();
@@ -99,6 +106,7 @@ void RecordForm::take(const Values& held) {
     filling_ = false;
     if (drafted) drafts_.erase(draft);
     changed_.emit();
+    if (overtaken) overtaken_.emit();
 }
 
 void RecordForm::propose(const Values& values) {
@@ -110,7 +118,7 @@ void RecordForm::propose(const Values& values) {
         auto& entry = entries_[i];
         show(entry, values);
         hold(entry);
-        if (drafted && draft->second[i]) show(entry, *draft->second[i]);
+        if (drafted && draft->second[i]) show(entry, draft->second[i]->shown);
         mark(entry);
     }
     filling_ = false;
@@ -141,17 +149,20 @@ void RecordForm::resume(const std::string& gateway) {
     if (waiting.empty()) return;
     addDrafts(drafts_, waiting.mapped());
     const auto draft = drafts_.find(key_);
+    bool overtaken = false;
     if (known_ && draft != drafts_.end()) {  // a gateway may tell its name when much of it was read already
         filling_ = true;
         for (std::size_t i = 0; i < entries_.size(); ++i) {
             auto& entry = entries_[i];
-            if (draft->second[i] && entry.shown == entry.held) show(entry, *draft->second[i]);
+            overtaken |= isOvertaken(draft->second[i], entry.held);
+            if (draft->second[i] && entry.shown == entry.held) show(entry, draft->second[i]->shown);
             mark(entry);
         }
         filling_ = false;
         drafts_.erase(draft);
     }
     changed_.emit();
+    if (overtaken) overtaken_.emit();
 }
 
 void RecordForm::forgetAll() {
@@ -202,7 +213,7 @@ void RecordForm::settleDraft(const std::string& key, const Written& written) {
     if (draft == drafts_.end()) return;
     auto& values = draft->second;
     for (std::size_t i = 0; i < values.size(); ++i)
-        if (values[i] && written(*entries_[i].field, *values[i])) values[i].reset();
+        if (values[i] && written(*entries_[i].field, values[i]->shown)) values[i].reset();
     if (std::none_of(values.begin(), values.end(), [](const auto& value) { return value.has_value(); }))
         drafts_.erase(draft);
     changed_.emit();

@@ -70,6 +70,8 @@ public:
     sigc::signal<void()>& touched() { return touched_; }
     // The operator has changed something, or the gateway has.
     sigc::signal<void()>& changed() { return changed_; }
+    // Edits that waited are back, and the gateway holds something else by now than when they were made.
+    sigc::signal<void()>& overtaken() { return overtaken_; }
 
 private:
     struct Entry {
@@ -78,6 +80,12 @@ private:
         std::string shown;  // last value seen in the field
     };
 
+    struct Draft {
+        std::string shown;
+        std::optional<std::string> held;  // by the gateway, when it was edited; none when that was not known
+    };
+
+    static bool isOvertaken(const std::optional<Draft>& draft, const std::string& held);
     void fieldChanged(std::size_t index);
     void mark(Entry& entry);
     static void hold(Entry& entry);
@@ -87,7 +95,7 @@ private:
 
     std::vector<Entry> entries_;
     // By key: what was edited in a record that was left, the other fields empty. These follow the gateway.
-    using Drafts = std::map<std::string, std::vector<std::optional<std::string>>>;
+    using Drafts = std::map<std::string, std::vector<std::optional<Draft>>>;
     Drafts drafts_;
     static void addDrafts(Drafts& newer, Drafts& older);
     std::map<std::string, Drafts> parked_;  // by gateway
@@ -98,6 +106,7 @@ private:
     std::string word_;
     sigc::signal<void()> touched_;
     sigc::signal<void()> changed_;
+    sigc::signal<void()> overtaken_;
 };
 
 }  // namespace trunvex

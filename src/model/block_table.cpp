@@ -26,8 +26,15 @@ void BlockTable::checked(std::size_t block) const {
 void BlockTable::tell(std::size_t block, std::vector<TextRow> rows) {
     checked(block);
     const bool follows = !blocks_.empty() && block == blocks_.rbegin()->first + 1;
-    if (state_ != State::Coming && !follows) blocks_.clear();
+    if (state_ != State::Coming && !follows) {
+        blocks_.clear();
+        damaged_ = false;
+    }
     state_ = State::Coming;
+    // A separator behind the last row begins none. A block of one row may leave out what is empty at its end.
+    if (rows.size() > 1 && rows.back().size() < shape_.columns && isBlank(rows.back())) rows.pop_back();
+    const bool isCut = shape_.rowsPerBlock > 1 && !rows.empty() && rows.back().size() < shape_.columns;
+    damaged_ = damaged_ || isCut || rows.size() > shape_.rowsPerBlock;
     if (block > 0) {
         for (auto& row : rows) row.resize(shape_.columns);
         blocks_[block] = std::move(rows);
@@ -42,7 +49,7 @@ void BlockTable::settle() {
         return;
     }
     ++reads_;
-    state_ = missing().empty() ? State::Whole : State::Incomplete;
+    state_ = missing().empty() && !damaged_ ? State::Whole : State::Incomplete;
     std::vector<TextRow> rows;
     for (const auto& [block, told] : blocks_) {
         if (shape_.sparse) rows.resize((block - 1) * shape_.rowsPerBlock, TextRow(shape_.columns));
@@ -75,14 +82,20 @@ void BlockTable::setRows(std::vector<TextRow> rows) {
     changed_.emit();
 }
 
-void BlockTable::overlay(std::size_t block, const std::vector<TextRow>& rows) {
-    checked(block);
-    if (block == 0 || state_ != State::Whole) return;
-    const auto first = (block - 1) * shape_.rowsPerBlock;
-    if (rows_.size() < first + rows.size()) rows_.resize(first + rows.size(), TextRow(shape_.columns));
+void BlockTable::lay(std::vector<TextRow>& over, std::size_t first, const std::vector<TextRow>& rows) const {
+    if (over.size() < first + rows.size()) over.resize(first + rows.size(), TextRow(shape_.columns));
     for (std::size_t i = 0; i < rows.size(); ++i)
         for (std::size_t column = 0; column < std::min(rows[i].size(), shape_.columns); ++column)
-            if (!rows[i][column].empty()) rows_[first + i][column] = rows[i][column];
+            if (!rows[i][column].empty()) over[first + i][column] = rows[i][column];
+}
+
+void BlockTable::overlay(std::size_t block, const std::vector<TextRow>& rows) {
+    checked(block);
+    // Of a table that is on its way the gateway tells the other blocks as they are by now.
+    if (const auto told = blocks_.find(block); state_ == State::Coming && told != blocks_.end())
+        lay(told->second, 0, rows);
+    if (block == 0 || state_ != State::Whole) return;
+    lay(rows_, (block - 1) * shape_.rowsPerBlock, rows);
     trimRows();
     blocks_.clear();
     quiet_->start(tableQuietMs);
@@ -100,8 +113,11 @@ void BlockTable::putRow(std::size_t row, TextRow cells) {
     auto table = rows_;
     if (table.size() <= row) table.resize(row + 1, TextRow(shape_.columns));
     cells.resize(shape_.columns);
-    table[row] = std::move(cells);
-    blocks_.clear();
+    table[row] = cells;
+    if (state_ == State::Coming)
+        blocks_[row / shape_.rowsPerBlock + 1] = {std::move(cells)};
+    else
+        blocks_.clear();
     setRows(std::move(table));
 }
 

@@ -34,7 +34,8 @@ public:
     void doubt();
     // A block that the gateway has accepted. Of a run of them changed() tells once, when the run is over.
     void overlay(std::size_t block, const std::vector<TextRow>& rows);
-    // The gateway has erased it all; or put one row in another's place, counted from 0. Without cells it is gone.
+    // The gateway has erased it all; or put one row in another's place, counted from 0, where a block is a row. Without
+    // cells it is gone.
     void erase();
     void putRow(std::size_t row, TextRow cells);
     // Nothing is known any more.
@@ -53,6 +54,7 @@ public:
     sigc::signal<void()>& changed() { return changed_; }
 
 private:
+    void lay(std::vector<TextRow>& over, std::size_t first, const std::vector<TextRow>& rows) const;
     void settle();
     void setRows(std::vector<TextRow> rows);
     void trimRows();
@@ -63,6 +65,7 @@ private:
     State state_ = State::Unread;
     std::map<std::size_t, std::vector<TextRow>> blocks_;  // as they came last
     std::vector<TextRow> rows_;
+    bool damaged_ = false;  // a block among them is cut off within a row, or has too many
     unsigned reads_ = 0;
     sigc::signal<void()> changed_;
 };

@@ -174,7 +174,7 @@ void RoutingRecords::takeLine(const Record& record) {
     takeFlag(line.enabled, fields, 1, isAcknowledged(record));
     take(line.number, fields, 2, isAcknowledged(record));
     lineStored.emit(static_cast<int>(number));
-    if (number < firstReserved) realTimeUpdate_("BCH", fields);
+    realTimeUpdate_("BCH", fields);
 }
 
 // The list may begin with a separator, which the splitter leaves in the first field.

@@ -14,7 +14,6 @@ namespace trunvex {
 class RoutingRecords {
 public:
     static constexpr int lineCount = 32;  // B-channels 1 to 30, and the two reserved lines 31 and 32
-    static constexpr int firstReserved = 31;
     static constexpr std::size_t causeCount = 16;
     // The places of tables on the wire: blocks are numbered with two digits or three.
     static constexpr std::size_t rowsPerBlock = 9;

@@ -10,10 +10,6 @@ namespace {
 
 class Routing : public SettingsBench {
 protected:
-    Routing() {
-        console.mainWindow.openPage("tsl");
-        arrived();
-    }
     void readAll() {
         page.cmdTslGetData.press();
         bench.advance(40000);
@@ -50,7 +46,10 @@ TEST_F(Routing, ReadsInItsOrderAndShowsWhatCame) {
     kept.mode = "6";
     kept.waitTenths = "25";
     kept.ports[4].channel = 31;
-    readAll();
+    for (int time = 0; time < 2; ++time) {
+        console.mainWindow.openPage("tsl");
+        bench.advance(40000);
+    }
     const auto lines = arrived();
     ASSERT_EQ(lines.size(), 73U);
     std::string order;
@@ -87,6 +86,7 @@ TEST_F(Routing, WritesThePortSideInItsOrderOnlyWhereItChanged) {
     EXPECT_THAT(side.records.word(), testing::StartsWith("Ports and modes written "));
     EXPECT_EQ(kept.mode + kept.waitTenths + std::to_string(kept.ports[11].group), "5257");
     side.optTSLMode.setIndex(0);
+    EXPECT_EQ(side.records.word(), "") << "it was of the write before";
     EXPECT_THAT(sentBy(side.write), testing::Contains("C_SEL0,16,0")) << "static goes by no prefix";
     for (const auto* wait : {"25.1", "-1", "x", "1.25", ""}) {
         side.txtTSLWait.setText(wait);
@@ -106,8 +106,13 @@ TEST_F(Routing, WritesThePortSideInItsOrderOnlyWhereItChanged) {
 
 TEST_F(Routing, RestartsBehindALongWriteAndOnlyWhenAllWasAccepted) {
     readAll();
-    side.txtTSLGRPCol.setText("1,3-14");
     side.cmbTSLGRP.setIndex(9);
+    side.txtTSLGRPCol.setText("1-11");
+    side.txtTSLGRPSet.press();
+    EXPECT_EQ(side.lblTslPortRestart.text(), "");
+    EXPECT_EQ(sentBy(side.write).size(), PortRouting::mostWithoutRestart);
+    side.cmbTSLGRP.setIndex(8);
+    side.txtTSLGRPCol.setText("1,3-14");
     side.txtTSLGRPSet.press();
     EXPECT_THAT(side.lblTslPortRestart.text(), HasSubstr("restarts"));
     side.txtTSLGRPCol.setText("3-1");
@@ -121,6 +126,12 @@ TEST_F(Routing, RestartsBehindALongWriteAndOnlyWhenAllWasAccepted) {
     EXPECT_EQ(console.session.writes.running(), false);
     gateway.faults().perMnemonic.clear();
     channels.chkTSLChannel[2].setChecked(false);
+    gateway.faults().perMnemonic["C_RBT"].refuse = simulator::Refusal::alarm;
+    boxes.answers = {Button::Cancel};
+    sentBy(channels.write);
+    EXPECT_THAT(channels.records.word(), HasSubstr("Reset request (refused)"));
+    gateway.faults().perMnemonic.clear();
+    channels.chkTSLChannel[3].setChecked(false);
     told();
     lines = sentBy(channels.write);
     ASSERT_EQ(lines.size(), 34U);
@@ -134,6 +145,14 @@ TEST_F(Routing, RestartsBehindALongWriteAndOnlyWhenAllWasAccepted) {
 }
 
 TEST_F(Routing, NeverWritesWhatWasNeverRead) {
+    for (const auto* line : {"A_SEL7", "A_ICL000,1", "A_ICL001,12,1"}) bench.receive(line);
+    bench.advance(1000);
+    page.txtTryNumber.setText("05");
+    EXPECT_THAT(page.lblTry.text(), HasSubstr("mode was not read")) << "one that there is not";
+    bench.receive("A_SEL1");
+    side.txtPRFDigits.setText("9");
+    EXPECT_THAT(refusal(side.write), HasSubstr(nothingReadText)) << "a record that was cut short";
+    side.records.undo();
     side.chkTSLPort[4].setChecked(true);
     EXPECT_THAT(refusal(side.write), HasSubstr(nothingReadText));
     side.records.undo();
@@ -196,7 +215,6 @@ TEST_F(Routing, WhatIsWrittenReadsBackWholeAtEverySize) {
     other.logIn(gateway);
     other.console.mainWindow.openPage("tsl");
     auto& copy = other.console.pages.routing;
-    copy.cmdTslGetData.press();
     other.advance(90000);
     EXPECT_EQ(copy.prefixes.ucTslPrefixes.value(), GridField::valueOf(numbered(891, 4)));
     EXPECT_EQ(copy.access.ucTslAccessE1.value(), GridField::valueOf(numbered(8991, 2)));
@@ -212,22 +230,38 @@ TEST_F(Routing, NamesTheRowsThatStillStandInTheGateway) {
     auto& grid = page.prefixes.ucTslPrefixes;
     grid.removeRows({20, 21, 22, 23});
     grid.setCell({0, 2}, "");
+    grid.setCell({0, 3}, "007");
     grid.insertRow(5);
     EXPECT_THAT(page.prefixes.lblPrfDoubled.text(), HasSubstr("Empty rows are not written: 1"));
     const auto lines = sentBy(page.prefixes.write);
     ASSERT_EQ(lines.size(), 4U) << "and read back";
-    EXPECT_THAT(lines[0], testing::MatchesRegex("C_PRF01,0500,.,0,0,.*"));
+    EXPECT_THAT(lines[0], testing::MatchesRegex("C_PRF01,0500,.,0,7,.*"));
     EXPECT_EQ(lines[3], "R_PRF");
     EXPECT_THAT(page.prefixes.records.word(), HasSubstr("row 21 to 24"));
     EXPECT_TRUE(page.prefixes.records.edited()) << "it is not what the gateway holds";
     side.ucTslNumModif.removeRows({1});
     sentBy(side.write);
     EXPECT_THAT(side.records.word(), HasSubstr("row 2"));
+    kept.modifications.pop_back();  // by someone else
+    side.txtTSLWait.setText("1");
+    EXPECT_EQ(sentBy(side.write).back(), "R_EDN");
+    EXPECT_THAT(side.records.word(), testing::Not(HasSubstr("still")));
+    grid.replaceAll({});
+    EXPECT_THAT(refusal(page.prefixes.write), HasSubstr("Press Erase all"));
     boxes.answers = {Button::No, Button::Yes};
     EXPECT_THAT(sentBy(page.prefixes.cmdTslPrfEraseAll), IsEmpty());
     EXPECT_THAT(sentBy(page.prefixes.cmdTslPrfEraseAll), ElementsAre("C_PRF00"));
     EXPECT_EQ(grid.rowCount() + kept.prefixes.size(), 0U);
     EXPECT_FALSE(page.prefixes.records.edited());
+    side.ucTslNumModif.removeRows({0});
+    gateway.faults().perMnemonic["R_EDN"].silent = true;
+    sentBy(side.write);
+    bench.platform.peer.closes();
+    EXPECT_EQ(side.records.word(), "");
+    gateway.faults() = {};
+    bench.logIn(gateway);
+    readAll();
+    EXPECT_EQ(side.records.word(), "") << "it was about another session's write";
 }
 
 TEST_F(Routing, ATableWithAGapIsIncompleteAndNotWritten) {
@@ -240,7 +274,11 @@ TEST_F(Routing, ATableWithAGapIsIncompleteAndNotWritten) {
     bench.receive("A_PRF01,1,1,1,1");
     bench.receive("A_PRF04,4,1,1,1");
     EXPECT_THAT(incomplete(), HasSubstr("block 2, 3 is missing"));
-    for (const auto* line : {"A_PRF01,1,1,1,1", "A_PRF01,7,1,1,1,8,1,1,1", "A_PRF02,9,1,1,1"}) bench.receive(line);
+    for (const auto* line : {"A_PRF01,1,1,1,1,2,1", "A_PRF01,1,,,,2,,,,3,,,,4,,,,5,,,,6,,,,7,,,,8,,,,9,,,,10,,,"}) {
+        bench.receive(line);
+        EXPECT_THAT(incomplete(), HasSubstr("came incomplete.")) << line;
+    }
+    for (const auto* line : {"A_PRF01,1,1,1,1", "A_PRF01,7,1,1,1,8,1,1,1", "A_PRF02,9,1,1,1,"}) bench.receive(line);
     bench.advance(1000);
     bench.receive("A_PRF03,10,1,1,1");  // only late
     page.prefixes.records.undo();
@@ -254,6 +292,36 @@ TEST_F(Routing, ATableWithAGapIsIncompleteAndNotWritten) {
     bench.receive("A_DST1,1,1");
     page.directLines.ucDela.setCell({0, 1}, "1");
     EXPECT_THAT(refusal(page.directLines.write), HasSubstr("came incomplete"));
+    // Written while they are being read.
+    for (const auto* line : {"A_DAC001,12,3,", "A_DAC002,13,4,", "C_DUC002,1,14,5", "A_PRF01,1,1,1,1", "C_PRF01,2,,,"})
+        bench.receive(line);
+    bench.advance(1000);
+    EXPECT_EQ(console.routing.directLines.table.rows(), (std::vector<TextRow>{{"12", "3", ""}, {"14", "5", ""}}));
+    EXPECT_EQ(console.routing.prefixes.rows(), (std::vector<TextRow>{{"2", "1", "1", "1"}}));
+}
+
+TEST_F(Routing, JudgesAWriteByTheRowsThatWereSent) {
+    readAll();
+    auto& access = page.access;
+    auto& slow = gateway.faults().replies;
+    slow.latencyMin = slow.latencyMax = std::chrono::milliseconds(800);
+    access.ucTslAccessE1.removeRows({11});
+    arrived();
+    access.cmdTslWriteAccGSM.press();
+    bench.advance(1500);
+    access.cmbTslAccessE1.setIndex(1);
+    access.ucTslAccessE1.removeRows({0});
+    access.write.press();
+    EXPECT_THAT(notice(), HasSubstr("still being written"));
+    bench.advance(20000);
+    EXPECT_EQ(arrived().back(), "R_ICL");
+    EXPECT_THAT(access.records.word(), HasSubstr("row 12"));
+    side.txtTSLWait.setText("3");
+    side.write.press();
+    bench.advance(1500);
+    side.ucTslNumModif.setCell({0, 1}, "77");
+    bench.advance(20000);
+    EXPECT_THAT(arrived(), testing::Not(testing::Contains("R_EDN"))) << "typed since, and not sent";
 }
 
 TEST_F(Routing, ChecksCellsAndSendsNoSecondCommand) {
@@ -301,6 +369,8 @@ TEST_F(Routing, ChecksCellsAndSendsNoSecondCommand) {
     }
     channels.txtTSLNumber[0].setText("1,C_RBT");
     EXPECT_NE(refusal(channels.write), "");
+    channels.txtTSLNumber[0].setText("");
+    EXPECT_THAT(refusal(channels.write), HasSubstr("leaves the old one"));
     page.prefixes.ucTslPrefixes.setCell({1, 0}, "0500");
     EXPECT_THAT(page.prefixes.lblPrfDoubled.text(), HasSubstr("0500 (rows 1 and 2)"));
 }
@@ -322,8 +392,11 @@ TEST_F(Routing, KeepsTheEditsOfEachAccessListAndSaysWhatTheGatewayLacks) {
     EXPECT_FALSE(access.chkNumList.checked());
     access.cmbTslAccessE1.setIndex(0);
     EXPECT_EQ(access.ucTslAccessE1.cell(0, 1), "0");
-    EXPECT_THAT(sentBy(access.cmdTslWriteAccGSM), testing::Contains(testing::StartsWith("C_ICL001,")));
+    access.cmdTslWriteAccGSM.press();
+    access.cmbTslAccessE1.setIndex(1);
+    bench.advance(20000);
     EXPECT_EQ(kept.fromGsm.rows[0][1], "0");
+    EXPECT_THAT(page.unwritten(Page::Edits::All), ElementsAre("Routing: Incoming ISDN Call(CLIP)"));
 }
 
 TEST_F(Routing, WritesDirectLinesEntryByEntryAndNeverErasesByAccident) {
@@ -353,8 +426,17 @@ TEST_F(Routing, WritesDirectLinesEntryByEntryAndNeverErasesByAccident) {
     EXPECT_THAT(sentBy(lines.cmdDelaErase), ElementsAre("C_DLC"));
     for (const auto& [entry, line] : kept.directLines) EXPECT_EQ(line.calls, "") << entry;
     EXPECT_EQ(lines.ucDela.rowCount(), kept.directLines.size()) << "one of them edited still";
+    for (const auto& row : console.routing.directLines.table.rows()) EXPECT_EQ(row[2], "");
     lines.records.undo();
     EXPECT_THAT(sentBy(lines.cmdDELA), ElementsAre("R_DAC", "R_DST", "R_ICL"));
+    std::vector<TextRow> rows{{"", "44", "4", ""}};
+    for (const auto& [entry, line] : kept.directLines) rows.push_back({"", line.number, line.extension, line.calls});
+    lines.ucDela.replaceAll(rows);
+    gateway.faults().perMnemonic["C_DUC"].refuse = simulator::Refusal::alarm;
+    sentBy(lines.write);
+    EXPECT_THAT(lines.records.word(), HasSubstr("Add unlimited DELA call 3 (refused)"));
+    gateway.faults().perMnemonic.clear();
+    EXPECT_THAT(sentBy(lines.write), ElementsAre("C_DUC003,1,44,4")) << "those that were there keep their places";
 }
 
 TEST_F(Routing, AnImportAsksFirstAndSendsNothing) {
@@ -399,9 +481,11 @@ TEST_F(Routing, EditsOfALostSessionComeBackWithTheirGateway) {
     EXPECT_EQ(side.txtTSLPRF[6].text() + side.lblAllocation.text(), "");
     EXPECT_THAT(page.unwritten(Page::Edits::All),
                 ElementsAre(HasSubstr("Port 7 of gateway"), HasSubstr("Prefixes of")));
+    kept.prefixes.insert(kept.prefixes.begin(), {"04", "1", "1", "0"});
     bench.logIn(gateway);
-    console.mainWindow.openPage("tsl");
     readAll();
+    EXPECT_THAT(page.prefixes.records.word(), HasSubstr("something else by now"));
+    EXPECT_EQ(side.records.word(), "");
     EXPECT_EQ(side.txtTSLPRF[6].text() + page.prefixes.ucTslPrefixes.cell(0, 1), "97");
     EXPECT_THAT(page.unwritten(Page::Edits::OfThisSession), ElementsAre("Routing: Port 7", "Routing: Prefixes"));
 }
@@ -415,7 +499,12 @@ TEST(RoutingTrial, FollowsTheTables) {
     for (auto& port : picture.ports) port = {true, true, 0, "1"};
     picture.ports[6].group = "2";
     picture.ports[7] = {true, false, 0, "3"};
-    picture.prefixes = {{{"05", "1", "2", "0"}, {"050", "2", "9", "0"}, {"06", "3", "", ""}, {"07", "8", "", ""}}};
+    picture.ports[8] = {true, true, 31, "2"};
+    picture.prefixes = {{{"05", "1", "2", "0"},
+                         {"050", "2", "9", "0"},
+                         {"06", "3", "", ""},
+                         {"07", "8", "", ""},
+                         {"050", "8", "", ""}}};
     picture.modifications = {{{"0", "+999"}, {"050", "1"}}};
     picture.fromIsdn = {true, false, {{"77", "1"}, {"78", "0"}}};
     picture.causes.assign(16, "21");

@@ -82,6 +82,11 @@ TEST_F(RoutingWindow, OffersWhatTheRowAndTheListAreFor) {
     EXPECT_FALSE(causes->model()->index(0, 0).flags() & Qt::ItemIsEditable);
     EXPECT_TRUE(causes->model()->index(0, 1).flags() & Qt::ItemIsEditable);
     EXPECT_EQ(causes->model()->rowCount(), 16) << "and none to be typed into";
+    table->setCurrentIndex(table->model()->index(4, 1));
+    page.directLines.ucDela.removeRows({0});
+    page.directLines.cmdDelaWrite.press();
+    bench.advance(100);
+    EXPECT_THAT(gateway.linesReceived().back(), testing::HasSubstr("005,1,")) << "the row that is current has moved up";
 }
 
 }  // namespace

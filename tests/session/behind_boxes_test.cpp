@@ -91,6 +91,7 @@ public:
             all += "\n" + std::string(esn) + ": " + std::string(count->text(0));
         }
         for (const char* file : {"out.grp", "out.csv"}) all += "\n" + contentOf(bench.folder.path() / file);
+        all += "\n" + routing.prefixes.ucTslPrefixes.value();
         return all + "\n" + port.TxtMinDigits.text() + console.session.connectButton.caption() +
                std::to_string(static_cast<int>(console.session.state.phase));
     }
@@ -99,6 +100,7 @@ public:
         SettingsBench::group, SettingsBench::port, SettingsBench::select, SettingsBench::settle, SettingsBench::system,
         SettingsBench::tree;
     simulator::Gateway other{seeded(5, "4712")};
+    RoutingPage& routing = console.pages.routing;
 };
 
 struct Question {
@@ -118,6 +120,8 @@ const std::vector<Question>& questions() {
         s.boxes.file = s.boxes.file.empty() ? "" : (s.bench.folder.path() / "out.csv").string();
         s.console.calls.cmdCDRExport[1].press();
     };
+    const auto importRows = [](Scene& s) { s.routing.prefixes.csv.importing.press(); };
+    const auto rowsToImport = [](Scene& s) { std::ofstream(s.boxes.file) << "050,1,2,0"; };
     static const std::vector<Question> all{
         {"clear all the calls", [](Scene& s) { s.console.calls.cmdCDRExport[5].press(); }, Yes, No, OtherGateway},
         {"Export", exportCalls, Yes, No, OtherGateway},
@@ -141,6 +145,21 @@ const std::vector<Question>& questions() {
         {"Reset the Gateway", [](Scene& s) { s.system.cmdConSwitch_4.press(); }, Yes, No, otherSession | LinkLost},
         {"End the session and lose", [](Scene& s) { s.console.mainWindow.openPage("connect"); }, Yes, No,
          otherSession | LinkLost},
+        {"All prefixes of the gateway", [](Scene& s) { s.routing.prefixes.cmdTslPrfEraseAll.press(); }, Yes, No,
+         otherSession | LinkLost},
+        {"clear the DELA table", [](Scene& s) { s.routing.directLines.cmdDelaErase.press(); }, Yes, No,
+         otherSession | LinkLost},
+        {"is deleted in the gateway", [](Scene& s) { s.routing.directLines.cmdDelaDelete.press(); }, Yes, No,
+         otherSession | LinkLost,
+         [](Scene& s) {
+             s.bench.receive("A_DAC001,12,3,");
+             s.settle();
+             s.routing.directLines.setRow(0);
+         }},
+        {"Read again and lose", [](Scene& s) { s.routing.cmdTslGetData.press(); }, Yes, No, otherSession | LinkLost,
+         [](Scene& s) { s.routing.portSide.txtTSLWait.setText("3"); }},
+        {"Import", importRows, Yes, No, otherSession | LinkLost, rowsToImport},
+        {"becomes what stands in", importRows, Yes, No, otherSession | LinkLost, rowsToImport},
         {"", [](Scene& s) { s.failToWrite(); }, Ignore, Abort, otherSession | LinkLost},
         {"", [](Scene& s) { s.failToRead(); }, Yes, No, otherSession | LinkLost},
         {"can't connect", [](Scene& s) { s.failToConnect(true); }, Retry, Cancel, otherSession},
@@ -163,7 +182,8 @@ std::string outcome(const Question& question, Spoiler spoiler, bool agree, bool&
             scene.boxes.behind = behind;
     };
     scene.boxes.behind = behind;
-    if (!agree && !contains(question.words, "already")) scene.boxes.file.clear();
+    const bool asksBehindAFile = contains(question.words, "already") || contains(question.words, "becomes");
+    if (!agree && !asksBehindAFile) scene.boxes.file.clear();
     question.ask(scene);
     scene.settle();
     return scene.state();

@@ -1,6 +1,5 @@
 #include "config/routing/access_routing.h"
 
-#include "config/page_table.h"
 #include "config/routing/block_lines.h"
 #include "text/text_rules.h"
 
@@ -42,12 +41,8 @@ AccessRouting::AccessRouting(const PageTools& tools, RoutingRecords& routing)
     records.add(access_, gsmName);
     cmbTslAccessE1.setIndex(0);
     cmbTslAccessE1.valueChanged().connect([this] { turn(); });
-    routing_.fromGsm.table.changed().connect([this] {
-        if (showsGsm()) show(routing_.fromGsm);
-    });
-    routing_.fromIsdn.table.changed().connect([this] {
-        if (!showsGsm()) show(routing_.fromIsdn);
-    });
+    for (auto* told : {&routing_.fromGsm, &routing_.fromIsdn})
+        told->table.changed().connect([this, told] { take(*told); });
     ucTslAccessE1.valueChanged().connect([this] {
         const auto empty = ucTslAccessE1.rowCount() - filledRows(ucTslAccessE1).size();
         lblAccessEmpty.setText(empty == 0 ? "" : "Empty rows are not written: " + std::to_string(empty));
@@ -65,8 +60,22 @@ void AccessRouting::turn() {
     show(list());
 }
 
+// Of the list that is not shown, edits that were written meanwhile are none any more.
+void AccessRouting::take(const RoutingRecords::AccessList& told) {
+    if (&told == &list()) {
+        show(told);
+        return;
+    }
+    const auto rows = told.table.whole() ? heldRows(told.table) : std::string();
+    access_.settleDraft(showsGsm() ? isdnName : gsmName, [&](const InputField& field, const std::string& value) {
+        return told.table.whole() && value == (&field == &cmbAccessMode ? told.mode
+                                               : &field == &chkNumList  ? told.unlisted
+                                                                        : rows);
+    });
+}
+
 void AccessRouting::show(const RoutingRecords::AccessList& told) {
-    if (!told.table.whole() || told.mode.empty()) {
+    if (!told.table.whole() || told.mode.empty() || told.unlisted.empty()) {
         records.changed().emit();
         return;
     }
@@ -90,11 +99,10 @@ void AccessRouting::park() {
     show(list());
 }
 
-std::string AccessRouting::wireMode() { return untouched(cmbAccessMode) ? list().mode : cmbAccessMode.value(); }
-
 RoutingBatch AccessRouting::build() {
     if (!access_.edited() && list().table.whole()) return RoutingBatch::wrong({{}, noChangeText, nullptr, "info"});
-    if (list().mode.empty()) return RoutingBatch::wrong(BuiltLine::wrong(nothingReadText, ucTslAccessE1));
+    if (list().mode.empty() || list().unlisted.empty())
+        return RoutingBatch::wrong(BuiltLine::wrong(nothingReadText, ucTslAccessE1));
     if (auto fault = gridFault(ucTslAccessE1, list().table); !fault.word.empty())
         return RoutingBatch::wrong(std::move(fault));
     const auto rows = rowsToWrite(ucTslAccessE1, {});
@@ -102,23 +110,17 @@ RoutingBatch AccessRouting::build() {
                      {&chkNumList, chkNumList.value()},
                      {&ucTslAccessE1, GridField::valueOf(rows)}});
     RoutingBatch batch;
-    sentGsm_ = showsGsm();
-    const auto header = "000," + wireMode() + "," + chkNumList.value();
-    if (sentGsm_)
+    const auto header = "000," + cmbAccessMode.value() + "," + chkNumList.value();
+    if (showsGsm())
         batch.add("C_ICL" + header, "Access to E1 Options");
     else
         batch.add("C_IIL" + header, "Access to GSM Mode/Unlisted");
     addBlocks(
         batch,
-        sentGsm_ ? BlockLines{"C_ICL", 3, "Access to E1 block: "} : BlockLines{"C_IIL", 3, "Access to GSM block: "},
+        showsGsm() ? BlockLines{"C_ICL", 3, "Access to E1 block: "} : BlockLines{"C_IIL", 3, "Access to GSM block: "},
         rows);
-    sentRows_ = rows;
+    batch.whole = [&back = showsGsm() ? gsmBack_ : isdnBack_, rows] { back.begin(rows); };
     return batch;
-}
-
-// The other list may be shown by now.
-void AccessRouting::written(bool whole) {
-    if (whole) (sentGsm_ ? gsmBack_ : isdnBack_).begin(sentRows_);
 }
 
 }  // namespace trunvex

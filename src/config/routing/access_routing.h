@@ -27,21 +27,18 @@ public:
 
 private:
     RoutingBatch build() override;
-    void written(bool whole) override;
     bool showsGsm() const { return cmbTslAccessE1.index() == 0; }
     RoutingRecords::AccessList& list() { return showsGsm() ? routing_.fromGsm : routing_.fromIsdn; }
     void turn();
+    void take(const RoutingRecords::AccessList& told);
     void show(const RoutingRecords::AccessList& told);
     void followButtons();
-    std::string wireMode();
 
     RoutingRecords& routing_;
     RecordForm access_;
     ReadBack gsmBack_;
     ReadBack isdnBack_;
     bool writesHeld_ = false;
-    bool sentGsm_ = true;  // which list the last write was of, and its rows
-    std::vector<TextRow> sentRows_;
 };
 
 }  // namespace trunvex

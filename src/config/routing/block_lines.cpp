@@ -8,12 +8,11 @@
 
 namespace trunvex {
 
-std::vector<TextRow> rowsToWrite(const GridField& grid, std::initializer_list<std::size_t> zeroColumns) {
+std::vector<TextRow> rowsToWrite(const GridField& grid, std::initializer_list<std::size_t> numberColumns) {
     std::vector<TextRow> rows;
     for (const auto row : filledRows(grid)) {
         rows.push_back(grid.row(row));
-        for (const auto column : zeroColumns)
-            if (rows.back()[column].empty()) rows.back()[column] = "0";
+        for (const auto column : numberColumns) rows.back()[column] = std::to_string(val(rows.back()[column]));
     }
     return rows;
 }

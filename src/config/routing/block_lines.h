@@ -12,8 +12,9 @@ struct BlockLines {
     const char* caption;  // "Prefixes block: "
 };
 
-// The rows as they are written: without the empty ones, and with "0" for an empty cell of these columns.
-std::vector<TextRow> rowsToWrite(const GridField& grid, std::initializer_list<std::size_t> zeroColumns);
+// The rows as they are written: without the empty ones, and with the numbers of these columns as the gateway tells
+// them: "007" is 7, and an empty cell 0.
+std::vector<TextRow> rowsToWrite(const GridField& grid, std::initializer_list<std::size_t> numberColumns);
 
 // Adds the commands that write the rows, numbered from block 1. An empty table adds none.
 void addBlocks(RoutingBatch& batch, const BlockLines& lines, const std::vector<TextRow>& rows);

@@ -99,6 +99,9 @@ BuiltLine ChannelRouting::firstFault() {
         const auto& form = lines_[static_cast<std::size_t>(line - 1)];
         auto& field = numberField(line);
         if (form.edited() && !form.known()) return BuiltLine::wrong(form.key() + ": " + nothingReadText, field);
+        if (form.edited(field) && field.text().empty())
+            return BuiltLine::wrong(form.key() + ": an empty number leaves the old one in the gateway. Enter another.",
+                                    field);
         if (!untouched(field) && !isDialled(field.text(), mostNumberDigits))
             return BuiltLine::wrong(form.key() + ": a number has at most 15 digits.", field);
     }

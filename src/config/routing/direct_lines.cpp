@@ -131,14 +131,19 @@ void DirectLines::giveIndexes() {
         if (isWhole(row[Index]) && !taken.insert(static_cast<std::size_t>(val(row[Index]))).second) row[Index].clear();
     const auto held = entriesOf(routing_.directLines.table);
     for (auto& row : rows) {
-        if (!row[Index].empty()) continue;
         const auto twin = std::ranges::find_if(held, [&](const TextRow& one) {
             return one[Number] == row[Number] && !taken.contains(static_cast<std::size_t>(val(one[Index])));
         });
-        std::size_t index = twin == held.end() ? 1 : static_cast<std::size_t>(val((*twin)[Index]));
-        while (taken.contains(index)) ++index;
-        taken.insert(index);
-        row[Index] = std::to_string(index);
+        if (!row[Index].empty() || twin == held.end()) continue;
+        row[Index] = (*twin)[Index];
+        taken.insert(static_cast<std::size_t>(val(row[Index])));
+    }
+    std::size_t place = 1;
+    for (auto& row : rows) {
+        if (!row[Index].empty()) continue;
+        while (taken.contains(place)) ++place;
+        taken.insert(place);
+        row[Index] = std::to_string(place);
     }
     std::ranges::stable_sort(rows, {}, [](const TextRow& row) { return val(row[Index]); });
     if (rows != rowsOf(ucDela)) lines_.respell({{&ucDela, GridField::valueOf(rows)}});

@@ -80,6 +80,7 @@ void PortRouting::showAllocation() {
     const auto* mode = modeOf(told.mode);
     if (!mode) return;
     lblAllocation.setText(mode->text);
+    if (told.prefixDigits.empty() || told.mnp.empty()) return;  // as with a port
     allocation_.take({{&optTSLMode, std::to_string(mode->option)},
                       {&chkTSLByPrefix, mode->byPrefix ? "1" : "0"},
                       {&txtPRFDigits, escaped(told.prefixDigits)},
@@ -250,15 +251,12 @@ RoutingBatch PortRouting::build() {
     }
     addPorts(batch);
     addModifications(batch);
+    if (modifications_.known()) batch.whole = [this, rows = rowsOf(ucTslNumModif)] { readBack_.begin(rows); };
     if (batch.items.size() > mostWithoutRestart) {
         batch.items.push_back(restartRequest());
         batch.names.push_back(batch.items.back().Caption);
     }
     return batch;
-}
-
-void PortRouting::written(bool whole) {
-    if (whole && modifications_.known()) readBack_.begin(rowsOf(ucTslNumModif));
 }
 
 }  // namespace trunvex

@@ -43,7 +43,6 @@ public:
 
 private:
     RoutingBatch build() override;
-    void written(bool whole) override;
     void bindAllocation();
     void bindPorts();
     void bindModifications();

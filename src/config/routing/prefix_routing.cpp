@@ -96,7 +96,6 @@ RoutingBatch PrefixRouting::build() {
         return RoutingBatch::wrong(std::move(fault));
     const auto rows = rowsToWrite(ucTslPrefixes, {1, 2, 3});
     prefixes_.respell({{&ucTslPrefixes, GridField::valueOf(rows)}});
-    sentRows_ = rows;
     RoutingBatch batch;
     if (chkPrfEraseFirst.checked()) {
         batch.add(eraseCommand, eraseCaption);
@@ -106,11 +105,8 @@ RoutingBatch PrefixRouting::build() {
     if (batch.items.empty())
         return RoutingBatch::wrong(
             {{}, "The table is empty. Press Erase all to empty the gateway's.", nullptr, "info"});
+    batch.whole = [this, rows] { readBack_.begin(rows); };
     return batch;
-}
-
-void PrefixRouting::written(bool whole) {
-    if (whole) readBack_.begin(sentRows_);
 }
 
 void PrefixRouting::eraseAll() {

@@ -23,13 +23,11 @@ public:
 
 private:
     RoutingBatch build() override;
-    void written(bool whole) override;
     void eraseAll();
     void followRows();
 
     RoutingRecords& routing_;
     RecordForm prefixes_;
-    std::vector<TextRow> sentRows_;
     ReadBack readBack_;
     BatchWord eraseWord_;
 };

@@ -67,6 +67,10 @@ void RoutingPage::readAll() {
     tools_.read(traits.key, allReads(), budgetMs);
 }
 
+std::vector<QueueItem> RoutingPage::missing() {
+    return portSide.lblAllocation.text().empty() ? allReads() : std::vector<QueueItem>();
+}
+
 void RoutingPage::holdWrites(bool held) {
     for (auto* side : sides_) side->write.setEnabled(!held);
     access.holdWrites(held);
@@ -115,7 +119,8 @@ void RoutingPage::tryIt() {
 
 std::string RoutingPage::triedNow() const {
     RoutingPicture picture;
-    if (!routing_.allocation().mode.empty()) picture.mode = portSide.optTSLMode.index();
+    if (!routing_.allocation().mode.empty() && portSide.optTSLMode.index() != ChoiceField::none)
+        picture.mode = portSide.optTSLMode.index();
     picture.byPrefix = portSide.chkTSLByPrefix.checked();
     if (const auto& digits = portSide.txtPRFDigits.text(); isWhole(digits))
         picture.prefixDigits = static_cast<std::size_t>(val(digits));

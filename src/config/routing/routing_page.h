@@ -16,6 +16,7 @@ class RoutingPage final : public Page {
 public:
     RoutingPage(Session& session, const PageTools& tools, RoutingRecords& routing);
 
+    std::vector<QueueItem> missing() override;
     void holdWrites(bool held) override;
     std::vector<std::string> unwritten(Edits which) const override;
     void discard() override;

@@ -9,7 +9,9 @@ RoutingSide::RoutingSide(const PageTools& tools, const char* name, const char* u
     undo.pressed().connect([this] { records.undo(); });
     records.changed().connect([this] { undo.setEnabled(records.edited()); });
     write.pressed().connect([this] { send(); });
-    word_.done().connect([this](bool whole) { written(whole); });
+    word_.done().connect([this](bool whole) {
+        if (whole && whole_) whole_();
+    });
 }
 
 void RoutingSide::send() {
@@ -26,6 +28,7 @@ void RoutingSide::send() {
     batch.firstText = firstText_;
     if (!tools_.writes.start(std::move(batch))) return;
     word_.expect(name_, std::move(built.names));
+    whole_ = std::move(built.whole);
     writeStarted.emit();
 }
 

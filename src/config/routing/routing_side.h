@@ -14,12 +14,13 @@ struct RoutingBatch {
     std::vector<QueueItem> items;
     std::vector<std::string> names;  // of the items, for people
     BuiltLine fault;                 // its word is empty when nothing is
+    std::function<void()> whole;     // called when the gateway has accepted all of it
 
     void add(std::string line, std::string caption) {
         names.push_back(caption);
         items.push_back(command(std::move(line), std::move(caption)));
     }
-    static RoutingBatch wrong(BuiltLine fault) { return {{}, {}, std::move(fault)}; }
+    static RoutingBatch wrong(BuiltLine fault) { return {{}, {}, std::move(fault), {}}; }
 };
 
 // A part of the routing page that is written as a whole: its records, its buttons, and what became of its last write.
@@ -40,8 +41,6 @@ protected:
 
     // The batch as the page stands, by the button's press.
     virtual RoutingBatch build() = 0;
-    // A write has ended, and the gateway accepted it whole or not.
-    virtual void written(bool) {}
 
     void tell(const std::string& word) { records.setWord(word); }
     void send();
@@ -52,6 +51,7 @@ protected:
 private:
     const char* name_;
     BatchWord word_;
+    std::function<void()> whole_;  // of the batch under way
 };
 
 }  // namespace trunvex

@@ -294,6 +294,9 @@ QWidget* RoutingScreen::buildDirectLines() {
     };
     connect(table->selectionModel(), &QItemSelectionModel::currentChanged, this, tellRow);
     connect(table->model(), &QAbstractItemModel::modelReset, this, tellRow);
+    // The current cell moves with rows that come and go above it, and stays current.
+    connect(table->model(), &QAbstractItemModel::rowsInserted, this, tellRow);
+    connect(table->model(), &QAbstractItemModel::rowsRemoved, this, tellRow);
     tellRow();
     auto* erasing = new QWidget;
     auto* row = new QHBoxLayout(erasing);
