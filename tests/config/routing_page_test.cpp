@@ -243,6 +243,8 @@ TEST_F(Routing, NamesTheRowsThatStillStandInTheGateway) {
     sentBy(side.write);
     EXPECT_THAT(side.records.word(), HasSubstr("row 2"));
     kept.modifications.pop_back();  // by someone else
+    auto& slow = gateway.faults().perMnemonic["R_EDN"];
+    slow.latencyMin = slow.latencyMax = std::chrono::milliseconds(600);
     side.txtTSLWait.setText("1");
     EXPECT_EQ(sentBy(side.write).back(), "R_EDN");
     EXPECT_THAT(side.records.word(), testing::Not(HasSubstr("still")));
@@ -322,6 +324,9 @@ TEST_F(Routing, JudgesAWriteByTheRowsThatWereSent) {
     side.ucTslNumModif.setCell({0, 1}, "77");
     bench.advance(20000);
     EXPECT_THAT(arrived(), testing::Not(testing::Contains("R_EDN"))) << "typed since, and not sent";
+    side.write.press();
+    bench.platform.peer.closes();
+    EXPECT_EQ(side.records.word(), "");
 }
 
 TEST_F(Routing, ChecksCellsAndSendsNoSecondCommand) {
