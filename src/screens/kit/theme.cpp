@@ -107,6 +107,7 @@ QPushButton:focus { border: 2px solid @accent; padding: 3px 15px; }
 QPushButton:default:focus { border: 2px solid palette(text); }
 
 QPushButton[role="small"] { padding: 2px 8px; min-width: 0; }
+QPushButton[role="fault"] { padding: 0 8px; min-width: 0; border-color: @danger; color: @danger; font-weight: 600; }
 QToolButton[role="day"] { background: transparent; border: 1px solid @border; border-radius: 4px; color: @muted;
     padding: 2px 0; }
 QToolButton[role="day"]:checked { background: @accent; border-color: @accent; color: @onAccent; font-weight: 600; }
