@@ -134,6 +134,7 @@ private:
         open("BCCH report", monitor.cells.cmdGetBcch);
         monitor.counters.cmdIsdnRefresh.press();
         open("ISDN and versions", monitor.versions.cmdGeSID);
+        open("Events", console_.board.cmdSTSRefresh);
         tabs->setCurrentIndex(0);
         monitor.menu.open(1);
         monitor.menu.mnuGetCell.press();

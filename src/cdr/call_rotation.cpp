@@ -73,10 +73,14 @@ void CallRotation::ended(const std::filesystem::path& file, SlicedWork::End end,
     if (end == SlicedWork::End::Done) {
         told_.clear();
         // Calls that stay in the table must not stand in a file as well.
-        if (!clearTable_()) std::filesystem::remove(file, error);
+        if (clearTable_())
+            rolledOver.emit("Calls moved to " + file.filename().string());
+        else
+            std::filesystem::remove(file, error);
     } else if (end == SlicedWork::End::Failed && std::exchange(told_, reason) != reason) {
         session_.tell("The call records can't be written to " + file.parent_path().string() + " (" + reason +
                       "); they stay in the list.");
+        rolledOver.emit("Calls not moved: " + reason);
     }
     quietly("dropRollover", [&] { store_.dropRollover(); });
     store_.releaseRows();  // at once: what fails behind it may be given up, when a run is ended

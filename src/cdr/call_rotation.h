@@ -24,6 +24,8 @@ public:
     bool isDue(std::int64_t calls);
     void begin();
     bool running() const { return running_; }
+    // One has come to its end, in words.
+    sigc::signal<void(const std::string&)> rolledOver;
 
 private:
     std::int64_t mostCalls() const;

@@ -43,6 +43,7 @@ public:
     bool clearCalls();
     // The rollover: the table goes into a file of its own and begins anew.
     void SaveCDRFile() { rotation_.begin(); }
+    sigc::signal<void(const std::string&)>& rolledOver() { return rotation_.rolledOver; }
     // Calls are being loaded, searched, sorted or written.
     bool busy() const { return work_.running(); }
 

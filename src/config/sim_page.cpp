@@ -48,6 +48,15 @@ SimPage::SimPage(const PageTools& tools, PortTree& tree, SettingsRecords& record
     begin(table_.boxedFields());
 }
 
+std::array<TimeRow, timeRowCount> SimPage::rowsAsEdited(SimAddress sim) const {
+    const auto& held = tools_.tables.sim(sim);
+    const auto edits = form.editsOf(node_key::sim(sim));
+    if (edits.empty()) return held.rows;
+    auto values = table_.held(held);
+    for (const auto& [field, value] : edits) values[field] = value;
+    return timeTable.rowsOf(values);
+}
+
 void SimPage::bindFields() {
     table_.add({IncPhoneNumber,
                 "Phone number",

@@ -16,6 +16,8 @@ public:
     // for a single SIM line by line.
     BuiltLine build(std::string_view key, bool lineByLine);
     void readMissing() override;
+    // The time table of a SIM with what is edited of it, written or not.
+    std::array<TimeRow, timeRowCount> rowsAsEdited(SimAddress sim) const;
 
     LabelField lblSimCaption{"lblSimCaption"};
     LabelField lblSimHint{"lblSimHint"};

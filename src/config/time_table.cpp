@@ -166,6 +166,25 @@ std::string TimeTable::wireTimes(std::size_t row, const SimRec& to) const {
     return inUse(row) ? wireTime(txtTimeIntFrom[row].text()) + wireTime(txtTimeIntTo[row].text()) : "00000000";
 }
 
+std::array<TimeRow, timeRowCount> TimeTable::rowsOf(const RecordForm::Values& values) const {
+    const auto value = [&values](const InputField& field) {
+        const auto found = values.find(&field);
+        return found == values.end() ? std::string() : found->second;
+    };
+    std::array<TimeRow, timeRowCount> rows;
+    for (std::size_t row = 0; row < timeRowCount; ++row) {
+        const auto from = value(txtTimeIntFrom[row]);
+        const auto to = value(txtTimeIntTo[row]);
+        const bool nothing = (from == midnight || from.empty()) && (to == midnight || to.empty());
+        if (value(chkTimeIntEnable) != "1" || nothing) continue;
+        int mask = value(chkDayOfWkEnable) == "1" ? 0 : everyDay;
+        for (std::size_t day = 0; mask != everyDay && day < daysOfWeek; ++day)
+            if (value(chkSIMDayOfWk[row][day]) == "1") mask += dayBit(day);
+        rows[row] = {wireTime(from) + wireTime(to), std::to_string(mask)};
+    }
+    return rows;
+}
+
 TimeTable::Bar TimeTable::bar(std::size_t row) const {
     Bar bar;
     const auto& from = txtTimeIntFrom[row].text();

@@ -39,6 +39,8 @@ public:
         int days = 0;  // mask; 0: the row lets no call through
     };
     Bar bar(std::size_t row) const;
+    // The rows that these values of the fields make, whatever the fields show.
+    std::array<TimeRow, timeRowCount> rowsOf(const RecordForm::Values& values) const;
     // What a row means in plain words: "Mo-Fr 08:00-20:00".
     std::string meaning(std::size_t row) const;
 

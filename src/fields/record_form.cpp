@@ -192,6 +192,18 @@ std::vector<std::string> RecordForm::unwritten() const {
     return keys;
 }
 
+RecordForm::Values RecordForm::editsOf(const std::string& key) const {
+    Values values;
+    const bool isShown = key == key_ && known_;
+    const auto draft = drafts_.find(key);
+    for (std::size_t i = 0; i < entries_.size(); ++i) {
+        const auto& entry = entries_[i];
+        if (isShown && entry.shown != entry.held) values[entry.field] = entry.shown;
+        if (!isShown && draft != drafts_.end() && draft->second[i]) values[entry.field] = draft->second[i]->edited;
+    }
+    return values;
+}
+
 std::vector<std::pair<std::string, std::string>> RecordForm::parked() const {
     std::vector<std::pair<std::string, std::string>> keys;
     for (const auto& [gateway, drafts] : parked_)

@@ -48,6 +48,8 @@ public:
     bool edited(const InputField& field) const;
     // Keys of the records that hold edits, the one shown included.
     std::vector<std::string> unwritten() const;
+    // What was edited of a record, shown or not; fields that stand as the gateway holds them are not in it.
+    Values editsOf(const std::string& key) const;
     // The same of the gateways that are away: key and gateway.
     std::vector<std::pair<std::string, std::string>> parked() const;
     // What is shown of these fields was written: it counts as held. Asked with the value that is shown.

@@ -9,7 +9,7 @@ MonitorTools::MonitorTools(Session& session, SharedTables& tables, SettingsRecor
     : operations(session, board), lastCalls(session, history, board), menu(operations, board),
       counters(session, operations), versions(session, tables, operations),
       statistics(session, tables, operations, menu), cells(session, tables, operations, menu, board),
-      chart(session, tables, records, operations) {
+      chart(session, tables, records, operations), rehearsal(session, chart), events(session, board) {
     menu.mnuMessages.pressed().connect([this] { windows.showMessages(menu.port()); });
     menu.mnuDTMFDialer.pressed().connect([this, &session] {
         const auto& rights = session.state.gAccessRights;

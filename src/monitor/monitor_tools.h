@@ -1,11 +1,13 @@
 #pragma once
 
+#include "monitor/board_events.h"
 #include "monitor/board_operations.h"
 #include "monitor/cell_view.h"
 #include "monitor/isdn_counters.h"
 #include "monitor/last_calls.h"
 #include "monitor/port_menu.h"
 #include "monitor/port_windows.h"
+#include "monitor/rehearsal.h"
 #include "monitor/sim_statistics.h"
 #include "monitor/slave_versions.h"
 #include "monitor/time_chart.h"
@@ -26,6 +28,8 @@ struct MonitorTools {
     SimStatistics statistics;
     CellView cells;
     TimeChart chart;
+    Rehearsal rehearsal;
+    BoardEvents events;
 };
 
 }  // namespace trunvex

@@ -75,6 +75,7 @@ BchRow& frmSimStatus::row(std::int64_t channel) {
 }
 
 void frmSimStatus::UpdateSimStatus(const AlarmReport& report) {
+    quietly("reported", [&] { reported.emit(report); });
     if (!report.port) {
         quietly("UpdateSimStatus", [&] { systemAlarm(report); });
         return;
@@ -170,6 +171,7 @@ void frmSimStatus::takeColours(const BoardColours& colours) {
     colours_ = colours;
     colours_.save(settings_);
     for (auto& port : cells_) port.showState(colours_);
+    coloursChanged.emit();
 }
 
 // The board shows the clock as it came: the seconds stay empty when the gateway does not tell them.

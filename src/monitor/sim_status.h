@@ -42,12 +42,15 @@ public:
     const BoardColours& colours() const { return colours_; }
     // Keeps and uses these from now on, also for the cells that stand.
     void takeColours(const BoardColours& colours);
+    sigc::signal<void()> coloursChanged;
 
     // The board holds what a first read has brought, and opening it asks the gateway no more. The end of a session and
     // a switch of a port or a channel put an end to that.
     bool holdsData = false;
     // The board's window is asked for.
     sigc::signal<void()>& asked() { return asked_; }
+    // A report was taken, told by itself or as a part of a snapshot.
+    sigc::signal<void(const AlarmReport&)> reported;
     // The modules are others, or none is known any more.
     sigc::signal<void()> hardwareChanged;
     ReadQueue& refreshes() { return refreshes_; }

@@ -82,6 +82,15 @@ std::optional<int> TimeChart::now() const {
     return static_cast<int>(val(clock[4]) * 60 + val(clock[5]));
 }
 
+TimeChart::Rows TimeChart::rowsOf(SimAddress sim) const {
+    return edited_ && rowsAsEdited ? rowsAsEdited(sim) : tables_.sim(sim).rows;
+}
+
+void TimeChart::showEdited(bool edited) {
+    edited_ = edited;
+    changed.emit();
+}
+
 void TimeChart::choose(int day) {
     day_ = day;
     for (std::size_t at = 0; at < cmdDay.size(); ++at) cmdDay[at].setMarked(static_cast<int>(at) == day);
@@ -98,7 +107,7 @@ std::vector<TimeChart::Span> TimeChart::DrawChart(int day) const {
     std::vector<Span> spans;
     for (const auto port : everyPort)
         for (int sim = 1; sim <= simsPerModule; ++sim)
-            for (const auto& row : tables_.gSims[port.slot()][static_cast<std::size_t>(sim - 1)].rows) {
+            for (const auto& row : rowsOf({port, sim})) {
                 const bool flag = (val(row.days) & dayBit(static_cast<std::size_t>(day))) != 0;
                 DrawRect(spans, {port, sim}, flag ? fromOf(row) : midnight, flag ? toOf(row) : midnight);
             }

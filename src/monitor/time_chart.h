@@ -30,6 +30,10 @@ public:
     std::vector<Span> DrawChart() const { return DrawChart(day_); }
     std::vector<Span> DrawChart(int day) const;
     int day() const { return day_; }
+    // The tables of a SIM as the operator has edited them; set by who knows. Drawn in place of the gateway's on demand.
+    using Rows = std::array<TimeRow, timeRowCount>;
+    std::function<Rows(SimAddress)> rowsAsEdited;
+    void showEdited(bool edited);
     // By the gateway's clock, on its day of the week; none while it is not known or another day is shown.
     std::optional<int> now() const;
     Colour colour(int sim) const { return colours_[static_cast<std::size_t>(sim - 1)]; }
@@ -45,6 +49,7 @@ public:
     ActionField cmdASRefresh{"cmdASRefresh", "Refresh"};
 
 private:
+    Rows rowsOf(SimAddress sim) const;
     void choose(int day);
     void read();
     std::optional<int> gatewayDay() const;
@@ -56,6 +61,7 @@ private:
     int day_ = 0;
     bool chosen_ = false;  // by the operator; until then it is the gateway's day
     bool reading_ = false;
+    bool edited_ = false;
 };
 
 }  // namespace trunvex

@@ -18,6 +18,9 @@ public:
     // Does nothing while the icon is not there.
     virtual void change(const std::string& tip, bool warns) = 0;
 
+    // A message at the icon that goes by itself; nothing while the icon is not there.
+    virtual void say(const std::string& text) = 0;
+
     std::function<void()> onRestore;  // the operator asked for the window
 };
 

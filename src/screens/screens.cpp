@@ -28,6 +28,9 @@ Screens::Screens(Console& console) : console_(console), tools_{console.session.p
     QApplication::setQuitOnLastWindowClosed(false);
     mainWindow_ = std::make_unique<MainWindowScreen>(console.mainWindow, tools_, pages());
     listen(mainWindow_.get(), console.board.asked(), [this] { board().bringUp(); });
+    listen(mainWindow_.get(), console.monitor.events.alerted, [&console](const std::string&) {
+        if (console.monitor.events.chkEventSound.checked()) QApplication::beep();
+    });
     // The calls of a SIM stand in the main window, also when they are asked for on the board.
     listen(mainWindow_.get(), console.monitor.statistics.callsAsked,
            [this](const SimFigures&) { mainWindow_->bringUp(); });

@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QProgressBar>
+#include <QPushButton>
 
 #include "screens/kit/field_binding.h"
 #include "screens/kit/labels.h"
@@ -56,8 +57,12 @@ void StatusBar::addState(QHBoxLayout* line) {
     auto* silence = new QLabel;
     bind(model_.lblSilence, silence);
     follow(silence, model_.lblSilence, [this, silence] { silence->setVisible(!model_.lblSilence.text().empty()); });
+    auto* faults = new QPushButton;
+    faults->setProperty("role", "fault");
+    bind(model_.cmdFaults, faults);
     line->addWidget(sign);
     line->addWidget(word);
+    line->addWidget(faults);
     line->addWidget(silence);
 }
 

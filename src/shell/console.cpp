@@ -32,13 +32,39 @@ Console::Console(Platform& platform, const std::filesystem::path& folder)
       portTree(session, tables, portDetection, records), pages(session, tables, records, routing, portTree),
       groupsPage(session, {"groups", "Groups", "Edit the groups", Page::SimPort}),
       calls(session, callStore, cdrDownload, [this] { return clockOf(pages.system); }), board(session),
-      portState(session, tables, portDetection, records, board), monitor(session, tables, records, files.history, board),
+      portState(session, tables, portDetection, records, board),
+      monitor(session, tables, records, files.history, board),
       statisticsPage(session, {"stc", "Statistics", "SIM statistics"}),
       handsetPage(session, {"hst", "Handset", "Handset test", Page::Handset}),
       debugPage(session, {"dbg", "Debug", "Debug console", Page::Debug}),
       mainWindow(session, {&pages.main, &groupsPage, &pages.routing, &pages.isdn, &pages.system, &board,
                            &statisticsPage, &calls, &handsetPage, &debugPage}) {
+    followRehearsal();
+    auto& events = monitor.events;
+    events.lblFaults.changed().connect([this] { mainWindow.setFaults(monitor.events.lblFaults.text()); });
+    mainWindow.cmdFaults.pressed().connect([this] {
+        mainWindow.openPage("sim");
+        monitor.events.asked.emit();
+    });
+    events.alerted.connect([this, &platform](const std::string& words) {
+        if (monitor.events.chkEventTray.checked()) platform.tray().say(words);
+    });
+    calls.rolledOver().connect(
+        [this](const std::string& words) { monitor.events.raise(BoardEvent::Kind::Rollover, words, false); });
     monitor.statistics.callsAsked.connect([this](const SimFigures& sim) { showCallsOf(sim); });
+}
+
+// What the time tables would do to the calls that the page Calls lists.
+void Console::followRehearsal() {
+    monitor.chart.rowsAsEdited = [this](SimAddress sim) { return pages.sim.rowsAsEdited(sim); };
+    pages.sim.form.changed().connect([this] { monitor.rehearsal.tablesChanged(); });
+    constexpr std::size_t portColumn = 0;
+    constexpr std::size_t stampColumn = 7;
+    monitor.rehearsal.follow({[this] { return calls.lsvCallReport.size(); },
+                              [this](std::size_t row) {
+                                  return std::pair(calls.lsvCallReport.text(row, portColumn),
+                                                   calls.lsvCallReport.text(row, stampColumn));
+                              }});
 }
 
 // Calls name their SIM by its own number; without one all calls of its port are shown.

@@ -64,6 +64,7 @@ public:
     FrmPRIGroups mainWindow;
 
 private:
+    void followRehearsal();
     void showCallsOf(const SimFigures& sim);
 };
 

@@ -37,6 +37,8 @@ FrmPRIGroups::FrmPRIGroups(Session& session, std::vector<Page*> pages)
     lblVersion.setText(std::string(versionMajor) + "." + versionMinor);
     cmbTrayIcon.setTip("Hide the window; the icon in the notification area brings it back");
     cmbTrayIcon.pressed().connect([this] { hideToTray(); });
+    cmdFaults.setTip("Shows what stands in the list of events");
+    cmdFaults.setVisible(false);
     followSession();
     page_->setShown(true);
     showPhase();
@@ -208,7 +210,16 @@ bool FrmPRIGroups::queryUnload() {
     return true;
 }
 
-std::string FrmPRIGroups::trayTip() const { return linkIsLost() ? "Trunvex - " + notices.lblLink.text() : "Trunvex"; }
+std::string FrmPRIGroups::trayTip() const {
+    const auto& words = linkIsLost() ? notices.lblLink.text() : cmdFaults.caption();
+    return words.empty() ? "Trunvex" : "Trunvex - " + words;
+}
+
+void FrmPRIGroups::setFaults(const std::string& words) {
+    cmdFaults.setCaption(words);
+    cmdFaults.setVisible(!words.empty());
+    platform_.tray().change(trayTip(), linkIsLost());
+}
 
 void FrmPRIGroups::hideToTray() {
     auto& tray = platform_.tray();

@@ -40,6 +40,8 @@ public:
     sigc::signal<void()>& unload() { return unload_; }  // the exit button was pressed
 
     void hideToTray();
+    // What stands at the gateway, in words; empty for nothing. Shown in the window and at the tray icon.
+    void setFaults(const std::string& words);
     sigc::signal<void(bool shown)>& windowShown() { return windowShown_; }
 
     // Sets the intervals of the first four command timers and leaves them off.
@@ -61,6 +63,7 @@ public:
     ucProgress& panel;
     ReadQueue& reads;
     LabelField& lblNotice;
+    ActionField cmdFaults{"cmdFaults"};  // opens the list of events
     ActionField cmbTrayIcon{"cmbTrayIcon", "To tray"};
 
 private:

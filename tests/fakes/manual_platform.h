@@ -143,8 +143,11 @@ public:
         if (!tip.empty()) add(value, warns);
     }
 
+    void say(const std::string& text) override { said.push_back(text); }
+
     bool present = true;
     std::string tip;
+    std::vector<std::string> said;
 };
 
 class ManualClock : public Clock {

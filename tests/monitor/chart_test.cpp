@@ -86,5 +86,37 @@ TEST_F(Chart, KeepsItsColoursAndFollowsTheGatewaysDay) {
     EXPECT_EQ(std::pair(chart.day(), chart.now().has_value()), std::pair(5, false)) << "the operator's choice stays";
 }
 
+TEST_F(Chart, PastCallsAreRehearsedAgainstTheTablesAsEdited) {
+    const std::pair<const char*, const char*> calls[] = {{"1", "11-22-26 08:30:00 Su"}, {"1", "11-22-26 21:00:00 Su"},
+                                                         {"1", "11-23-26 08:30:00 Mo"}, {"2", "11-22-26 08:30:00 Su"},
+                                                         {"", "11-22-26 08:30:00 Su"},  {"1", "11-22-26 08:30:00"},
+                                                         {"1", "11-22-26 28:30:00 Su"}};
+    auto& rehearsal = console.monitor.rehearsal;
+    rehearsal.follow({[&calls] { return std::size(calls); },
+                      [&calls](std::size_t at) { return std::pair<std::string_view, std::string_view>(calls[at]); }});
+    bench.connect();
+    sim("111", "00083020,64,00000000,0,00000000,0,00000000,0");
+    const auto words = [&rehearsal](const char* missed) {
+        EXPECT_EQ(rehearsal.lblRehearsal.text(),
+                  std::string("Of 4 calls ") + missed + " would have found no SIM by the tables as they are edited.");
+    };
+    rehearsal.chkRehearse.press();
+    words("3");
+    EXPECT_EQ(rehearsal.marks().size(), 3u) << "of the Sunday";
+    bench.receive("A_PPR" + std::string(32, '1'));
+    console.portTree.tvGroups[0].select("SIM111");
+    auto& table = console.pages.sim.timeTable;
+    ASSERT_EQ(table.txtTimeIntTo[0].text(), "20:30");
+    table.txtTimeIntTo[0].setText("21:30");
+    words("2");
+    table.chkSIMDayOfWk[0][1].press();
+    words("1");
+    console.portTree.tvGroups[0].select("SIM112");
+    words("1");
+    EXPECT_EQ(drawn(1), "1.1:480-1290 ");
+    rehearsal.chkRehearse.press();
+    EXPECT_EQ(drawn(1), "") << "without it the chart is the gateway's";
+}
+
 }  // namespace
 }  // namespace trunvex

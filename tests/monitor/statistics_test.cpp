@@ -192,6 +192,9 @@ TEST_F(Statistics, ASimIsMeasuredAgainstItselfAlsoAfterARestart) {
     EXPECT_EQ(cell(rowOf("111"), SimStatistics::Word), "ASR and ACD low");
     EXPECT_EQ(cell(rowOf("112"), SimStatistics::Word), "");
     EXPECT_EQ(cell(rowOf("111"), SimStatistics::Trend), "60 60 60 60 60 60 20");
+    statistics.askForCalls(rowOf("111"));
+    EXPECT_EQ(console.mainWindow.page() + console.calls.cmbCDRColumn.text() + console.calls.cmbCDRValue.text(),
+              "callSim IDID");
     SimHistory kept(bench.platform.databaseFiles);
     kept.open(bench.folder.path() / "data" / "STA4711.mdb");
     EXPECT_EQ(kept.wordOn(statistics.figures(rowOf("111"))), "ASR and ACD low") << "what was read is on the disk";

@@ -222,6 +222,40 @@ TEST_F(BoardWindow, TheMenuIsAskedForAtTheCellUnderTheMouse) {
     }
 }
 
+TEST_F(BoardWindow, TheButtonsInACellDoWhatTheyShow) {
+    report(14, "40");
+    open();
+    auto* shown = cell(14);
+    auto& boxes = bench.platform.boxes;
+    const auto line = [shown](double number) { return shown->height() * (0.485 + 0.515 * (number + 0.5) / 4); };
+    const auto click = [this, shown](double x, double y, Qt::KeyboardModifiers keys = {}) {
+        bench.platform.boxes.shown.clear();
+        QTest::mouseClick(shown, Qt::LeftButton, keys, QPointF(x, y).toPoint());
+        settle();
+    };
+    const auto menus = [this] { return window.findChildren<QMenu*>("mnuSims").size(); };
+    click(shown->width() / 2.0, line(0));
+    EXPECT_TRUE(boxes.shown.empty() && menus() == 0) << "nothing stands there";
+    click(11, shown->height() * 0.075);
+    EXPECT_EQ(boxes.shown.size(), 1u) << "no link";
+    EXPECT_TRUE(console.board.cell(14).chkSTPEnable.checked());
+    shown->setFocus();
+    settle();
+    click(shown->width() - 16, line(2));
+    EXPECT_EQ(boxes.shown.size(), 1u) << "RESET, and no link";
+    click(shown->width() - 14, line(3));
+    ASSERT_EQ(menus(), 1);
+    EXPECT_EQ(console.monitor.menu.port(), 14);
+    window.findChild<QMenu*>("mnuSims")->close();
+    click(shown->width() - 14, line(3), Qt::ControlModifier);
+    QTest::keyClick(cell(15), Qt::Key_Space, Qt::ControlModifier);
+    EXPECT_EQ(console.monitor.menu.marked, (std::set{14, 15}));
+    QTest::keyClick(cell(15), Qt::Key_Return);
+    EXPECT_EQ(console.monitor.menu.mnuResetPort.caption(), "Reset Ports 2");
+    QTest::mouseClick(part("imgSystemStatus_2"), Qt::LeftButton);
+    EXPECT_TRUE(part("lsvStanding")->isVisible());
+}
+
 TEST_F(BoardWindow, TheClockShowsWhatTheGatewayTellsAndNothingElse) {
     open();
     const std::pair<const char*, const char*> records[] = {{"", "\u2013"},

@@ -143,6 +143,8 @@ const std::vector<Question>& questions() {
         {"your connection to the gateway will lose", [](Scene& s) { s.system.cmdConSwitch_0.press(); }, Yes, No,
          otherSession | LinkLost},
         {"Reset the Gateway", [](Scene& s) { s.system.cmdConSwitch_4.press(); }, Yes, No, otherSession | LinkLost},
+        {"reset the sim statistics", [](Scene& s) { s.console.monitor.menu.mnuResetSim[0].press(); }, Yes, No,
+         otherSession | LinkLost},
         {"End the session and lose", [](Scene& s) { s.console.mainWindow.openPage("connect"); }, Yes, No,
          otherSession | LinkLost},
         {"All prefixes of the gateway", [](Scene& s) { s.routing.prefixes.cmdTslPrfEraseAll.press(); }, Yes, No,

@@ -51,6 +51,10 @@ void QtTray::change(const std::string& tip, bool warns) {
     icon_->setToolTip(QString::fromStdString(tip));
 }
 
+void QtTray::say(const std::string& text) {
+    if (icon_) icon_->showMessage(QStringLiteral("Trunvex"), QString::fromStdString(text), QSystemTrayIcon::Warning);
+}
+
 void QtTray::remove() {
     icon_.reset();
     menu_.reset();

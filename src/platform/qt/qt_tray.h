@@ -14,6 +14,7 @@ public:
     void add(const std::string& tip, bool warns) override;
     void remove() override;
     void change(const std::string& tip, bool warns) override;
+    void say(const std::string& text) override;
 
 private:
     std::unique_ptr<QMenu> menu_;

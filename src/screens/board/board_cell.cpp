@@ -26,9 +26,6 @@ constexpr double designWidth = 138;
 constexpr double designHeight = 150;
 constexpr double markTint = 0.3;
 
-constexpr const char* stateIcons[BoardColours::count] = {"state_idle",    "state_off",      "state_connected",
-                                                         "state_problem", "state_alerting", "state_call"};
-
 QString withoutColon(QString caption) { return caption.remove(':').simplified(); }
 
 // How many characters of the text make up its first line; all of them when it can't be broken.
@@ -184,7 +181,7 @@ void BoardCell::layOutBand(const Sizes& sizes) {
     };
     const auto beside = [&](const QRectF& whole) { return whole.adjusted(markWidth, 0, 0, 0); };
     const auto& state = cell_.status.state;
-    icons_[State].set(state ? stateIcons[*state] : "led_none", ink, sizes.iconIn(line(0), 17), pixelRatio_);
+    icons_[State].set(state ? stateIcon(*state) : "led_none", ink, sizes.iconIn(line(0), 17), pixelRatio_);
     const bool inCall = !imgStatus().isEmpty();
     if (inCall) icons_[Call].set(imgStatus(), ink, sizes.iconIn(line(lines - 1), 17), pixelRatio_);
 

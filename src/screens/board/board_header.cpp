@@ -1,6 +1,7 @@
 #include "screens/board/board_header.h"
 
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
 #include <algorithm>
@@ -24,6 +25,7 @@ QString overField(QString caption) { return caption.remove(':').simplified(); }
 LampSign::LampSign(PictureField& field, const QString& caption, BoardFrame& frame, QWidget* parent)
     : QWidget(parent), field_(field), caption_(caption) {
     setObjectName(shown(field.name()));
+    setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     frame.follow(this, {&field}, [this] {
         const auto word = lampOf(field_.picture()).word;
@@ -53,6 +55,18 @@ void LampSign::paintEvent(QPaintEvent*) {
     icon.paint(painter);
     painter.setPen(colour);
     painter.drawText(rect().adjusted(side * 5 / 4, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, lamp.word);
+    if (hasFocus()) painter.drawRect(rect().adjusted(0, 0, -1, -1));
+}
+
+void LampSign::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) Q_EMIT pressed();
+}
+
+void LampSign::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Space)
+        Q_EMIT pressed();
+    else
+        QWidget::keyPressEvent(event);
 }
 
 LevelBar::LevelBar(int steps, QWidget* parent) : QWidget(parent), steps_(steps) {
@@ -80,11 +94,14 @@ void LevelBar::paintEvent(QPaintEvent*) {
     }
 }
 
-BoardHeader::BoardHeader(frmSimStatus& board, LabelField& allocation, BoardFrame& frame, QWidget* parent)
-    : QWidget(parent), board_(board), allocation_(allocation), frame_(frame), line_(new QHBoxLayout(this)) {
+BoardHeader::BoardHeader(frmSimStatus& board, LabelField& allocation, LabelField& faults, BoardFrame& frame,
+                         QWidget* parent)
+    : QWidget(parent), board_(board), allocation_(allocation), faults_(faults), frame_(frame),
+      line_(new QHBoxLayout(this)) {
     line_->setContentsMargins(0, 0, 0, 0);
     line_->setSpacing(3 * grid / 2);
     addLamps();
+    addFaults();
     addLevel();
     addFacts();
     addClock();
@@ -102,6 +119,18 @@ void BoardHeader::addLamps() {
     const QString captions[] = {overField(tr("Com Port :")), overField(tr("Network  :")), overField(tr("ISDN Line :"))};
     for (std::size_t i = 0; i < std::size(captions); ++i)
         addTile(captions[i], new LampSign(board_.imgSystemStatus[i], captions[i], frame_));
+}
+
+// In words; a dash tells that nothing stands, or that nothing is known.
+void BoardHeader::addFaults() {
+    auto* faults = new ElidedLabel;
+    showInFrames(faults_, faults, tr("What stands now"));
+    frame_.follow(faults, {&faults_}, [this, faults] {
+        auto palette = faults->palette();
+        palette.setColor(QPalette::WindowText, faults_.text().empty() ? colours().muted : colours().danger);
+        faults->setPalette(palette);
+    });
+    addTile(tr("Stands now"), faults, 1);
 }
 
 void BoardHeader::addLevel() {

@@ -22,8 +22,14 @@ public:
     QString picture() const;
     QSize sizeHint() const override;
 
+Q_SIGNALS:
+    // What is behind it is asked for.
+    void pressed();
+
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     PictureField& field_;
@@ -54,7 +60,8 @@ class BoardHeader : public QWidget {
     Q_OBJECT
 
 public:
-    BoardHeader(frmSimStatus& board, LabelField& allocation, BoardFrame& frame, QWidget* parent = nullptr);
+    BoardHeader(frmSimStatus& board, LabelField& allocation, LabelField& faults, BoardFrame& frame,
+                QWidget* parent = nullptr);
     // Gives a widget around the cells the font of its window, whose size goes with the window's.
     static void takeWindowFont(QWidget* widget);
 
@@ -64,12 +71,14 @@ private:
     void addLamps();
     void addLevel();
     void addFacts();
+    void addFaults();
     void addClock();
     QLabel* valueLabel(LabelField& field, const QString& name, const QString& widest);
     void showInFrames(LabelField& field, QLabel* label, const QString& name);
 
     frmSimStatus& board_;
     LabelField& allocation_;
+    LabelField& faults_;
     BoardFrame& frame_;
     QHBoxLayout* line_;
 };

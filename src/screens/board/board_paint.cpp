@@ -44,6 +44,12 @@ Colour modelColour(const QColor& colour) {
     return static_cast<Colour>(colour.red() | colour.green() << 8 | colour.blue() << 16);
 }
 
+const char* stateIcon(BoardColours::Which state) {
+    constexpr const char* icons[BoardColours::count] = {"state_idle",    "state_off",      "state_connected",
+                                                        "state_problem", "state_alerting", "state_call"};
+    return icons[state];
+}
+
 QColor inkOn(const QColor& ground) {
     const auto& soft = coloursOf(Theme::Light).text;
     if (contrast(soft, ground) >= readable) return soft;

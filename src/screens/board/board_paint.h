@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "fields/fields.h"
+#include "monitor/board_colours.h"
 #include "screens/kit/theme.h"
 
 class QPainter;
@@ -43,6 +44,9 @@ LampLook lampOf(const std::string& picture);
 
 // The icon of an enable flag that may not have been told.
 QString checkIcon(const std::optional<bool>& told, bool checked);
+
+// The icon of a cell's state.
+const char* stateIcon(BoardColours::Which state);
 
 // One line of text in a box: made a little smaller, then elided, when the box is too narrow.
 class TextPiece {

@@ -18,10 +18,12 @@
 #include "screens/board/board_cell.h"
 #include "screens/board/board_channels.h"
 #include "screens/board/board_header.h"
+#include "screens/board/board_legend.h"
 #include "screens/board/board_menu.h"
 #include "screens/board/cell_panel.h"
 #include "screens/board/chart_panel.h"
 #include "screens/board/colours_screen.h"
+#include "screens/board/events_panel.h"
 #include "screens/board/line_panel.h"
 #include "screens/board/message_panel.h"
 #include "screens/board/port_window_screens.h"
@@ -57,8 +59,11 @@ BoardScreen::BoardScreen(frmSimStatus& board, MonitorTools& monitor, LabelField&
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(grid, grid, grid, grid);
     layout->setSpacing(grid / 2);
-    auto* header = new BoardHeader(board, allocation, frame_);
-    for (auto* lamp : header->findChildren<LampSign*>()) pictures_.push_back(lamp);
+    auto* header = new BoardHeader(board, allocation, monitor.events.lblFaults, frame_);
+    for (auto* lamp : header->findChildren<LampSign*>()) {
+        pictures_.push_back(lamp);
+        connect(lamp, &LampSign::pressed, this, [this] { monitor_.events.asked.emit(); });
+    }
     pictures_.push_back(header->findChild<LevelBar*>());
     layout->addWidget(header);
     asOf_ = roleLabel({}, "strong");
@@ -82,6 +87,7 @@ BoardScreen::BoardScreen(frmSimStatus& board, MonitorTools& monitor, LabelField&
     new CellPanel(monitor.cells, this);
     listen(this, board.cmdShowBcch.pressed(), [this] { tabs_->setCurrentIndex(tabs_->currentIndex() == 0 ? 1 : 0); });
     followWindows();
+    tabs_->setFocus();
     restorePlace();
 }
 
@@ -111,11 +117,14 @@ void BoardScreen::buildTabs() {
     statistics->setObjectName("tabASR");
     new ReadBar(board_.reads(), statistics);
     tabs_->addTab(statistics, tr("SIM statistics"));
-    auto* chart = new ChartPanel(monitor_.chart, tools_);
+    auto* chart = new ChartPanel(monitor_.chart, monitor_.rehearsal, tools_);
     new ReadBar(board_.reads(), chart);
     tabs_->addTab(chart, tr("Time chart"));
     tabs_->addTab(new CellReport(monitor_.cells), tr("BCCH report"));
     tabs_->addTab(new LinePanel(monitor_.counters, monitor_.versions), tr("ISDN and versions"));
+    auto* events = new EventsPanel(monitor_.events);
+    tabs_->addTab(events, tr("Events"));
+    listen(this, monitor_.events.asked, [this, events] { tabs_->setCurrentWidget(events); });
 }
 
 QWidget* BoardScreen::buildButtons() {
@@ -134,8 +143,12 @@ QWidget* BoardScreen::buildButtons() {
 
 QWidget* BoardScreen::buildBoard() {
     auto* page = new QWidget;
-    auto* parts = new QHBoxLayout(page);
-    parts->setContentsMargins(0, grid / 2, 0, 0);
+    auto* rows = new QVBoxLayout(page);
+    rows->setContentsMargins(0, grid / 4, 0, 0);
+    rows->setSpacing(grid / 4);
+    auto* parts = new QHBoxLayout;
+    rows->addLayout(parts, 1);
+    rows->addWidget(new BoardLegend(board_));
     parts->setSpacing(grid);
     pictures_ = {buildCells(), new BoardChannels(board_, frame_)};
     parts->addWidget(pictures_[0], cellsShare);

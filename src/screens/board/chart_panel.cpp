@@ -1,7 +1,9 @@
 #include "screens/board/chart_panel.h"
 
+#include <QCheckBox>
 #include <QColorDialog>
 #include <QImage>
+#include <QLabel>
 #include <QPainter>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -10,7 +12,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-#include "monitor/time_chart.h"
+#include "monitor/rehearsal.h"
 #include "screens/board/board_paint.h"
 #include "screens/board/chart_view.h"
 #include "screens/kit/field_binding.h"
@@ -44,8 +46,8 @@ QPixmap swatchOf(const QColor& colour, double ratio) {
 
 }  // namespace
 
-ChartPanel::ChartPanel(TimeChart& chart, const ScreenTools& tools, QWidget* parent)
-    : QWidget(parent), chart_(chart), tools_(tools), view_(new ChartView(chart)) {
+ChartPanel::ChartPanel(TimeChart& chart, Rehearsal& rehearsal, const ScreenTools& tools, QWidget* parent)
+    : QWidget(parent), chart_(chart), rehearsal_(rehearsal), tools_(tools), view_(new ChartView(chart, rehearsal)) {
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(0, grid, 0, 0);
     rows->setSpacing(grid);
@@ -93,7 +95,19 @@ QLayout* ChartPanel::buildDays() {
 QLayout* ChartPanel::buildButtons() {
     auto* row = new QHBoxLayout;
     row->setSpacing(grid);
-    row->addStretch(1);
+    auto* rehearse = new QCheckBox;
+    bind(rehearsal_.chkRehearse, rehearse);
+    auto* found = new ElidedLabel;
+    bind(rehearsal_.lblRehearsal, found);
+    auto* work = new QLabel;
+    bind(rehearsal_.lblRehearsalWork, work);
+    auto* cancel = button(rehearsal_.cmdRehearsalCancel);
+    follow(cancel, rehearsal_.cmdRehearsalCancel,
+           [this, cancel] { cancel->setVisible(rehearsal_.cmdRehearsalCancel.enabled()); });
+    row->addWidget(rehearse);
+    row->addWidget(found, 1);
+    row->addWidget(work);
+    row->addWidget(cancel);
     auto* save = new QPushButton(tr("Save picture..."));
     save->setObjectName("cmdSaveChart");
     connect(save, &QPushButton::clicked, this, [this] { savePicture(); });

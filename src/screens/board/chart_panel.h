@@ -9,6 +9,7 @@ class QLayout;
 namespace trunvex {
 
 class ChartView;
+class Rehearsal;
 class TimeChart;
 
 // The chart of active times with its days, colours and buttons, as the board's tab and the page Statistics show it.
@@ -16,7 +17,7 @@ class ChartPanel : public QWidget {
     Q_OBJECT
 
 public:
-    ChartPanel(TimeChart& chart, const ScreenTools& tools, QWidget* parent = nullptr);
+    ChartPanel(TimeChart& chart, Rehearsal& rehearsal, const ScreenTools& tools, QWidget* parent = nullptr);
 
 private:
     QLayout* buildDays();
@@ -26,6 +27,7 @@ private:
     void savePicture();
 
     TimeChart& chart_;
+    Rehearsal& rehearsal_;
     ScreenTools tools_;
     ChartView* view_;
 };

@@ -3,8 +3,10 @@
 #include <QHelpEvent>
 #include <QPainter>
 #include <QToolTip>
+#include <algorithm>
+#include <cmath>
 
-#include "monitor/time_chart.h"
+#include "monitor/rehearsal.h"
 #include "screens/board/board_paint.h"
 #include "screens/kit/field_binding.h"
 
@@ -14,7 +16,6 @@ namespace {
 
 constexpr int hours = 24;
 constexpr double rowGap = 1.5;
-constexpr double laneGap = 0.5;
 
 QString timeText(int minute) {
     return QString("%1:%2").arg(minute / 60, 2, 10, QChar('0')).arg(minute % 60, 2, 10, QChar('0'));
@@ -27,6 +28,7 @@ struct ChartView::Frame {
     QRectF area;  // of the bars
     double rowHeight;
     const ColourRoles& roles;
+    double pixelRatio;
     double x(int minute) const { return area.left() + area.width() * minute / TimeChart::minutesOfDay; }
     QRectF row(PortAddress port) const {
         return {area.left(), area.top() + rowHeight * static_cast<double>(port.slot()), area.width(), rowHeight};
@@ -35,12 +37,17 @@ struct ChartView::Frame {
     QRectF lane(const TimeChart::Span& span) const {
         const auto whole = row(span.port).adjusted(0, rowGap, 0, -rowGap);
         const double each = whole.height() / simsPerModule;
-        return {x(span.from), whole.top() + each * (span.sim - 1) + laneGap, x(span.to) - x(span.from),
-                each - 2 * laneGap};
+        const double top = snapped(whole.top() + each * (span.sim - 1));
+        const double bottom = snapped(whole.top() + each * span.sim) - 1 / pixelRatio;
+        const double left = snapped(x(span.from));
+        return {left, top, snapped(x(span.to)) - left, std::max(bottom - top, 1 / pixelRatio)};
     }
+    // To the device's own pixels, so that all bars are equally high and sharp.
+    double snapped(double at) const { return std::round(at * pixelRatio) / pixelRatio; }
 };
 
-ChartView::ChartView(const TimeChart& chart, QWidget* parent) : QWidget(parent), chart_(chart) {
+ChartView::ChartView(const TimeChart& chart, const Rehearsal& rehearsal, QWidget* parent)
+    : QWidget(parent), chart_(chart), rehearsal_(rehearsal) {
     setObjectName("picDraw");
     setAccessibleName(tr("Active times of the SIMs"));
     setMouseTracking(true);
@@ -50,7 +57,7 @@ ChartView::Frame ChartView::frameOf(const QRectF& box, const QFontMetricsF& metr
     const double left = metrics.horizontalAdvance("32") + 12;
     const double right = metrics.horizontalAdvance("24:00") / 2 + 2;
     const QRectF area = box.adjusted(left, metrics.height() + 6, -right, -2);
-    return {area, area.height() / portCount, roles};
+    return {area, area.height() / portCount, roles, devicePixelRatioF()};
 }
 
 void ChartView::draw(QPainter& painter, const QRectF& box, const ColourRoles& roles) const {
@@ -58,6 +65,7 @@ void ChartView::draw(QPainter& painter, const QRectF& box, const ColourRoles& ro
     drawAxis(painter, frame);
     drawPorts(painter, frame);
     drawSpans(painter, frame);
+    drawCalls(painter, frame);
     drawNow(painter, frame);
 }
 
@@ -98,6 +106,24 @@ void ChartView::drawSpans(QPainter& painter, const Frame& frame) const {
     painter.setPen(Qt::NoPen);
     for (const auto& span : chart_.DrawChart())
         painter.fillRect(frame.lane(span), screenColour(chart_.colour(span.sim)));
+}
+
+// A call that finds a SIM is a thin stroke, one that would not a cross.
+void ChartView::drawCalls(QPainter& painter, const Frame& frame) const {
+    const auto& roles = frame.roles;
+    for (const auto& mark : rehearsal_.marks()) {
+        const auto row = frame.row(mark.port).adjusted(0, rowGap, 0, -rowGap);
+        const double x = frame.x(mark.minute);
+        painter.setPen(QPen(mark.missed ? roles.danger : roles.text, mark.missed ? 1.5 : 1));
+        if (!mark.missed) {
+            painter.drawLine(QPointF(x, row.top()), QPointF(x, row.bottom()));
+            continue;
+        }
+        const double half = std::min(row.height() / 2, 4.0);
+        const QPointF middle(x, row.center().y());
+        painter.drawLine(middle + QPointF(-half, -half), middle + QPointF(half, half));
+        painter.drawLine(middle + QPointF(-half, half), middle + QPointF(half, -half));
+    }
 }
 
 void ChartView::drawNow(QPainter& painter, const Frame& frame) const {

@@ -4,6 +4,7 @@
 
 namespace trunvex {
 
+class Rehearsal;
 class TimeChart;
 struct ColourRoles;
 
@@ -13,7 +14,7 @@ class ChartView : public QWidget {
     Q_OBJECT
 
 public:
-    explicit ChartView(const TimeChart& chart, QWidget* parent = nullptr);
+    ChartView(const TimeChart& chart, const Rehearsal& rehearsal, QWidget* parent = nullptr);
     // All of it into a rectangle, on a ground that has been filled.
     void draw(QPainter& painter, const QRectF& box, const ColourRoles& roles) const;
     QSize minimumSizeHint() const override { return {480, 360}; }
@@ -28,10 +29,12 @@ private:
     void drawAxis(QPainter& painter, const Frame& frame) const;
     void drawPorts(QPainter& painter, const Frame& frame) const;
     void drawSpans(QPainter& painter, const Frame& frame) const;
+    void drawCalls(QPainter& painter, const Frame& frame) const;
     void drawNow(QPainter& painter, const Frame& frame) const;
     QString tipAt(QPointF place) const;
 
     const TimeChart& chart_;
+    const Rehearsal& rehearsal_;
 };
 
 }  // namespace trunvex

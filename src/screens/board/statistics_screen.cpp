@@ -15,7 +15,7 @@ StatisticsScreen::StatisticsScreen(MonitorTools& monitor, const ScreenTools& too
     tabs->setObjectName("staticsTabs");
     tabs->setDocumentMode(true);
     tabs->addTab(new StatisticsPanel(monitor.statistics, tools, StatisticsPanel::Resets::No), tr("SIM statistics"));
-    tabs->addTab(new ChartPanel(monitor.chart, tools), tr("Time chart"));
+    tabs->addTab(new ChartPanel(monitor.chart, monitor.rehearsal, tools), tr("Time chart"));
     content()->addWidget(tabs, 1);
 }
 

@@ -109,6 +109,7 @@ QPushButton:default:focus { border: 2px solid palette(text); }
 QPushButton[role="small"] { padding: 2px 8px; min-width: 0; }
 QPushButton[role="pair"] { padding: 1px 4px; min-width: 80px; max-width: 80px; }
 QPushButton[role="pair"]:checked { background: @accent; border-color: @accent; color: @onAccent; }
+QPushButton[role="fault"] { padding: 0 8px; min-width: 0; border-color: @danger; color: @danger; font-weight: 600; }
 QToolButton[role="day"] { background: transparent; border: 1px solid @border; border-radius: 4px; color: @muted;
     padding: 2px 0; }
 QToolButton[role="day"]:checked { background: @accent; border-color: @accent; color: @onAccent; font-weight: 600; }
