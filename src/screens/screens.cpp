@@ -58,7 +58,8 @@ void Screens::startWithoutSplash() {
 BoardScreen& Screens::board() {
     if (!board_)
         board_ = std::make_unique<BoardScreen>(console_.board, console_.monitor,
-                                               console_.pages.routing.portSide.lblAllocation, tools_);
+                                               console_.pages.routing.portSide.lblAllocation,
+                                               console_.session.notices.lblNotice, tools_);
     return *board_;
 }
 

@@ -51,7 +51,7 @@ TEST_F(BoardStorm, EveryCellEndsAtItsLastLineAndIsPaintedOnceAFrameAtMost) {
 
     constexpr int frames = lengthMs / BoardFrame::intervalMs + 3;
     BoardScreen fresh(console.board, console.monitor, console.pages.routing.portSide.lblAllocation,
-                      {bench.platform, console.files.setting});
+                      console.session.notices.lblNotice, {bench.platform, console.files.setting});
     fresh.resize(window.size());
     fresh.show();
     for (int index = 1; index <= portCount; ++index) {

@@ -48,8 +48,9 @@ constexpr const char* geometryKey = "BoardGeometry";
 
 }  // namespace
 
-BoardScreen::BoardScreen(frmSimStatus& board, MonitorTools& monitor, LabelField& allocation, const ScreenTools& tools)
-    : board_(board), monitor_(monitor), tools_(tools), frame_(tools.platform) {
+BoardScreen::BoardScreen(frmSimStatus& board, MonitorTools& monitor, LabelField& allocation, LabelField& notice,
+                         const ScreenTools& tools)
+    : board_(board), monitor_(monitor), notice_(notice), tools_(tools), frame_(tools.platform) {
     setObjectName("frmSimStatus");
     setMinimumSize(smallestSize);
     follow(this, board.lblESN, [this, &board] {
@@ -70,6 +71,7 @@ BoardScreen::BoardScreen(frmSimStatus& board, MonitorTools& monitor, LabelField&
     asOf_->setObjectName(shown(board.lblAsOf.name()));
     layout->addWidget(asOf_);
     layout->addWidget(tabs_, 1);
+    layout->addLayout(buildFoot());
     const auto inFrames = [this](QObject* owner, Field& bar, std::function<void()> refresh) {
         frame_.follow(owner, {&bar}, std::move(refresh));
     };
@@ -127,6 +129,22 @@ void BoardScreen::buildTabs() {
     listen(this, monitor_.events.asked, [this, events] { tabs_->setCurrentWidget(events); });
 }
 
+// What is told in the main window is told here too, for the operator may be looking at this one only.
+QLayout* BoardScreen::buildFoot() {
+    auto* row = new QHBoxLayout;
+    row->setSpacing(grid);
+    row->addWidget(new BoardLegend(board_), 1);
+    auto* notice = new ElidedLabel;
+    notice->setProperty("role", "strong");
+    notice->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    frame_.follow(notice, {&notice_}, [this, notice] {
+        notice->setText(shown(notice_.text()));
+        notice->setVisible(!notice->text().isEmpty());
+    });
+    row->addWidget(notice, 1);
+    return row;
+}
+
 QWidget* BoardScreen::buildButtons() {
     auto* area = new QWidget;
     auto* row = new QHBoxLayout(area);
@@ -143,12 +161,8 @@ QWidget* BoardScreen::buildButtons() {
 
 QWidget* BoardScreen::buildBoard() {
     auto* page = new QWidget;
-    auto* rows = new QVBoxLayout(page);
-    rows->setContentsMargins(0, grid / 4, 0, 0);
-    rows->setSpacing(grid / 4);
-    auto* parts = new QHBoxLayout;
-    rows->addLayout(parts, 1);
-    rows->addWidget(new BoardLegend(board_));
+    auto* parts = new QHBoxLayout(page);
+    parts->setContentsMargins(0, 0, 0, 0);
     parts->setSpacing(grid);
     pictures_ = {buildCells(), new BoardChannels(board_, frame_)};
     parts->addWidget(pictures_[0], cellsShare);

@@ -22,7 +22,8 @@ class BoardScreen : public QWidget {
     Q_OBJECT
 
 public:
-    BoardScreen(frmSimStatus& board, MonitorTools& monitor, LabelField& allocation, const ScreenTools& tools);
+    BoardScreen(frmSimStatus& board, MonitorTools& monitor, LabelField& allocation, LabelField& notice,
+                const ScreenTools& tools);
     ~BoardScreen() override;
     // Shows it, in front of the others.
     void bringUp();
@@ -36,6 +37,7 @@ protected:
 private:
     QWidget* buildBoard();
     QWidget* buildButtons();
+    QLayout* buildFoot();
     QWidget* buildCells();
     void buildTabs();
     void followWindows();
@@ -50,6 +52,7 @@ private:
 
     frmSimStatus& board_;
     MonitorTools& monitor_;
+    LabelField& notice_;
     ScreenTools tools_;
     BoardFrame frame_;
     QTabWidget* tabs_ = nullptr;

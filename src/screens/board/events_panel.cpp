@@ -18,6 +18,7 @@ namespace trunvex {
 
 namespace {
 
+constexpr const char* chosenMark = "chosenKeys";
 constexpr int widths[] = {120, 72, 48, 80, 320, 64, 88, 144};
 
 }  // namespace
@@ -49,7 +50,24 @@ TableView* EventsPanel::buildTable(const char* name, const QString& spoken, cons
         table->setEmptyText(list.rowCount() > 0 ? QString() : emptyText);
     };
     tellEmpty();
-    listen(table, list.replaced(), tellEmpty);
+    // The rows are laid out anew with every event; what the operator has chosen stays chosen.
+    connect(table->selectionModel(), &QItemSelectionModel::selectionChanged, table, [table, &list] {
+        QStringList keys;
+        for (const auto& index : table->selectionModel()->selectedRows())
+            keys << shown(list.row(static_cast<std::size_t>(index.row())).key);
+        table->setProperty(chosenMark, keys);
+    });
+    listen(table, list.replaced(), [table, tellEmpty, &list] {
+        tellEmpty();
+        const auto keys = table->property(chosenMark).toStringList();
+        QItemSelection rows;
+        for (std::size_t row = 0; row < list.rowCount() && !keys.isEmpty(); ++row)
+            if (keys.contains(shown(list.row(row).key))) {
+                const auto first = table->model()->index(static_cast<int>(row), 0);
+                rows.select(first, first.siblingAtColumn(static_cast<int>(list.columnCount()) - 1));
+            }
+        table->selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect);
+    });
     return table;
 }
 

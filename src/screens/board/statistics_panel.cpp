@@ -23,7 +23,7 @@ namespace {
 
 constexpr const char* section = "STAColumns";
 constexpr const char* hidden = "0";
-constexpr int widths[] = {40, 80, 40, 88, 64, 64, 64, 148, 136, 132, 72, 60, 100, 96};
+constexpr int widths[] = {40, 80, 40, 88, 64, 64, 64, 164, 136, 132, 72, 60, 100, 96};
 constexpr int balanceWidth = 96;
 
 std::string columnKey(int column) { return "COL" + std::to_string(column); }
