@@ -199,7 +199,7 @@ RecordForm::Values RecordForm::editsOf(const std::string& key) const {
     for (std::size_t i = 0; i < entries_.size(); ++i) {
         const auto& entry = entries_[i];
         if (isShown && entry.shown != entry.held) values[entry.field] = entry.shown;
-        if (!isShown && draft != drafts_.end() && draft->second[i]) values[entry.field] = draft->second[i]->edited;
+        if (!isShown && draft != drafts_.end() && draft->second[i]) values[entry.field] = draft->second[i]->shown;
     }
     return values;
 }
