@@ -11,7 +11,7 @@ namespace {
 
 constexpr const char* filter = "Comma Separated Values file (*.csv)|*.csv";
 constexpr const char* title = "export";
-constexpr std::size_t mostRows = portCount * simsPerModule;
+constexpr auto mostRows = static_cast<std::size_t>(portCount) * simsPerModule;
 
 }  // namespace
 

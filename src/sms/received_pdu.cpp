@@ -86,9 +86,9 @@ std::string address(std::span<const std::uint8_t> octets, std::size_t count) {
 }
 
 std::string takeServiceCentre(Reader& reader) {
-    const auto length = reader.octet();
+    const std::size_t length = reader.octet();
     if (length == 0) return {};
-    return address(reader.take(length), (length - 1U) * 2);
+    return address(reader.take(length), (length - 1) * 2);
 }
 
 std::string takeNumber(Reader& reader) {

@@ -65,8 +65,8 @@ QPushButton* smallButton(ActionField& action) {
 }
 
 // The label of one end of a pair, which is pressed to pick it.
-QPushButton* pairButton(ChannelPairs& pairs, LabelField& label, const QString& name, std::function<bool()> picked,
-                        std::function<void()> click) {
+QPushButton* pairButton(ChannelPairs& pairs, LabelField& label, const QString& name,
+                        const std::function<bool()>& picked, const std::function<void()>& click) {
     auto* button = new QPushButton;
     button->setObjectName(shown(label.name()));
     button->setProperty("role", "pair");
