@@ -16,22 +16,21 @@ constexpr const char* figures = "0123456789";
 constexpr const char* eraseCommand = "C_PRF00";
 constexpr const char* eraseCaption = "Prefixes";
 
-std::string prefixFault(const std::string& text) { return text.empty() ? "A row needs a prefix." : std::string(); }
+std::string prefixFault(const std::string& text) {
+    if (text.empty()) return "A row needs a prefix.";
+    return text.size() > mostNumber ? "- Max length of number is 14 digit ." : std::string();
+}
 
-// An empty cell is the group 0, which is none.
+// An empty cell is 0, which is no group and no code.
+bool fitsOctet(const std::string& text) { return text.empty() || wholeWithin(text, 0, 255); }
+
 std::string groupFault(const std::string& text) {
     if (text.size() > mostGroup) return "- Max number of Prefix group is 3 digit .";
-    const bool fits = text.empty() || wholeWithin(text, 0, 255);
-    return fits ? std::string() : "- The Prefix group number must be between 0 and 255 .";
+    return fitsOctet(text) ? std::string() : "- The Prefix group number must be between 0 and 255 .";
 }
 
 std::string codeFault(const std::string& text) {
-    const bool fits = text.empty() || wholeWithin(text, 0, 255);
-    return fits ? std::string() : "- The 'MNP routing code' is a number between 0-255 .";
-}
-
-std::string numberFault(const std::string& text) {
-    return text.size() > mostNumber ? "- Max length of number is 14 digit ." : prefixFault(text);
+    return fitsOctet(text) ? std::string() : "- The 'MNP routing code' is a number between 0-255 .";
 }
 
 }  // namespace
@@ -39,7 +38,7 @@ std::string numberFault(const std::string& text) {
 PrefixRouting::PrefixRouting(const PageTools& tools, RoutingRecords& routing)
     : RoutingSide(tools, "Prefixes", "cmdTslUndoPrefixes", "cmdTslWritePrefixes"),
       ucTslPrefixes("ucTslPrefixes",
-                    {{"Prefix", mostNumber, figures, false, numberFault},
+                    {{"Prefix", mostNumber, figures, false, prefixFault},
                      {"High Priority", mostGroup, figures, true, groupFault},
                      {"Low Priority", mostGroup, figures, true, groupFault},
                      {"MNP routing code", mostGroup, figures, true, codeFault}},
