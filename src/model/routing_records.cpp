@@ -140,7 +140,6 @@ void RoutingRecords::forget() {
     directLines.table.forget();
     modifications.forget();
     prefixes.forget();
-    forgotten.emit();
 }
 
 void RoutingRecords::takeAllocation(const Record& record) {

@@ -73,7 +73,6 @@ public:
     sigc::signal<void(int number)> lineStored;
     sigc::signal<void()> causesStored;
     sigc::signal<void()> modificationModeStored;
-    sigc::signal<void()> forgotten;
 
 private:
     void forget();

@@ -59,7 +59,7 @@ DirectLines::DirectLines(const PageTools& tools, RoutingRecords& routing)
              RoutingRecords::mostDirectLines),
       csv(tools, ucDela, {"cmdDelaImport", "cmdDelaExport", "dela.csv", Number},
           [this](const std::string& word) { tell(word); }),
-      routing_(routing), entryWord_(tools.writes, tools.clock, [this](const std::string& word) { tell(word); }) {
+      routing_(routing) {
     firstText_ = "send data to: ";
     write.setCaption("Write table");
     lines_.add(ucDela);
@@ -70,22 +70,16 @@ DirectLines::DirectLines(const PageTools& tools, RoutingRecords& routing)
     cmdDelaDelete.pressed().connect([this] { deleteRow(); });
     cmdDelaErase.pressed().connect([this] { erase(); });
     ucDela.valueChanged().connect([this] { followRow(); });
-    entryWord_.done().connect([this](bool whole) {
-        if (whole && !gone_.empty()) dropGone();
-    });
     cmbDelaErase.setIndex(Limited);
     followRow();
 }
 
-std::vector<QueueItem> DirectLines::reads() {
-    return {tableRead("R_DAC", "ALL Direct extension line"), command("R_DST", "Direct extension line")};
-}
-
 void DirectLines::readTable() {
     if (!tools_.connected() || !tools_.mayLose(lines_)) return;
-    auto batch = reads();
-    batch.push_back(tableRead("R_ICL", "Access to E1"));
-    tools_.read("cmdDELA", std::move(batch), readBudget);
+    tools_.read("cmdDELA",
+                {tableRead("R_DAC", "ALL Direct extension line"), command("R_DST", "Direct extension line"),
+                 tableRead("R_ICL", "Access to E1")},
+                readBudget);
 }
 
 void DirectLines::showTable() {
@@ -186,21 +180,11 @@ RoutingBatch DirectLines::build() {
     return batch;
 }
 
-void DirectLines::start(RoutingBatch built, const std::string& name, std::set<std::size_t> gone) {
-    WriteBatch batch;
-    batch.items = std::move(built.items);
-    batch.firstText = firstText_;
-    if (!tools_.writes.start(std::move(batch))) return;
-    entryWord_.expect(name, std::move(built.names));
-    gone_ = std::move(gone);
-    writeStarted.emit();
-}
-
 // What the gateway has dropped is no row any more, whatever else is edited; what was typed and never written stays.
-void DirectLines::dropGone() {
+void DirectLines::dropRows(const std::set<std::size_t>& gone) {
     std::vector<std::size_t> rows;
     for (std::size_t row = 0; row < ucDela.rowCount(); ++row)
-        if (gone_.contains(indexOf(row))) rows.push_back(row);
+        if (gone.contains(indexOf(row))) rows.push_back(row);
     const auto word = records.word();
     ucDela.removeRows(rows);
     tell(word);
@@ -226,7 +210,7 @@ void DirectLines::writeRow() {
     if (row >= rows.size()) return;
     RoutingBatch batch;
     addEntry(batch, row);
-    start(std::move(batch), "Entry " + ucDela.cell(row, Index), {});
+    start(std::move(batch), "Entry " + ucDela.cell(row, Index));
 }
 
 void DirectLines::deleteRow() {
@@ -242,7 +226,8 @@ void DirectLines::deleteRow() {
         return;
     RoutingBatch batch;
     addDeletion(batch, index);
-    start(std::move(batch), entry, {index});
+    batch.whole = [this, index] { dropRows({index}); };
+    start(std::move(batch), entry);
 }
 
 void DirectLines::erase() {
@@ -259,7 +244,8 @@ void DirectLines::erase() {
     for (const auto& row : entriesOf(routing_.directLines.table))
         if (cmbDelaErase.index() == All || (cmbDelaErase.index() == Limited) == !row[Calls].empty())
             gone.insert(static_cast<std::size_t>(val(row[Index])));
-    start(std::move(batch), erasing.caption, std::move(gone));
+    batch.whole = [this, gone = std::move(gone)] { dropRows(gone); };
+    start(std::move(batch), erasing.caption);
 }
 
 }  // namespace trunvex

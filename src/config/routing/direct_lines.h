@@ -16,8 +16,6 @@ public:
     void park() { records.park(tools_.session.gESN); }
     // The row that the single-entry buttons are about; beyond the last for none.
     void setRow(std::size_t row);
-    // What the reads of the table ask.
-    static std::vector<QueueItem> reads();
 
     enum Erase { Limited, Unlimited, All };
 
@@ -43,16 +41,13 @@ private:
     void writeRow();
     void deleteRow();
     void erase();
-    void start(RoutingBatch built, const std::string& name, std::set<std::size_t> gone);
-    void dropGone();
+    void dropRows(const std::set<std::size_t>& gone);
     void followRow();
 
     RoutingRecords& routing_;
     RecordForm lines_;
     std::size_t row_ = 0;
     bool writesHeld_ = false;
-    std::set<std::size_t> gone_;  // entries that the write under way drops
-    BatchWord entryWord_;
 };
 
 }  // namespace trunvex

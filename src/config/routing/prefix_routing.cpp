@@ -46,8 +46,7 @@ PrefixRouting::PrefixRouting(const PageTools& tools, RoutingRecords& routing)
       csv(tools, ucTslPrefixes, {"cmdTslImport", "cmdTslExport", "prefixes.csv", prefixColumn},
           [this](const std::string& word) { tell(word); }),
       routing_(routing), readBack_(tools, routing.prefixes, tableRead("R_PRF", "Prefix"),
-                                   [this](const std::string& word) { tell(records.word() + ". " + word); }),
-      eraseWord_(tools.writes, tools.clock, [this](const std::string& word) { tell(word); }) {
+                                   [this](const std::string& word) { tell(records.word() + ". " + word); }) {
     prefixes_.add(ucTslPrefixes);
     records.add(prefixes_, "Prefixes");
     routing_.prefixes.changed().connect([this] {
@@ -57,12 +56,6 @@ PrefixRouting::PrefixRouting(const PageTools& tools, RoutingRecords& routing)
     ucTslPrefixes.valueChanged().connect([this] { followRows(); });
     chkPrfEraseFirst.valueChanged().connect([this] { followRows(); });
     cmdTslPrfEraseAll.pressed().connect([this] { eraseAll(); });
-    eraseWord_.done().connect([this](bool whole) {
-        if (!whole) return;
-        const auto word = records.word();
-        ucTslPrefixes.replaceAll({});
-        tell(word);
-    });
     followRows();
 }
 
@@ -116,12 +109,15 @@ void PrefixRouting::eraseAll() {
                                 "warning", ButtonSet::YesNo, BoxIcon::Warning, 2},
                                forSession(tools_.session)))
         return;
-    WriteBatch batch;
-    batch.firstText = firstText_;
-    batch.items.push_back(command(eraseCommand, eraseCaption));
-    if (!tools_.writes.start(std::move(batch))) return;
-    eraseWord_.expect("Erasing of the prefixes", {"all"});
-    writeStarted.emit();
+    RoutingBatch batch;
+    batch.add(eraseCommand, eraseCaption);
+    batch.names.back() = "all";
+    batch.whole = [this] {
+        const auto word = records.word();
+        ucTslPrefixes.replaceAll({});
+        tell(word);
+    };
+    start(std::move(batch), "Erasing of the prefixes");
 }
 
 }  // namespace trunvex

@@ -29,7 +29,6 @@ private:
     RoutingRecords& routing_;
     RecordForm prefixes_;
     ReadBack readBack_;
-    BatchWord eraseWord_;
 };
 
 }  // namespace trunvex

@@ -22,12 +22,15 @@ void RoutingSide::send() {
         built.fault.orTell(tools_.dialogs);
         return;
     }
-    if (built.items.empty()) return;
+    if (!built.items.empty()) start(std::move(built), name_);
+}
+
+void RoutingSide::start(RoutingBatch built, const std::string& name) {
     WriteBatch batch;
     batch.items = std::move(built.items);
     batch.firstText = firstText_;
     if (!tools_.writes.start(std::move(batch))) return;
-    word_.expect(name_, std::move(built.names));
+    word_.expect(name, std::move(built.names));
     whole_ = std::move(built.whole);
     writeStarted.emit();
 }

@@ -44,6 +44,8 @@ protected:
 
     void tell(const std::string& word) { records.setWord(word); }
     void send();
+    // Sends what was built, and tells in the end what became of it under this name.
+    void start(RoutingBatch built, const std::string& name);
 
     const PageTools& tools_;
     const char* firstText_ = "send data : ";
