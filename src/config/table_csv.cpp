@@ -56,7 +56,7 @@ std::string takeLine(const GridField& grid, const std::vector<std::size_t>& colu
     for (std::size_t i = 0; i < columns.size(); ++i) {
         auto& cell = row[columns[i]];
         if (i < line.size()) cell = trim(line[i]);
-        if (const auto why = grid.faultOf(columns[i], cell); !why.empty()) return why;
+        if (auto why = grid.faultOf(columns[i], cell); !why.empty()) return why;
     }
     return {};
 }
