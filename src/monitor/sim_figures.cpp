@@ -1,8 +1,7 @@
 #include "monitor/sim_figures.h"
 
+#include <charconv>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 
 #include "text/text_rules.h"
 
@@ -13,16 +12,19 @@ namespace {
 constexpr std::size_t places = 4;
 constexpr std::size_t longestFraction = 255;
 
-std::string rounded(double value) {
+// The system's language may write numbers with a comma; these do not.
+template <class... How>
+std::string numberText(double value, How... how) {
     char text[400];
-    std::snprintf(text, sizeof text, "%.*f", static_cast<int>(places), value);
-    std::string number = text;
+    return {text, std::to_chars(std::begin(text), std::end(text), value, how...).ptr};
+}
+
+std::string rounded(double value) {
+    auto number = numberText(value, std::chars_format::fixed, static_cast<int>(places));
     number.erase(number.find_last_not_of('0') + 1);
     if (number.back() == '.') number.pop_back();
     return number;
 }
-
-double numberOf(std::string_view text) { return std::strtod(std::string(text).c_str(), nullptr); }
 
 std::string orZero(std::string_view part) { return part.empty() ? "0" : std::string(part); }
 
@@ -38,11 +40,17 @@ std::string rest(const Fields& fields, std::size_t at, bool& ended) {
 
 }  // namespace
 
+double decimalOf(std::string_view text) {
+    double value = 0;
+    std::from_chars(text.data(), text.data() + text.size(), value);
+    return value;
+}
+
 std::string formatFraction(std::string_view value, std::string_view separator, int decimals, bool minutesMode) {
     std::string text(value);
     const auto pointBefore = text.find('.');
-    if (pointBefore != std::string::npos && text.size() - pointBefore - 1 > places) text = rounded(numberOf(text));
-    if (numberOf(text) <= 0) return minutesMode ? "0 Minutes " : text;
+    if (pointBefore != std::string::npos && text.size() - pointBefore - 1 > places) text = rounded(decimalOf(text));
+    if (decimalOf(text) <= 0) return minutesMode ? "0 Minutes " : text;
     const auto point = text.find('.');
     if (point == std::string::npos) return text;
     const auto whole = orZero(std::string_view(text).substr(0, point));
@@ -86,12 +94,11 @@ std::int64_t SimFigures::acdSeconds() const {
 std::string SimFigures::asr() const {
     if (dialled == 0) return "0";
     const auto ratio = rounded(static_cast<double>(succeeded) / static_cast<double>(dialled));
-    char text[40];
-    std::snprintf(text, sizeof text, "%.15g", numberOf(formatFraction(ratio, ".", 2, false)) * 100);
-    return text;
+    constexpr int exactDigits = 15;
+    return numberText(decimalOf(formatFraction(ratio, ".", 2, false)) * 100, std::chars_format::general, exactDigits);
 }
 
-double SimFigures::asrPercent() const { return numberOf(asr()); }
+double SimFigures::asrPercent() const { return decimalOf(asr()); }
 
 std::string SimFigures::acd() const {
     if (succeeded == 0) return "0 Minutes";

@@ -37,6 +37,8 @@ struct SimFigures {
     std::string imsi = {};
 };
 
+// The decimal number a text begins with, whatever the system's language; 0 without one.
+double decimalOf(std::string_view text);
 // "64:05"
 std::string minutesAndSeconds(std::int64_t seconds);
 

@@ -51,8 +51,7 @@ void SimHistory::open(const std::filesystem::path& path) {
     database->execute(makeTable);
     const auto rows = database->query(all);
     while (rows->next())
-        remember(std::string(rows->text(0)),
-                 {std::strtod(std::string(rows->text(1)).c_str(), nullptr), val(rows->text(2)), val(rows->text(3))});
+        remember(std::string(rows->text(0)), {decimalOf(rows->text(1)), val(rows->text(2)), val(rows->text(3))});
 }
 
 void SimHistory::add(const std::vector<SimFigures>& read, std::chrono::local_seconds when) {
