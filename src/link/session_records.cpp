@@ -66,11 +66,11 @@ void SessionRecords::addRows() {
         if (record.body == "1") bringUp_.endedByGateway();
         if (record.body == "2") bringUp_.RecievingChange();
     });
-    dispatcher_.on("OK", [this](const Record&) { writes_.WriteResult(true); });
+    dispatcher_.on("OK", [this](const Record&) { takeWord({}, true); });
     dispatcher_.on("ERROR", [this](const Record&) {
         refreshes_.settle();
         session_.gStatusSeen = true;
-        writes_.WriteResult(false);
+        takeWord({}, false);
     });
     for (const auto* word : {"B_OK", "P_OK", "B_ER", "P_ER"}) dispatcher_.on(word, nothing);
     dispatcher_.on("I_ALR", [this](const Record& record) { takeAlarm(record.fields()); });
@@ -85,12 +85,21 @@ bool SessionRecords::takeUpdateReport(const Fields& fields) {
     return true;
 }
 
+void SessionRecords::takeWord(std::string_view address, bool ok) {
+    if (!writes_.walk().active())
+        unasked.emit(address, ok);
+    else if (address.empty())
+        writes_.WriteResult(ok);
+    else
+        writes_.answeredFor(address, ok);
+}
+
 void SessionRecords::takeAlarm(const Fields& fields) {
     if (takeUpdateReport(fields)) return;
     const auto index = fields.at(0);
     const auto code = fields.at(1);
     if (code == "OK" || code == "ERROR") {
-        writes_.answeredFor(index, code == "OK");
+        takeWord(index, code == "OK");
         return;
     }
     const auto sim = getIndexs(index).at(2);  // throws for an index that is not three digits

@@ -14,12 +14,16 @@ public:
     // A report about one SIM, after the board has it: X, Y, S, code and up to three arguments.
     sigc::signal<void(const Fields& record)> simAlarm;
 
+    // The gateway's OK or ERROR while no write waits for one; the address is empty where the word has none.
+    sigc::signal<void(std::string_view address, bool ok)> unasked;
+
     // The gateway has told that the update of a target is done.
     sigc::signal<void()> updateCompleted;
 
 private:
     void addRows();
     void takeAlarm(const Fields& fields);
+    void takeWord(std::string_view address, bool ok);
     bool takeUpdateReport(const Fields& fields);
 
     Dispatcher& dispatcher_;

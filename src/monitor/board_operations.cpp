@@ -1,5 +1,7 @@
 #include "monitor/board_operations.h"
 
+#include <algorithm>
+
 #include "text/text_rules.h"
 
 namespace trunvex {
@@ -13,7 +15,13 @@ std::string flag(bool enabled) { return enabled ? ",1" : ",0"; }
 
 }  // namespace
 
-BoardOperations::BoardOperations(Session& session, frmSimStatus& board) : session_(session), board_(board) {
+BoardOperations::BoardOperations(Session& session, frmSimStatus& board)
+    : session_(session), board_(board), patience_(session.platform.makeTimer([this] { timeIsUp(); })) {
+    session.records.unasked.connect([this](std::string_view address, bool ok) { takeWord(address, ok); });
+    session.events.tornDown.connect([this] {
+        patience_->stop();
+        asked_.clear();
+    });
     for (int index = 1; index <= portCount; ++index) {
         auto& cell = board.cell(index);
         cell.chkSTPEnable.pressed().connect([this, index, &cell] { enablePort(index, cell.chkSTPEnable.checked()); });
@@ -55,14 +63,18 @@ void BoardOperations::enablePort(int index, bool enabled) {
     auto& cell = board_.cell(index);
     cell.status.enabled = enabled;
     board_.show(cell);
-    if (mayChange()) send("C_STP" + PortAddress::ofNumber(index).digits() + flag(enabled));
+    if (mayChange())
+        change("C_STP" + PortAddress::ofNumber(index).digits() + flag(enabled),
+               (enabled ? "enabling of port " : "disabling of port ") + std::to_string(index));
 }
 
 void BoardOperations::enableChannel(int channel, bool enabled) {
     auto& row = board_.row(channel);
     row.status.enabled = enabled;
     row.show();
-    if (mayChange()) send("C_STB" + std::to_string(channel) + flag(enabled));
+    if (mayChange())
+        change("C_STB" + std::to_string(channel) + flag(enabled),
+               (enabled ? "enabling of channel " : "disabling of channel ") + std::to_string(channel));
 }
 
 void BoardOperations::ask(const char* command, int index) {
@@ -71,7 +83,36 @@ void BoardOperations::ask(const char* command, int index) {
 
 void BoardOperations::resetPorts(const std::set<int>& indexes) {
     if (!mayChange()) return;
-    for (const int index : indexes) send("C_RST" + PortAddress::ofNumber(index).digits());
+    for (const int index : indexes)
+        change("C_RST" + PortAddress::ofNumber(index).digits(), "reset of port " + std::to_string(index));
+}
+
+void BoardOperations::change(const std::string& line, const std::string& what) {
+    send(line);
+    asked_.push_back({line, what});
+    patience_->start(answerMs);
+}
+
+// A word without an address may be the answer to a question that a read has asked.
+void BoardOperations::takeWord(std::string_view address, bool ok) {
+    if (address.empty() && (session_.reads.running() || session_.refreshes.running())) return;
+    const auto answered =
+        std::ranges::find_if(asked_, [address](const Asked& asked) { return mayAnswer(address, asked.line); });
+    if (answered == asked_.end()) return;
+    const auto what = std::move(answered->what);
+    asked_.erase(answered);
+    if (asked_.empty()) patience_->stop();
+    if (!ok) fail("Refused: ", what);
+}
+
+void BoardOperations::timeIsUp() {
+    patience_->stop();
+    for (const auto& asked : std::exchange(asked_, {})) fail("Not answered: ", asked.what);
+}
+
+void BoardOperations::fail(const char* how, const std::string& what) {
+    session_.tell(how + what + ".");
+    failed.emit(how + what);
 }
 
 }  // namespace trunvex

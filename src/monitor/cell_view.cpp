@@ -122,7 +122,10 @@ void CellView::lock(const std::string& channel) {
         return;
     }
     if (!operations_.mayChange()) return;
-    operations_.send("C_CLM" + picBStat.tag() + "," + channel);
+    const auto port = std::to_string(PortAddress::parse(picBStat.tag()).number());
+    operations_.change("C_CLM" + picBStat.tag() + "," + channel, channel == "0"
+                                                                     ? "automatic cell of port " + port
+                                                                     : "lock of port " + port + " to cell " + channel);
     close();
 }
 

@@ -10,6 +10,8 @@ MonitorTools::MonitorTools(Session& session, SharedTables& tables, SettingsRecor
       counters(session, operations), versions(session, tables, operations),
       statistics(session, tables, operations, menu), cells(session, tables, operations, menu, board),
       chart(session, tables, records, operations), rehearsal(session, chart), events(session, board) {
+    operations.failed.connect(
+        [this](const std::string& words) { events.raise(BoardEvent::Kind::Write, words, false); });
     menu.mnuMessages.pressed().connect([this] { windows.showMessages(menu.port()); });
     menu.mnuDTMFDialer.pressed().connect([this, &session] {
         const auto& rights = session.state.gAccessRights;

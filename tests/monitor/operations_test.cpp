@@ -98,6 +98,32 @@ TEST_F(Operations, MarkedPortsAreResetTogetherByTheMenuOfOneOfThem) {
     }
 }
 
+TEST_F(Operations, AChangeThatIsRefusedOrNotAnsweredIsTold) {
+    stand();
+    const std::pair<std::vector<std::string>, std::vector<std::string>> answers[] = {
+        {{"I_ALR110,OK", "I_ALR130,OK", "I_ALR000,OK"}, {}},
+        {{"I_ALR130,ERROR", "I_ALR110,OK", "ERROR"}, {"Refused: reset of port 3", "Refused: enabling of channel 5"}},
+        {{"I_ALR000,136,11,1,OK", "I_ALR840,OK", "OK", "I_ALR130,OK"}, {"Not answered: enabling of channel 5"}},
+        {{},
+         {"Not answered: reset of port 1", "Not answered: reset of port 3", "Not answered: enabling of channel 5"}}};
+    std::vector<std::string> told;
+    monitor.operations.failed.connect([&told](const std::string& words) { told.push_back(words); });
+    for (const auto& [lines, words] : answers) {
+        monitor.operations.resetPorts({1, 3});
+        monitor.operations.enableChannel(5, true);
+        for (const auto& line : lines) bench.receive(line);
+        bench.advance(BoardOperations::answerMs);
+        EXPECT_EQ(told, words) << testing::PrintToString(lines);
+        bench.receive("ERROR");
+        told.clear();
+    }
+    EXPECT_EQ(monitor.events.lsvEvents.text(0, 4), "Not answered: enabling of channel 5");
+    monitor.operations.resetPorts({1});
+    bench.platform.peer.closes();
+    bench.advance(BoardOperations::answerMs);
+    EXPECT_THAT(told, IsEmpty()) << "the loss of the link is told";
+}
+
 TEST_F(Operations, IsdnCountersShowWhatIsToldAndAResetThatFailedShowsNothing) {
     const auto shown = [this] {
         std::string all;
