@@ -14,22 +14,10 @@ constexpr const char* section = "Events";
 constexpr std::chrono::milliseconds quiet{60'000};  // between two alerts
 constexpr int asideMinutes[] = {15, 60, 480};
 
-struct LampReport {
-    std::string_view code;
-    std::size_t lamp;
-    Lamp light;
-};
-
-constexpr LampReport lampReports[] = {{"010", 2, Lamp::Green}, {"011", 2, Lamp::Red},    {"020", 0, Lamp::Yellow},
-                                      {"021", 0, Lamp::Green}, {"022", 0, Lamp::Red},    {"023", 0, Lamp::Yellow},
-                                      {"024", 0, Lamp::Red},   {"030", 1, Lamp::Yellow}, {"031", 1, Lamp::Green},
-                                      {"032", 1, Lamp::Red},   {"033", 1, Lamp::Yellow}, {"034", 1, Lamp::Red}};
-constexpr const char* lampNames[] = {"Com port", "Network", "ISDN line"};
-constexpr std::string_view causes[] = {"101", "102", "110", "111", "112", "113", "114", "115"};
-
 std::string stamp(std::chrono::local_seconds when) {
     const std::chrono::year_month_day date{std::chrono::floor<std::chrono::days>(when)};
-    return twoDigits(unsigned(date.day())) + "/" + twoDigits(unsigned(date.month())) + " " + timeOfDay(when);
+    return twoDigits(unsigned(date.day())) + "/" + twoDigits(unsigned(date.month())) + "/" +
+           twoDigits(int(date.year()) % 100) + " " + timeOfDay(when);
 }
 
 std::string lasting(std::int64_t seconds) {
@@ -64,16 +52,17 @@ BoardEvents::BoardEvents(Session& session, frmSimStatus& board)
     board.reported.connect([this](const AlarmReport& report) { takeAlarm(report); });
     onReport<SystemReport>(session.realTimeUpdate, "SYS", [this](const auto& report) {
         constexpr Lamp lights[] = {Lamp::Red, Lamp::Yellow, Lamp::Green};
-        for (std::size_t lamp = 0; lamp < report.lamps.size(); ++lamp)
+        for (std::size_t lamp = 0; live_ && lamp < report.lamps.size(); ++lamp)
             if (report.lamps[lamp]) takeLamp(lamp, lights[*report.lamps[lamp]]);
     });
     followSession();
 }
 
-BoardEvents::~BoardEvents() { keep(); }
+BoardEvents::~BoardEvents() { keep(identified_ ? list_ : before_); }
 
 void BoardEvents::followSession() {
     using enum BoardEvent::Kind;
+    session_.events.begun.connect([this] { beginList(); });
     session_.events.identified.connect([this] { openStore(); });
     session_.events.loggedIn.connect([this](LogInOutcome) {
         clear(Link);
@@ -85,6 +74,7 @@ void BoardEvents::followSession() {
         show();
     });
     session_.events.tornDown.connect([this] {
+        live_ = false;
         list_.clearGateway(now());
         show();
     });
@@ -94,20 +84,37 @@ void BoardEvents::followSession() {
     });
 }
 
+// Whose gateway it is, it tells a moment later; what it reports until then is its own.
+void BoardEvents::beginList() {
+    live_ = true;
+    if (std::exchange(identified_, false)) {
+        clear(BoardEvent::Kind::Link);
+        keep(list_);
+        before_ = std::move(list_);
+    }
+    list_ = {};
+    show();
+}
+
 void BoardEvents::openStore() {
     const auto name = fileNamePart(session_.state.gESN);
-    clear(BoardEvent::Kind::Link);
-    keep();
-    std::string why;
-    if (!quietly(
-            "EventStore",
-            [&] {
-                store_.open(
-                    name.empty() ? std::string() : session_.state.applicationFolder + "/data/EVT" + name + ".mdb",
-                    list_);
-            },
-            &why))
-        session_.tell("The events of earlier sessions can't be read: " + why);
+    const auto path = name.empty() ? std::string() : session_.state.applicationFolder + "/data/EVT" + name + ".mdb";
+    auto early = identified_ ? EventList() : std::exchange(list_, {});
+    if (identified_)
+        clear(BoardEvent::Kind::Link);
+    else
+        list_ = std::exchange(before_, {});
+    if (path != store_.path() || path.empty()) {
+        keep(list_);
+        std::string why;
+        if (!quietly(
+                "EventStore", [&] { store_.open(path, list_); }, &why))
+            session_.tell("The events of earlier sessions can't be read, and none are kept: " + why);
+    }
+    identified_ = true;
+    news_.clear();
+    for (const auto& [id, event] : early.all())
+        if (const int news = list_.raise(event, event.last, event.standing)) news_.push_back(news);
     show();
 }
 
@@ -117,54 +124,12 @@ void BoardEvents::raise(BoardEvent::Kind kind, const std::string& what, bool sta
     event.what = what;
     event.port = port;
     event.sim = sim;
-    if (list_.raise(event, now(), stands)) news_ = (port > 0 ? "Port " + std::to_string(port) + ": " : "") + what;
+    if (const int news = list_.raise(event, now(), stands)) news_.push_back(news);
     changed();
 }
 
 void BoardEvents::clear(BoardEvent::Kind kind, int port) {
     if (list_.clear(kind, port, now())) changed();
-}
-
-void BoardEvents::takeAlarm(const AlarmReport& report) {
-    if (report.port)
-        takePortAlarm(report);
-    else
-        takeSystemAlarm(report);
-}
-
-void BoardEvents::takeSystemAlarm(const AlarmReport& report) {
-    if (std::ranges::find(causes, report.code) != std::end(causes)) {
-        raise(BoardEvent::Kind::Channel, "Cleared with cause " + escaped(report.second), false);
-        return;
-    }
-    const auto* told = std::ranges::find(lampReports, report.code, &LampReport::code);
-    if (told != std::end(lampReports)) takeLamp(told->lamp, told->light);
-}
-
-void BoardEvents::takeLamp(std::size_t lamp, trunvex::Lamp light) {
-    const int place = -1 - static_cast<int>(lamp);
-    const auto what =
-        light == Lamp::Green ? "" : lampNames[lamp] + std::string(light == Lamp::Red ? ": fault" : ": not ready");
-    if (list_.clear(BoardEvent::Kind::Lamp, place, now(), what)) changed();
-    if (!what.empty()) raise(BoardEvent::Kind::Lamp, what, true, place);
-}
-
-void BoardEvents::takePortAlarm(const AlarmReport& report) {
-    using enum BoardEvent::Kind;
-    const auto& row = alarmRow(report.alarm);
-    const int port = report.port->number();
-    const bool red = row.light == trunvex::Lamp::Red;
-    const bool faulty = report.is(AlarmCode::SimAbsent) || row.effect == AlarmEffect::Fault;
-    if (faulty) {
-        const auto kind = report.alarm == AlarmCode::ErrorGsm ? Module : Sim;
-        // As on the board, the last one is how the port stands.
-        if (list_.clear(kind, port, now(), row.text)) changed();
-        raise(kind, row.text, true, port, report.sim);
-    } else if (row.lamp == AlarmLamp::Net && red)
-        raise(Network, row.text ? row.text : "No network", true, port, report.sim);
-    if (row.simAtWork)
-        for (const auto kind : {Sim, Module}) clear(kind, port);
-    if (row.lamp == AlarmLamp::Net && row.light == trunvex::Lamp::Green) clear(Network, port);
 }
 
 void BoardEvents::acknowledge(const std::vector<std::string>& keys) {
@@ -179,7 +144,8 @@ void BoardEvents::setAside(const std::vector<std::string>& keys) {
 }
 
 void BoardEvents::changed() {
-    if (list_.hasChanged() && !delay_->isActive()) delay_->start(showDelayMs);
+    const bool something = !list_.changed().empty() || !list_.gone().empty();
+    if (something && std::exchange(shown_, false)) delay_->start(showDelayMs);
 }
 
 bool BoardEvents::wanted(const BoardEvent& event) const {
@@ -187,7 +153,11 @@ bool BoardEvents::wanted(const BoardEvent& event) const {
     return kind && (cmbEventPort.index() <= 0 || cmbEventPort.index() == event.port);
 }
 
-ListTable::Row BoardEvents::rowOf(const BoardEvent& event) const {
+ListTable::Row BoardEvents::standingRow(const BoardEvent& event) const {
+    return rowOf(event, list_.lastedSeconds(event, now()));
+}
+
+ListTable::Row BoardEvents::rowOf(const BoardEvent& event, std::int64_t lasted) const {
     const char* state = event.isAside(now()) ? "Set aside"
                         : event.standing     ? event.acknowledged ? "Stands, acknowledged" : "Stands"
                         : event.acknowledged ? "Acknowledged"
@@ -198,14 +168,14 @@ ListTable::Row BoardEvents::rowOf(const BoardEvent& event) const {
     return {std::to_string(event.id),
             {stamp(event.last), port ? "Port " + std::to_string(port) : "", sim ? std::to_string(sim) : "",
              BoardEvent::kindNames[static_cast<std::size_t>(event.kind)], event.what, std::to_string(event.count),
-             lasting(event.lastedSeconds), state},
+             lasting(lasted), state},
             {seconds, static_cast<double>(port), static_cast<double>(sim), 0, 0, static_cast<double>(event.count),
-             static_cast<double>(event.lastedSeconds), 0}};
+             static_cast<double>(lasted), 0}};
 }
 
 // The newest first.
 void BoardEvents::show() {
-    delay_->stop();
+    shown_ = true;
     std::vector<const BoardEvent*> events;
     for (const auto& [id, event] : list_.all()) events.push_back(&event);
     std::ranges::stable_sort(events, [](const auto* one, const auto* other) {
@@ -214,24 +184,53 @@ void BoardEvents::show() {
     std::vector<ListTable::Row> rows;
     std::vector<ListTable::Row> standing;
     for (const auto* event : events) {
-        if (wanted(*event)) rows.push_back(rowOf(*event));
-        if (event->standing && !event->isAside(now())) standing.push_back(rowOf(*event));
+        if (wanted(*event)) rows.push_back(rowOf(*event, event->lastedSeconds));
+        if (event->standing && !event->isAside(now())) standing.push_back(standingRow(*event));
     }
     lsvEvents.setRows(std::move(rows));
     lsvStanding.setRows(std::move(standing));
     lblFaults.setText(standingWords(list_, now()));
-    keep();
-    const auto uptime = session_.platform.clock().uptime();
-    if (news_.empty() || uptime - alertedAt_ < quiet) return;
-    alertedAt_ = uptime;
-    alerted.emit(std::exchange(news_, {}));
+    if (identified_) keep(list_);
+    alert();
+    wait();
 }
 
-void BoardEvents::keep() {
+// What stands and is not set aside, as long as it still does when its turn comes.
+void BoardEvents::alert() {
+    const auto uptime = session_.platform.clock().uptime();
+    std::erase_if(news_, [this](int id) { return !list_.standing().contains(id) || list_.find(id)->isAside(now()); });
+    if (news_.empty() || uptime - alertedAt_ < quiet) return;
+    alertedAt_ = uptime;
+    const auto& event = *list_.find(news_.back());
+    news_.clear();
+    alerted.emit((event.port > 0 ? "Port " + std::to_string(event.port) + ": " : "") + event.what);
+}
+
+// For the next alert, or for the end of a time for which something that stands was set aside.
+void BoardEvents::wait() {
+    delay_->stop();
+    if (!live_) return;
+    std::optional<std::chrono::milliseconds> next;
+    if (!news_.empty()) next = quiet - (session_.platform.clock().uptime() - alertedAt_);
+    for (const auto& [id, since] : list_.standing())
+        if (const auto until = list_.find(id)->asideUntil; now() < until)
+            next = std::min(next.value_or(until - now()), std::chrono::milliseconds(until - now()));
+    if (next) delay_->start(static_cast<int>(std::max<std::int64_t>(next->count(), 1)));
+}
+
+void BoardEvents::refresh() {
+    if (!shown_) return;
+    for (const auto& [id, since] : list_.standing())
+        if (const auto& event = *list_.find(id); !event.isAside(now())) lsvStanding.put(standingRow(event));
+}
+
+// Told once, not at every event.
+void BoardEvents::keep(EventList& list) {
     std::string why;
-    if (!quietly(
-            "EventStore", [this] { store_.keep(list_); }, &why))
-        session_.tell("The events can't be kept: " + why);
+    const bool failed = !quietly(
+        "EventStore", [&] { store_.keep(list); }, &why);
+    if (failed && !keepFails_) session_.tell("The events can't be kept: " + why);
+    keepFails_ = failed;
 }
 
 void BoardEvents::exportCsv() {

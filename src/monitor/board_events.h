@@ -21,6 +21,8 @@ public:
     void raise(BoardEvent::Kind kind, const std::string& what, bool stands, int port = 0, int sim = 0);
     void clear(BoardEvent::Kind kind, int port = 0);
 
+    // Tells anew how long it is that what stands now stands.
+    void refresh();
     // By a shown row of one of the two tables.
     void acknowledge(const std::vector<std::string>& keys);
     void setAside(const std::vector<std::string>& keys);
@@ -47,19 +49,28 @@ private:
     void takePortAlarm(const AlarmReport& report);
     void takeLamp(std::size_t lamp, Lamp light);
     void followSession();
+    void beginList();
     void openStore();
     void changed();
     void show();
-    void keep();
+    void wait();
+    void alert();
+    void keep(EventList& list);
     void exportCsv();
     bool wanted(const BoardEvent& event) const;
-    ListTable::Row rowOf(const BoardEvent& event) const;
+    ListTable::Row rowOf(const BoardEvent& event, std::int64_t lasted) const;
+    ListTable::Row standingRow(const BoardEvent& event) const;
     std::chrono::local_seconds now() const { return session_.platform.clock().localTime(); }
 
     Session& session_;
     EventList list_;
+    EventList before_;  // of the gateway whose file is open, while a new session has not told whose it is
     EventStore store_;
-    std::string news_;  // that was not alerted yet
+    bool identified_ = false;
+    bool live_ = false;  // a session has begun and not ended
+    bool shown_ = true;  // but for what the delay ends with
+    bool keepFails_ = false;
+    std::vector<int> news_;  // that was not alerted yet
     std::chrono::milliseconds alertedAt_{-1'000'000};
     std::unique_ptr<Timer> delay_;
 };

@@ -12,11 +12,7 @@ std::string counted(int count, const char* what) {
 
 }  // namespace
 
-void EventList::note(int id) {
-    if (changed_.empty() || changed_.back() != id) changed_.push_back(id);
-}
-
-bool EventList::raise(const BoardEvent& event, std::chrono::local_seconds now, bool stands) {
+int EventList::raise(const BoardEvent& event, std::chrono::local_seconds now, bool stands) {
     const auto [known, isNew] = ids_.try_emplace(keyOf(event), nextId_);
     auto& row = events_[known->second];
     if (isNew) {
@@ -24,24 +20,36 @@ bool EventList::raise(const BoardEvent& event, std::chrono::local_seconds now, b
         row.id = nextId_++;
         row.first = now;
     }
-    if (row.standing && stands) return false;
+    if (row.standing && stands) return 0;
+    const bool flaps = !isNew && now - row.last < flapping;
     if (event.sim != 0) row.sim = event.sim;
     row.last = now;
     ++row.count;
     row.standing = stands;
     row.acknowledged = false;
     if (stands) since_[row.id] = now;
-    note(row.id);
-    const bool news = stands && !row.isAside(now);
+    changed_.insert(row.id);
+    const int news = stands && !flaps && !row.isAside(now) ? row.id : 0;
     if (isNew) makeRoom();
     return news;
 }
 
 void EventList::end(BoardEvent& event, std::chrono::local_seconds now) {
     event.standing = false;
-    event.lastedSeconds += std::max<std::int64_t>(0, (now - since_[event.id]).count());
+    event.lastedSeconds = lastedSeconds(event, now);
     since_.erase(event.id);
-    note(event.id);
+    changed_.insert(event.id);
+}
+
+std::int64_t EventList::lastedSeconds(const BoardEvent& event, std::chrono::local_seconds now) const {
+    const auto since = since_.find(event.id);
+    const auto standing = since == since_.end() ? 0 : std::max<std::int64_t>(0, (now - since->second).count());
+    return event.lastedSeconds + standing;
+}
+
+void EventList::forgetChanges() {
+    changed_.clear();
+    gone_.clear();
 }
 
 bool EventList::clear(BoardEvent::Kind kind, int port, std::chrono::local_seconds now, std::string_view but) {
@@ -66,14 +74,14 @@ void EventList::acknowledge(int id) {
     const auto row = events_.find(id);
     if (row == events_.end()) return;
     row->second.acknowledged = true;
-    note(id);
+    changed_.insert(id);
 }
 
 void EventList::setAside(int id, std::chrono::local_seconds until) {
     const auto row = events_.find(id);
     if (row == events_.end()) return;
     row->second.asideUntil = until;
-    note(id);
+    changed_.insert(id);
 }
 
 void EventList::restore(BoardEvent event) {
@@ -97,7 +105,7 @@ void EventList::makeRoom() {
         if (!row->second.standing && (oldest == events_.end() || row->second.last < oldest->second.last)) oldest = row;
     if (oldest == events_.end()) return;
     ids_.erase(keyOf(oldest->second));
-    gone_.push_back(oldest->first);
+    gone_.insert(oldest->first);
     events_.erase(oldest);
 }
 

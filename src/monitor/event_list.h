@@ -3,7 +3,7 @@
 #include <array>
 #include <chrono>
 #include <map>
-#include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -26,7 +26,7 @@ struct BoardEvent {
     std::string what;
     std::chrono::local_seconds first{};
     std::chrono::local_seconds last{};
-    std::int64_t lastedSeconds = 0;  // each time it stood and went, together
+    std::int64_t lastedSeconds = 0;  // each time it stood and went, together; without the time it stands now
     int count = 0;
     bool standing = false;
     bool acknowledged = false;
@@ -39,10 +39,12 @@ struct BoardEvent {
 class EventList {
 public:
     static constexpr std::size_t mostKept = 10000;
+    // What comes back so soon is no news: a trouble that comes and goes must not call the operator each time.
+    static constexpr std::chrono::minutes flapping{10};
 
     // A trouble begins to stand, or is told again while it stands; or, with `stands` false, something has happened once
-    // more. True when it is news: it did not stand, and is not set aside.
-    bool raise(const BoardEvent& event, std::chrono::local_seconds now, bool stands = true);
+    // more. Its id when it is news, which what is set aside is not; otherwise 0.
+    int raise(const BoardEvent& event, std::chrono::local_seconds now, bool stands = true);
     // Troubles of this kind at this place are over, but for the one of this text. False when none stood.
     bool clear(BoardEvent::Kind kind, int port, std::chrono::local_seconds now, std::string_view but = {});
     // How the gateway stands is not known any more; a lost link stays.
@@ -55,24 +57,27 @@ public:
 
     const std::map<int, BoardEvent>& all() const { return events_; }
     const BoardEvent* find(int id) const;
-    // Rows that have changed since this was last asked, and ids that are gone.
-    std::vector<int> takeChanged() { return std::exchange(changed_, {}); }
-    std::vector<int> takeGone() { return std::exchange(gone_, {}); }
-    bool hasChanged() const { return !changed_.empty() || !gone_.empty(); }
+    // What stands, by id, and since when.
+    const std::map<int, std::chrono::local_seconds>& standing() const { return since_; }
+    // How long it has stood by now, each time together.
+    std::int64_t lastedSeconds(const BoardEvent& event, std::chrono::local_seconds now) const;
+    // Ids that have changed or are gone since these were last forgotten.
+    const std::set<int>& changed() const { return changed_; }
+    const std::set<int>& gone() const { return gone_; }
+    void forgetChanges();
 
 private:
     // A snapshot of a port names no SIM where a report does, so the SIM tells no troubles apart.
     using Key = std::tuple<BoardEvent::Kind, int, std::string>;
     static Key keyOf(const BoardEvent& event) { return {event.kind, event.port, event.what}; }
     void end(BoardEvent& event, std::chrono::local_seconds now);
-    void note(int id);
     void makeRoom();
 
     std::map<int, BoardEvent> events_;
     std::map<Key, int> ids_;
     std::map<int, std::chrono::local_seconds> since_;  // of what stands
-    std::vector<int> changed_;
-    std::vector<int> gone_;
+    std::set<int> changed_;
+    std::set<int> gone_;
     int nextId_ = 1;
 };
 

@@ -24,9 +24,14 @@ std::string number(std::chrono::local_seconds when) { return std::to_string(when
 
 void EventStore::open(const std::filesystem::path& path, EventList& list) {
     list.forget();
+    path_.clear();
+    read(path, list);
     path_ = path;
-    if (path_.empty() || !std::filesystem::exists(path_)) return;
-    const auto database = engine_.open(path_);
+}
+
+void EventStore::read(const std::filesystem::path& path, EventList& list) {
+    if (path.empty() || !std::filesystem::exists(path)) return;
+    const auto database = engine_.open(path);
     database->execute(makeTable);
     const auto rows = database->query(all);
     while (rows->next()) {
@@ -49,18 +54,16 @@ void EventStore::open(const std::filesystem::path& path, EventList& list) {
 }
 
 void EventStore::keep(EventList& list) {
-    const auto changed = list.takeChanged();
-    const auto gone = list.takeGone();
-    if (path_.empty() || (changed.empty() && gone.empty())) return;
+    if (path_.empty() || (list.changed().empty() && list.gone().empty())) return;
     if (!std::filesystem::exists(path_)) std::ofstream{path_};  // an empty file is an empty database
     const auto database = engine_.open(path_);
     database->execute("BEGIN IMMEDIATE");
     database->execute(makeTable);
-    for (const int id : gone) {
+    for (const int id : list.gone()) {
         const auto key = std::to_string(id);
         database->execute("DELETE FROM EVENTS WHERE id = ?", {key});
     }
-    for (const int id : changed) {
+    for (const int id : list.changed()) {
         const auto* event = list.find(id);
         if (!event) continue;
         const std::string values[] = {std::to_string(id),
@@ -78,6 +81,7 @@ void EventStore::keep(EventList& list) {
                           {std::begin(values), std::end(values)});
     }
     database->execute("COMMIT");
+    list.forgetChanges();
 }
 
 }  // namespace trunvex

@@ -12,13 +12,16 @@ class EventStore {
 public:
     explicit EventStore(DatabaseEngine& engine) : engine_(engine) {}
 
-    // Fills the list with what was kept for this gateway.
+    // Fills the list with what was kept for this gateway. What can't be read is not written either: the rows of a new
+    // list would take the place of those.
     void open(const std::filesystem::path& path, EventList& list);
-    bool isOpen() const { return !path_.empty(); }
-    // Takes over what has changed in the list.
+    const std::filesystem::path& path() const { return path_; }
+    // Takes over what has changed in the list, which is forgotten there only when it is on the disk.
     void keep(EventList& list);
 
 private:
+    void read(const std::filesystem::path& path, EventList& list);
+
     DatabaseEngine& engine_;
     std::filesystem::path path_;
 };

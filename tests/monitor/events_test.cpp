@@ -8,6 +8,7 @@ class Events : public testing::Test {
 protected:
     void stand(const char* esn = "4711") {
         bench.connect();
+        bench.advance(1500);  // until the log-in begins
         console.session.bringUp.sessionStands();
         bench.receive(std::string("A_ESN") + esn);
         bench.advance(3000);
@@ -55,8 +56,12 @@ TEST_F(Events, ATroubleStandsUntilItIsOverAndComesBackAsOneRow) {
         EXPECT_EQ(rows(events.lsvStanding), standing) << line;
         EXPECT_EQ(events.lblFaults.text(), words) << line;
     }
-    bench.receive("I_ALR000,101,6,16,");
-    EXPECT_THAT(rows(events.lsvEvents), testing::Contains("Cleared with cause 16 x2"));
+    for (const char* cause : {"16", "31", "34", "27", "1", "", "34", "0", "x", "17,"})
+        bench.receive(std::string("I_ALR000,101,6,") + cause + ",");
+    events.cmbEventKind.setText("Channel");
+    EXPECT_THAT(rows(events.lsvEvents),
+                testing::UnorderedElementsAre("Cleared with cause 27 x1", "Cleared with cause 34 x2"));
+    events.cmbEventKind.setIndex(0);
     events.cmbEventPort.setIndex(19);
     EXPECT_THAT(rows(events.lsvEvents), ElementsAre("Port 19 SIM ABSENCE x2"));
     events.cmbEventPort.setIndex(0);
@@ -74,6 +79,17 @@ TEST_F(Events, ALostLinkStandsUntilTheNextLogInAndAllIsKeptForItsGateway) {
     bench.advance(7000);
     stand("4712");
     EXPECT_EQ(rows(events.lsvEvents).size(), 0u) << "another gateway has events of its own";
+    bench.platform.peer.closes();
+    bench.connect();
+    bench.receive("I_ALR121,13,,,");  // no session has begun
+    bench.advance(1500);
+    bench.receive("I_ALR111,13,,,");  // from the next gateway, which has not said which it is
+    EXPECT_THAT(rows(events.lsvStanding), ElementsAre("Port 1 ERROR GSM x1!"));
+    bench.receive("A_ESN4713");
+    EXPECT_THAT(rows(events.lsvEvents), ElementsAre("Port 1 ERROR GSM x1!"));
+    bench.platform.peer.closes();
+    stand("4712");
+    EXPECT_THAT(rows(events.lsvEvents), testing::Not(testing::Contains(HasSubstr("ERROR GSM"))));
     bench.platform.peer.closes();
     stand();
     EXPECT_THAT(rows(events.lsvEvents), testing::IsSupersetOf({"Port 19 SIM ABSENCE x1", "Link lost x1"}));
@@ -96,9 +112,46 @@ TEST_F(Events, ARowIsAcknowledgedOrSetAsideForATime) {
     EXPECT_THAT(rows(events.lsvStanding), IsEmpty());
     EXPECT_EQ(alerts, 1) << "what is set aside is no news";
     bench.advance(15 * 60'000);
+    EXPECT_EQ(events.lsvStanding.rowCount(), 1u) << "its time is over";
+    events.refresh();
+    EXPECT_EQ(events.lsvStanding.text(0, 6), "15:01");
     for (int port = 11; port < 15; ++port) bench.receive("I_ALR" + std::to_string(port) + "1,39,,,");
     EXPECT_EQ(rows(events.lsvStanding).size(), 5u);
     EXPECT_EQ(alerts, 2) << "four at once are one alert";
+    bench.receive("I_ALR121,40,,,");
+    bench.receive("I_ALR121,39,,,");
+    bench.receive("I_ALR211,13,,,");
+    bench.advance(59'000);
+    EXPECT_EQ(alerts, 2);
+    bench.advance(1000);
+    EXPECT_EQ(alerts, 3) << "what came too soon is told when its time has come";
+    bench.receive("I_ALR121,40,,,");
+    bench.receive("I_ALR121,39,,,");
+    bench.advance(200'000);
+    EXPECT_EQ(alerts, 3) << "what comes and goes calls once";
+}
+
+TEST_F(Events, WhatTheDiskDidNotTakeIsKeptLater) {
+    stand();
+    const auto file = bench.folder.path() / "data" / "EVT4711.mdb";
+    std::filesystem::remove(file);
+    std::filesystem::create_directory(file);
+    int told = 0;
+    console.session.notices.lblNotice.changed().connect(
+        [&] { told += console.session.notices.lblNotice.text().rfind("The events can't be kept", 0) == 0; });
+    for (const char* line : {"I_ALR531,26,,,", "I_ALR111,13,,,"}) bench.receive(line), bench.advance(1000);
+    EXPECT_EQ(told, 1);
+    bench.platform.peer.closes();
+    stand();
+    EXPECT_EQ(rows(events.lsvEvents).size(), 3u) << "what is in memory stays";
+    std::filesystem::remove(file);
+    bench.receive("I_ALR121,13,,,");
+    bench.advance(1000);
+    ConsoleBench again(bench.folder.path());
+    again.connect();
+    again.advance(1500);
+    again.receive("A_ESN4711");
+    EXPECT_EQ(again.console.monitor.events.lsvEvents.rowCount(), 4u);
 }
 
 TEST(EventList, HoldsTheLastTenThousandAndDropsNothingThatStands) {

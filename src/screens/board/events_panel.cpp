@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include "monitor/board_events.h"
@@ -19,7 +20,8 @@ namespace trunvex {
 namespace {
 
 constexpr const char* chosenMark = "chosenKeys";
-constexpr int widths[] = {120, 72, 48, 80, 320, 64, 88, 144};
+constexpr int refreshMs = 1000;
+constexpr int widths[] = {136, 72, 48, 80, 320, 64, 88, 144};
 
 }  // namespace
 
@@ -37,6 +39,11 @@ EventsPanel::EventsPanel(BoardEvents& events, QWidget* parent) : QWidget(parent)
     // A choice in one list is the only one.
     for (auto [one, other] : {std::pair(standing_, all_), std::pair(all_, standing_)})
         connect(one, &QAbstractItemView::pressed, other, [other = other] { other->clearSelection(); });
+    auto* second = new QTimer(this);
+    connect(second, &QTimer::timeout, this, [this] {
+        if (isVisible()) events_.refresh();
+    });
+    second->start(refreshMs);
 }
 
 TableView* EventsPanel::buildTable(const char* name, const QString& spoken, const QString& emptyText) {
