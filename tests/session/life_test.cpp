@@ -1,4 +1,5 @@
 #include "fakes/console_test.h"
+#include "text/text_rules.h"
 
 namespace trunvex {
 namespace {
@@ -38,6 +39,64 @@ TEST(LivingGateway, IsTheSameInItsReportsAndInItsAnswers) {
         }
         EXPECT_GT(longest, 40u) << "there are calls";
     }
+}
+
+struct Talk {
+    std::int64_t dialled = 0;
+    std::int64_t succeeded = 0;
+    std::int64_t seconds = 0;
+    bool operator==(const Talk&) const = default;
+};
+
+// By the digits of the SIM: what the call records come to that the console has fetched.
+std::map<std::string, Talk> billed(CallList& calls) {
+    std::map<std::string, Talk> sims;
+    for (std::size_t row = 0; row < calls.size(); ++row) {
+        const auto port = PortAddress::ofNumber(val(calls.text(row, 0)));
+        auto& talk = sims[SimAddress(port, static_cast<int>(val(calls.text(row, 1)))).digits()];
+        ++talk.dialled;
+        talk.succeeded += calls.text(row, 10) == "0" ? 0 : 1;
+        talk.seconds += sortKey(calls.text(row, 10), SortKind::Duration);
+    }
+    return sims;
+}
+
+TEST(LivingGateway, CountsWhatItBillsAndWhatItsBoardHasShown) {
+    auto options = seeded(5);
+    options.life = simulator::LifeRates::busy();
+    options.life.troubleEvery = options.life.alarmEvery = {};
+    simulator::Gateway gateway(options);
+    for (auto& port : gateway.state().ports)
+        for (auto& sim : port.sims) sim.dialled = sim.successful = sim.talkedSeconds = 0;
+    ConsoleBench bench;
+    auto& console = bench.console;
+    bench.logIn(gateway);
+    bench.advance(10 * 60'000);
+    for (int port = 1; port <= portCount; ++port) console.monitor.operations.enablePort(port, false);
+    bench.advance(5 * 60'000);
+    ASSERT_EQ(console.board.gateway().portsInCall, 0) << "a port that is disabled takes no new call";
+    gateway.restLife();
+
+    console.mainWindow.openPage("call");
+    console.calls.cmdCDRExport[6].press();
+    bench.advance(10 * 60'000);
+    const auto bills = billed(console.calls.lsvCallReport);
+    auto& statistics = console.monitor.statistics;
+    statistics.cmdGetAllSTR.press();
+    bench.advance(5 * 60'000);
+    std::map<std::string, Talk> counted;
+    std::size_t boards = 0;
+    for (std::size_t row = 0; row < statistics.lstASR.rowCount(); ++row) {
+        const auto& sim = statistics.figures(row);
+        const Talk talk{sim.dialled, sim.succeeded, sim.talkSeconds()};
+        if (talk != Talk{}) counted[sim.sim.digits()] = talk;
+        const auto& status = console.board.cell(sim.sim.port()).status;
+        if (status.sim != sim.sim.sim() || status.counter.empty()) continue;
+        EXPECT_EQ(status.talked.minutes * 60 + status.talked.seconds, talk.seconds) << sim.sim.digits();
+        boards += talk.seconds > 0 ? 1 : 0;
+    }
+    EXPECT_EQ(counted, bills);
+    EXPECT_GT(boards, 5u);
 }
 
 }  // namespace
