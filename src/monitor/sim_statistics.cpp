@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "monitor/port_caption.h"
 #include "platform/quietly.h"
 #include "text/text_rules.h"
 
@@ -69,12 +70,6 @@ SimStatistics::SimStatistics(Session& session, SharedTables& tables, BoardOperat
     showSums();
 }
 
-std::string SimStatistics::portText(PortAddress port) const {
-    const auto item = std::ranges::find(tables_.gTreeItems, "MOD" + port.digits(), &TreeItem::Key);
-    if (item != tables_.gTreeItems.end() && !item->Caption.empty()) return item->Caption;
-    return "Port " + std::to_string(port.number());
-}
-
 void SimStatistics::take(const Fields& fields) {
     const auto figures = SimFigures::of(fields);
     if (!figures) return;
@@ -118,7 +113,7 @@ void SimStatistics::showRow(const SimFigures& figures) {
     const auto word = history_.wordOn(figures);
     const auto as = [](auto value) { return static_cast<double>(value); };
     lstASR.put({key,
-                {std::to_string(number), portText(figures.sim.port()), std::to_string(figures.sim.sim()),
+                {std::to_string(number), portCaption(tables_, figures.sim.port()), std::to_string(figures.sim.sim()),
                  escaped(figures.talked), std::to_string(figures.dialled), std::to_string(figures.succeeded),
                  figures.asr() + " %", figures.acd(), escaped(figures.simId), escaped(figures.imsi),
                  escaped(figures.balance), "", trend, word},
@@ -160,8 +155,8 @@ void SimStatistics::readAll(bool thenReset) {
         if (!operations_.mayAsk()) return;
         std::vector<QueueItem> batch;
         for (const auto sim : everySim())
-            batch.push_back(
-                command("R_STR" + simText(sim), portText(sim.port()) + " SIM " + std::to_string(sim.sim())));
+            batch.push_back(command("R_STR" + simText(sim),
+                                    portCaption(tables_, sim.port()) + " SIM " + std::to_string(sim.sim())));
         figures_.clear();
         lstASR.clear();
         choose({});
@@ -212,13 +207,15 @@ void SimStatistics::resetAll() {
 void SimStatistics::writeResets(const std::vector<SimAddress>& sims) {
     if (!operations_.mayChange()) return;
     WriteBatch batch;
-    for (const auto sim : sims) batch.items.push_back(command("C_STR" + simText(sim), portText(sim.port())));
+    for (const auto sim : sims)
+        batch.items.push_back(command("C_STR" + simText(sim), portCaption(tables_, sim.port())));
     session_.writes.start(std::move(batch));
 }
 
 void SimStatistics::choose(std::optional<std::size_t> row) {
     chosen_ = row && *row < lstASR.rowCount() ? std::optional(figures(*row).sim) : std::nullopt;
-    lblBalanceOf.setText(chosen_ ? "Balance of " + portText(chosen_->port()) + ", SIM " + std::to_string(chosen_->sim())
+    lblBalanceOf.setText(chosen_ ? "Balance of " + portCaption(tables_, chosen_->port()) + ", SIM " +
+                                       std::to_string(chosen_->sim())
                                  : "Balance");
     txtBalance.setText(chosen_ ? figures(*row).balance : "");
     txtBalance.setProblem({});
@@ -237,7 +234,7 @@ void SimStatistics::writeBalance() {
     if (!operations_.mayChange()) return;
     WriteBatch batch;
     batch.items.push_back(
-        command("C_ABF" + simText(*chosen_) + balance + ",", "balance of " + portText(chosen_->port())));
+        command("C_ABF" + simText(*chosen_) + balance + ",", "balance of " + portCaption(tables_, chosen_->port())));
     batch.items.back().Tag = chosen_->digits();
     batch.items.back().terms.fedBack = false;
     session_.writes.start(std::move(batch));

@@ -66,7 +66,6 @@ private:
     void closePanel();
     void begun();
     void openHistory();
-    std::string portText(PortAddress port) const;
 
     Session& session_;
     SharedTables& tables_;

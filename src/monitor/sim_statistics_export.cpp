@@ -41,6 +41,7 @@ void SimStatistics::exportCsv() {
     if (std::filesystem::exists(path, error) &&
         !dialogs.agreed(Button::Yes, {question, title, ButtonSet::YesNo, BoxIcon::Question, 2}, ticket))
         return;
+    if (lstASR.rowCount() == 0) return;  // a new read has begun behind the boxes
     std::string why;
     if (quietly(
             "export", [&] { replaceFile(path, joined()); }, &why))

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "monitor/port_caption.h"
 #include "text/text_rules.h"
 
 namespace trunvex {
@@ -67,6 +68,8 @@ TimeChart::TimeChart(Session& session, SharedTables& tables, SettingsRecords& re
         const auto today = gatewayDay();
         if (today && !chosen_) choose(*today);
     });
+    // The clock runs on there between two reports.
+    session.panel.staStatusTime.changed().connect([this] { followClock(); });
 }
 
 std::optional<int> TimeChart::gatewayDay() const {
@@ -80,6 +83,15 @@ std::optional<int> TimeChart::now() const {
     const auto& clock = session_.state.gClockField;
     if (gatewayDay() != day_ || !wholeWithin(clock[4], 0, 23) || !wholeWithin(clock[5], 0, 59)) return {};
     return static_cast<int>(val(clock[4]) * 60 + val(clock[5]));
+}
+
+// The line moves once a minute, and at midnight the day that is shown too.
+void TimeChart::followClock() {
+    const auto today = gatewayDay();
+    if (today && !chosen_ && *today != day_)
+        choose(*today);
+    else if (const auto at = now(); std::exchange(lineAt_, at) != at)
+        changed.emit();
 }
 
 TimeChart::Rows TimeChart::rowsOf(SimAddress sim) const {
@@ -123,7 +135,7 @@ void TimeChart::read() {
             for (int sim = 1; sim <= simsPerModule; ++sim)
                 if (tables_.port(port).Kind != "ERR")
                     batch.push_back(command("R_SIM" + SimAddress(port, sim).digits(),
-                                            "MOD" + port.digits() + " SIM " + std::to_string(sim)));
+                                            portCaption(tables_, port) + " SIM " + std::to_string(sim)));
         reading_ = session_.reads.start(std::move(batch));
     });
 }

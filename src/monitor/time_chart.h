@@ -52,6 +52,7 @@ private:
     Rows rowsOf(SimAddress sim) const;
     void choose(int day);
     void read();
+    void followClock();
     std::optional<int> gatewayDay() const;
 
     Session& session_;
@@ -59,7 +60,8 @@ private:
     BoardOperations& operations_;
     std::array<Colour, simsPerModule> colours_{};
     int day_ = 0;
-    bool chosen_ = false;  // by the operator; until then it is the gateway's day
+    std::optional<int> lineAt_;  // where the line of now was when the chart was last drawn for it
+    bool chosen_ = false;        // by the operator; until then it is the gateway's day
     bool reading_ = false;
     bool edited_ = false;
 };

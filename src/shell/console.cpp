@@ -58,13 +58,17 @@ Console::Console(Platform& platform, const std::filesystem::path& folder)
 void Console::followRehearsal() {
     monitor.chart.rowsAsEdited = [this](SimAddress sim) { return pages.sim.rowsAsEdited(sim); };
     pages.sim.form.changed().connect([this] { monitor.rehearsal.tablesChanged(); });
-    constexpr std::size_t portColumn = 0;
-    constexpr std::size_t stampColumn = 7;
-    monitor.rehearsal.follow({[this] { return calls.lsvCallReport.size(); },
-                              [this](std::size_t row) {
-                                  return std::pair(calls.lsvCallReport.text(row, portColumn),
-                                                   calls.lsvCallReport.text(row, stampColumn));
-                              }});
+    // The list is at rest again, and may hold others.
+    calls.lblCDRWork.changed().connect([this] {
+        if (calls.lblCDRWork.text().empty()) monitor.rehearsal.callsChanged();
+    });
+    enum Column : std::size_t { Port, Sim, Direction, Originated = 7, Network = 15 };
+    monitor.rehearsal.follow(
+        {[this] { calls.opened(); }, [this] { return calls.lsvCallReport.size(); },
+         [this](std::size_t row) {
+             const auto text = [this, row](Column column) { return calls.lsvCallReport.text(row, column); };
+             return Rehearsal::Call{text(Port), text(Sim), text(Originated), text(Direction) == "OUT", text(Network)};
+         }});
 }
 
 // Calls name their SIM by its own number; without one all calls of its port are shown.

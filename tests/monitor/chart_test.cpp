@@ -78,22 +78,31 @@ TEST_F(Chart, KeepsItsColoursAndFollowsTheGatewaysDay) {
     }
     chart.setColour(4, 0x123456);
     EXPECT_EQ(setting.Read("STA", "COL4"), std::to_string(0x123456));
-    bench.connect();
+    simulator::Gateway gateway(seeded(3));
+    bench.logIn(gateway);
     bench.receive("A_CLK03,11,26,3,10,30,00");  // a Tuesday
     EXPECT_EQ(std::pair(chart.day(), chart.now().value_or(0)), std::pair(2, 630));
+    int drawn = 0;
+    chart.changed.connect([&drawn] { ++drawn; });
+    bench.advance(61'000);
+    EXPECT_EQ(std::pair(chart.now().value_or(0), drawn), std::pair(631, 1)) << "the gateway's clock runs on";
+    bench.receive("A_CLK03,11,26,3,23,59,30");
+    bench.advance(31'000);
+    EXPECT_EQ(std::pair(chart.day(), chart.now().value_or(-1)), std::pair(3, 0)) << "and so do its days";
     chart.cmdDay[5].press();
     bench.receive("A_CLK03,11,26,3,10,31,00");
     EXPECT_EQ(std::pair(chart.day(), chart.now().has_value()), std::pair(5, false)) << "the operator's choice stays";
 }
 
 TEST_F(Chart, PastCallsAreRehearsedAgainstTheTablesAsEdited) {
-    const std::pair<const char*, const char*> calls[] = {{"1", "11-22-26 08:30:00 Su"}, {"1", "11-22-26 21:00:00 Su"},
-                                                         {"1", "11-23-26 08:30:00 Mo"}, {"2", "11-22-26 08:30:00 Su"},
-                                                         {"", "11-22-26 08:30:00 Su"},  {"1", "11-22-26 08:30:00"},
-                                                         {"1", "11-22-26 28:30:00 Su"}};
+    constexpr bool in = false, out = true;
+    std::vector<Rehearsal::Call> calls{
+        {"1", "1", "11-22-26 08:30:00 Su", in, "425"}, {"1", "1", "11-22-26 21:00:00 Su", out, "425"},
+        {"1", "1", "11-23-26 08:30:00 Mo", in, "425"}, {"2", "1", "11-22-26 08:30:00 Su", in, "425"},
+        {"", "1", "11-22-26 08:30:00 Su", in, ""},     {"1", "1", "11-22-26 08:30:00", in, ""},
+        {"1", "1", "11-22-26 28:30:00 Su", in, ""}};
     auto& rehearsal = console.monitor.rehearsal;
-    rehearsal.follow({[&calls] { return std::size(calls); },
-                      [&calls](std::size_t at) { return std::pair<std::string_view, std::string_view>(calls[at]); }});
+    rehearsal.follow({{}, [&calls] { return calls.size(); }, [&calls](std::size_t at) { return calls[at]; }});
     bench.connect();
     sim("111", "00083020,64,00000000,0,00000000,0,00000000,0");
     const auto words = [&rehearsal](const char* missed) {
@@ -114,6 +123,15 @@ TEST_F(Chart, PastCallsAreRehearsedAgainstTheTablesAsEdited) {
     console.portTree.tvGroups[0].select("SIM112");
     words("1");
     EXPECT_EQ(drawn(1), "1.1:480-1290 ");
+    calls.resize(1);
+    calls.push_back({"3", "2", "11-22-26 09:30:00 Su", out, "425"});  // port 1 has a SIM of that network
+    calls.push_back({"3", "2", "11-22-26 09:31:00 Su", in, "425"});
+    calls.push_back({"3", "3", "11-22-26 09:32:00 Su", out, "426"});
+    calls.push_back({"3", "2", "11-22-26 22:00:00 Su", out, "425"});
+    chart.cmdASRefresh.press();
+    EXPECT_THAT(rehearsal.lblRehearsal.text(), testing::StartsWith("Of 5 calls 3 would"));
+    const auto marks = rehearsal.marks();
+    EXPECT_EQ(std::ranges::count(marks, true, &Rehearsal::Mark::missed), 3);
     rehearsal.chkRehearse.press();
     EXPECT_EQ(drawn(1), "") << "without it the chart is the gateway's";
 }
