@@ -39,7 +39,11 @@ ToolBar::ToolBar(FrmPRIGroups& model, QWidget* parent) : QToolBar(tr("Pages"), p
         auto* action = addTool(*tool, key, tip, shortcut);
         if (key == "connect") followConnection(action, *tool);
     }
-    addTray();
+    auto* room = new QWidget(this);
+    room->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    addWidget(room);
+    addButton(model.cmdEvents, "events");
+    addButton(model.cmbTrayIcon, "tray");
 }
 
 QAction* ToolBar::addTool(ActionField& tool, const QString& key, const QString& tip, const QKeySequence& shortcut) {
@@ -57,12 +61,8 @@ void ToolBar::followConnection(QAction* action, ActionField& button) {
            [action, &button] { action->setIcon(lineIcon(button.caption() == "Connect" ? "connect" : "disconnect")); });
 }
 
-void ToolBar::addTray() {
-    auto* room = new QWidget(this);
-    room->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-    addWidget(room);
-    auto& field = model_.cmbTrayIcon;
-    auto* action = addAction(lineIcon("tray"), {});
+void ToolBar::addButton(ActionField& field, const char* icon) {
+    auto* action = addAction(lineIcon(icon), {});
     action->setToolTip(plainTip(shown(field.tip())));
     bind(field, action);
     makeReachable(action);

@@ -18,7 +18,7 @@ private:
     QAction* addTool(ActionField& tool, const QString& key, const QString& tip, const QKeySequence& shortcut);
     // Its picture tells what a press does.
     void followConnection(QAction* action, ActionField& button);
-    void addTray();
+    void addButton(ActionField& field, const char* icon);
     // Lets the button of an action be reached by keyboard and read out.
     void makeReachable(QAction* action);
 

@@ -41,11 +41,15 @@ Console::Console(Platform& platform, const std::filesystem::path& folder)
                            &statisticsPage, &calls, &handsetPage, &debugPage}) {
     followRehearsal();
     auto& events = monitor.events;
-    events.lblFaults.changed().connect([this] { mainWindow.setFaults(monitor.events.lblFaults.text()); });
-    mainWindow.cmdFaults.pressed().connect([this] {
-        mainWindow.openPage("sim");
-        monitor.events.asked.emit();
+    events.lblFaults.changed().connect([this] {
+        const auto& standing = monitor.events;
+        mainWindow.setFaults(standing.lblFaults.text(), standing.lsvStanding.rowCount());
     });
+    for (auto* button : {&mainWindow.cmdFaults, &mainWindow.cmdEvents})
+        button->pressed().connect([this] {
+            mainWindow.openPage("sim");
+            monitor.events.asked.emit();
+        });
     events.alerted.connect([this, &platform](const std::string& words) {
         if (monitor.events.chkEventTray.checked()) platform.tray().say(words);
     });

@@ -39,6 +39,7 @@ FrmPRIGroups::FrmPRIGroups(Session& session, std::vector<Page*> pages)
     cmbTrayIcon.pressed().connect([this] { hideToTray(); });
     cmdFaults.setTip("Shows what stands in the list of events");
     cmdFaults.setVisible(false);
+    cmdEvents.setTip("Opens the list of events; the number is of what stands");
     followSession();
     page_->setShown(true);
     showPhase();
@@ -215,8 +216,9 @@ std::string FrmPRIGroups::trayTip() const {
     return words.empty() ? "Trunvex" : "Trunvex - " + words;
 }
 
-void FrmPRIGroups::setFaults(const std::string& words) {
+void FrmPRIGroups::setFaults(const std::string& words, std::size_t count) {
     cmdFaults.setCaption(words);
+    cmdEvents.setCaption(count == 0 ? "Events" : "Events (" + std::to_string(count) + ")");
     cmdFaults.setVisible(!words.empty());
     platform_.tray().change(trayTip(), linkIsLost());
 }

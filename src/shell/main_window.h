@@ -40,8 +40,8 @@ public:
     sigc::signal<void()>& unload() { return unload_; }  // the exit button was pressed
 
     void hideToTray();
-    // What stands at the gateway, in words; empty for nothing. Shown in the window and at the tray icon.
-    void setFaults(const std::string& words);
+    // What stands at the gateway, in words and how many; empty for nothing. Shown in the window and at the tray icon.
+    void setFaults(const std::string& words, std::size_t count);
     sigc::signal<void(bool shown)>& windowShown() { return windowShown_; }
 
     // Sets the intervals of the first four command timers and leaves them off.
@@ -63,7 +63,8 @@ public:
     ucProgress& panel;
     ReadQueue& reads;
     LabelField& lblNotice;
-    ActionField cmdFaults{"cmdFaults"};  // opens the list of events
+    ActionField cmdFaults{"cmdFaults"};  // opens the list of events, as the tool bar's button does
+    ActionField cmdEvents{"cmdEvents", "Events"};
     ActionField cmbTrayIcon{"cmbTrayIcon", "To tray"};
 
 private:

@@ -147,11 +147,15 @@ TEST_F(Events, WhatTheDiskDidNotTakeIsKeptLater) {
     std::filesystem::remove(file);
     bench.receive("I_ALR121,13,,,");
     bench.advance(1000);
+    events.chkEventSound.press();
     ConsoleBench again(bench.folder.path());
     again.connect();
     again.advance(1500);
     again.receive("A_ESN4711");
     EXPECT_EQ(again.console.monitor.events.lsvEvents.rowCount(), 4u);
+    EXPECT_EQ(again.console.monitor.events.chkEventSound.value() + again.console.monitor.events.chkEventTray.value(),
+              "10")
+        << "as the operator chose";
 }
 
 TEST(EventList, HoldsTheLastTenThousandAndDropsNothingThatStands) {

@@ -126,6 +126,10 @@ void BoardScreen::buildTabs() {
     tabs_->addTab(new LinePanel(monitor_.counters, monitor_.versions), tr("ISDN and versions"));
     auto* events = new EventsPanel(monitor_.events);
     tabs_->addTab(events, tr("Events"));
+    follow(events, monitor_.events.lblFaults, [this, events] {
+        const auto count = monitor_.events.lsvStanding.rowCount();
+        tabs_->setTabText(tabs_->indexOf(events), count == 0 ? tr("Events") : tr("Events (%1)").arg(count));
+    });
     listen(this, monitor_.events.asked, [this, events] { tabs_->setCurrentWidget(events); });
 }
 
