@@ -34,6 +34,7 @@ public:
     ActionField cmdCloseCell{"cmdCloseCell", "Close"};
     CoolProgressBar bar;
 
+    static constexpr std::array<std::size_t, 2> columnsNotTold{3, 4};  // of lsvBCCH, by what this gateway reports
     ListTable lsvBCCH{{{"Port"}, {"Chann", true}, {"RXLev", true}, {"chan / log"}, {"timADV"}, {"chMod"}}};
     ActionField cmdGetBcch{"cmdGetBcch", "Get BCCH report"};
 

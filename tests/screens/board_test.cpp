@@ -322,5 +322,54 @@ TEST_F(BoardWindow, ColoursAreChosenAndSaved) {
     EXPECT_EQ(bandOf(cell(7)), QColor(0x12, 0x34, 0x56)) << "what is shown takes the new colour too";
 }
 
+TEST_F(BoardWindow, TheChartIsSavedAsAPictureOrTheOperatorIsTold) {
+    auto& boxes = bench.platform.boxes;
+    boxes.file = (bench.folder.path() / "chart.png").string();
+    part<QPushButton>("cmdSaveChart")->click();
+    EXPECT_EQ(QImage(QString::fromStdString(boxes.file)).size(), QSize(3200, 2000));
+    EXPECT_TRUE(boxes.shown.empty());
+    boxes.file = (bench.folder.path() / "nowhere" / "chart.png").string();
+    part<QPushButton>("cmdSaveChart")->click();
+    EXPECT_THAT(boxes.texts(), testing::Contains(testing::HasSubstr("chart.png was not written")));
+}
+
+TEST_F(BoardWindow, TheListOfEventsOpensFromTheToolBarAndFromALamp) {
+    bench.logIn(gateway);
+    open();
+    auto* tabs = part<QTabWidget>("boardTabs");
+    console.monitor.events.raise(BoardEvent::Kind::Lamp, "Network: fault", true, -2);
+    bench.advance(BoardEvents::showDelayMs);
+    const std::function<void()> ways[] = {[this] { named<QAction>("cmdEvents")->trigger(); },
+                                          [this] { QTest::mouseClick(part("imgSystemStatus_1"), Qt::LeftButton); },
+                                          [this] { QTest::keyClick(part("imgSystemStatus_2"), Qt::Key_Space); }};
+    for (const auto& way : ways) {
+        tabs->setCurrentIndex(0);
+        way();
+        EXPECT_EQ(tabs->tabText(tabs->currentIndex()) + named<QAction>("cmdEvents")->text(), "Events (1)Events (1)");
+    }
+    auto* standing = part<QTableView>("lsvStanding");
+    standing->selectRow(0);
+    part<QPushButton>("cmdAcknowledge")->click();
+    EXPECT_EQ(console.monitor.events.lsvStanding.text(0, 7), "Stands, acknowledged");
+    EXPECT_EQ(standing->selectionModel()->selectedRows().size(), 1) << "what was chosen stays chosen";
+    part<QPushButton>("cmdSetAside")->click();
+    EXPECT_EQ(tabs->tabText(tabs->currentIndex()), "Events");
+}
+
+TEST_F(BoardWindow, ColumnsAreHiddenByTheMenuOfTheHeadings) {
+    auto* report = part<QTableView>("lsvBCCH");
+    for (int column = 0; column < 6; ++column)
+        EXPECT_EQ(report->isColumnHidden(column), column == 3 || column == 4) << "what the gateway does not tell";
+    auto* table = part<QTableView>("lstASR");
+    QTimer::singleShot(0, [] {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        menu->actions().at(6)->trigger();
+        menu->close();
+    });
+    Q_EMIT table->horizontalHeader()->customContextMenuRequested({});
+    EXPECT_TRUE(table->isColumnHidden(6));
+    EXPECT_EQ(console.files.setting.Read("STAColumns", "COL6"), "0");
+}
+
 }  // namespace
 }  // namespace trunvex

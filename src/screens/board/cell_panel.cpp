@@ -7,6 +7,7 @@
 #include <QPushButton>
 
 #include "monitor/cell_view.h"
+#include "screens/kit/column_choice.h"
 #include "screens/kit/field_binding.h"
 #include "screens/kit/labels.h"
 #include "screens/kit/table_view.h"
@@ -103,6 +104,8 @@ CellReport::CellReport(CellView& view, QWidget* parent) : QWidget(parent) {
     for (int column = 0; column < static_cast<int>(view.lsvBCCH.columnCount()); ++column)
         table->setColumnWidth(column, listColumn);
     table->horizontalHeader()->setStretchLastSection(true);
+    for (const auto column : CellView::columnsNotTold) table->setColumnHidden(static_cast<int>(column), true);
+    offerColumns(table->horizontalHeader());
     const auto tellEmpty = [table, &view] {
         table->setEmptyText(view.lsvBCCH.rowCount() > 0 ? QString()
                                                         : tr("Nothing was read yet. Press Get BCCH report."));

@@ -3,13 +3,13 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMenu>
 #include <QPushButton>
 #include <QShortcut>
 #include <QVBoxLayout>
 
 #include "monitor/sim_statistics.h"
 #include "screens/board/statistics_delegate.h"
+#include "screens/kit/column_choice.h"
 #include "screens/kit/field_binding.h"
 #include "screens/kit/field_frame.h"
 #include "screens/kit/labels.h"
@@ -81,8 +81,9 @@ void StatisticsPanel::buildTable() {
         header->setSectionHidden(column, tools_.setting.Read(section, columnKey(column)) == hidden);
     }
     header->setStretchLastSection(true);
-    header->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(header, &QWidget::customContextMenuRequested, this, [this](const QPoint& at) { chooseColumns(at); });
+    offerColumns(header, [this](int column, bool isShown) {
+        tools_.setting.Write(section, columnKey(column), isShown ? "1" : hidden);
+    });
     connect(table_, &QAbstractItemView::clicked, this,
             [this](const QModelIndex& index) { openAt(index.row(), index.column()); });
     connect(table_, &QAbstractItemView::activated, this,
@@ -139,23 +140,6 @@ QLayout* StatisticsPanel::buildButtons(Resets resets) {
     if (resets == Resets::Yes) row->addWidget(button(statistics_.cmdResetAllASR));
     row->addWidget(button(statistics_.cmdGetAllSTR));
     return row;
-}
-
-void StatisticsPanel::chooseColumns(const QPoint& at) {
-    auto* header = table_->horizontalHeader();
-    QMenu menu;
-    for (int column = 0; column < header->count(); ++column) {
-        auto* action = menu.addAction(table_->model()->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
-        action->setCheckable(true);
-        action->setChecked(!header->isSectionHidden(column));
-        // The last column stays: a table without one could not be brought back.
-        action->setEnabled(!action->isChecked() || header->hiddenSectionCount() < header->count() - 1);
-        connect(action, &QAction::toggled, this, [this, header, column](bool shown) {
-            header->setSectionHidden(column, !shown);
-            tools_.setting.Write(section, columnKey(column), shown ? "1" : hidden);
-        });
-    }
-    menu.exec(header->mapToGlobal(at));
 }
 
 }  // namespace trunvex

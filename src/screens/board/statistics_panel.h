@@ -26,7 +26,6 @@ private:
     QLayout* buildButtons(Resets resets);
     void buildTable();
     void showEmpty();
-    void chooseColumns(const QPoint& at);
     void openAt(int row, int column);
 
     SimStatistics& statistics_;

@@ -6,7 +6,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
-#include <QMenu>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScrollArea>
@@ -16,6 +15,7 @@
 
 #include "cdr/calls_page.h"
 #include "screens/kit/bar_chart.h"
+#include "screens/kit/column_choice.h"
 #include "screens/kit/field_binding.h"
 #include "screens/kit/labels.h"
 #include "screens/kit/settings_form.h"
@@ -169,8 +169,7 @@ QWidget* CallsScreen::buildList() {
     const auto kept = tools_.setting.Read(section, headerKey);
     if (!kept.empty()) header->restoreState(QByteArray::fromBase64(QByteArray::fromStdString(kept)));
     header->setSortIndicator(-1, Qt::AscendingOrder);
-    header->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(header, &QWidget::customContextMenuRequested, this, [this](const QPoint& at) { chooseColumns(at); });
+    offerColumns(header, [this](int, bool) { keepColumns(); });
     connect(header, &QHeaderView::sectionMoved, this, [this] { keepColumns(); });
     return table_;
 }
@@ -331,24 +330,6 @@ void CallsScreen::showTotals() {
         table_->setEmptyText(tr("The calls of a gateway are shown once it is connected."));
     else
         table_->setEmptyText(tr("No calls yet. Press Start to fetch them from the gateway."));
-}
-
-void CallsScreen::chooseColumns(const QPoint& at) {
-    auto* header = table_->horizontalHeader();
-    QMenu menu;
-    for (int column = 0; column < header->count(); ++column) {
-        auto* action = menu.addAction(table_->model()->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
-        action->setCheckable(true);
-        action->setChecked(!header->isSectionHidden(column));
-        // The last column stays: a table without one could not be brought back.
-        const bool last = header->hiddenSectionCount() == header->count() - 1 && action->isChecked();
-        action->setEnabled(!last);
-        connect(action, &QAction::toggled, this, [this, header, column](bool shown) {
-            header->setSectionHidden(column, !shown);
-            keepColumns();
-        });
-    }
-    menu.exec(header->mapToGlobal(at));
 }
 
 void CallsScreen::keepColumns() {

@@ -36,7 +36,6 @@ private:
     void showTotals();
     void showCharts();
     void showOrder();
-    void chooseColumns(const QPoint& at);
     void keepColumns();
 
     CallsPage& page_;
