@@ -101,7 +101,6 @@ void BoardOperations::takeWord(std::string_view address, bool ok) {
     if (answered == asked_.end()) return;
     const auto what = std::move(answered->what);
     asked_.erase(answered);
-    if (asked_.empty()) patience_->stop();
     if (!ok) fail("Refused: ", what);
 }
 

@@ -115,6 +115,11 @@ TEST_F(Cells, ACdmaCellOffersNothingOfASim) {
         console.board.cell(index).cmdResetLimit.press();
         for (auto* item : {&menu.mnuGetCell, &menu.mnuReadSt, &menu.mnuRestSt}) EXPECT_EQ(item->visible(), index == 2);
     }
+    view.cmdGetBcch.press();
+    EXPECT_EQ(sent().back(), "R_CLM12");
+    console.tables.port({1, 1}).Kind = "ERR";
+    console.monitor.versions.cmdGeSID.press();
+    EXPECT_EQ(sent().back(), "R_SID12") << "there is no module";
 }
 
 }  // namespace

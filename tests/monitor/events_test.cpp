@@ -1,4 +1,6 @@
 // The list of events.
+#include <fstream>
+
 #include "fakes/console_test.h"
 
 namespace trunvex {
@@ -129,6 +131,12 @@ TEST_F(Events, ARowIsAcknowledgedOrSetAsideForATime) {
     bench.receive("I_ALR121,39,,,");
     bench.advance(200'000);
     EXPECT_EQ(alerts, 3) << "what comes and goes calls once";
+    for (const char* line : {"I_ALR221,13,,,", "I_ALR231,13,,,", "I_ALR231,1,123,,"}) {
+        bench.receive(line);
+        bench.advance(1000);
+    }
+    bench.advance(60'000);
+    EXPECT_EQ(alerts, 4) << "what is over by its turn calls nobody";
 }
 
 TEST_F(Events, WhatTheDiskDidNotTakeIsKeptLater) {
@@ -147,6 +155,12 @@ TEST_F(Events, WhatTheDiskDidNotTakeIsKeptLater) {
     std::filesystem::remove(file);
     bench.receive("I_ALR121,13,,,");
     bench.advance(1000);
+    bench.platform.peer.closes();
+    std::ofstream(bench.folder.path() / "data" / "EVT4799.mdb") << std::string(2000, 'x');
+    stand("4799");
+    bench.receive("I_ALR131,13,,,");
+    bench.advance(1000);
+    EXPECT_EQ(told, 1) << "what can't be read is not written";
     events.chkEventSound.press();
     ConsoleBench again(bench.folder.path());
     again.connect();

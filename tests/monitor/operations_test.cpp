@@ -119,6 +119,9 @@ TEST_F(Operations, AChangeThatIsRefusedOrNotAnsweredIsTold) {
     }
     EXPECT_EQ(monitor.events.lsvEvents.text(0, 4), "Not answered: enabling of channel 5");
     monitor.operations.resetPorts({1});
+    console.session.reads.start({command("R_STS22", "an empty slot")});
+    bench.receive("ERROR");
+    EXPECT_THAT(told, IsEmpty()) << "it may be the word on what was read";
     bench.platform.peer.closes();
     bench.advance(BoardOperations::answerMs);
     EXPECT_THAT(told, IsEmpty()) << "the loss of the link is told";

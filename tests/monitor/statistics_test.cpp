@@ -43,6 +43,34 @@ TEST(SimFigures, AreCutAndNotRounded) {
         EXPECT_ANY_THROW(SimFigures::of(splitString(cut, ',')).value().asr()) << cut;
 }
 
+TEST(SimHistory, AWordStandsForWhatIsWellBelowTheUsual) {
+    struct Reads {
+        int count;
+        int dialled;
+        int succeeded;
+    };
+    const std::pair<std::vector<Reads>, const char*> histories[] = {{{{5, 100, 60}, {1, 100, 43}}, ""},
+                                                                    {{{5, 100, 60}, {1, 100, 41}}, "ASR low"},
+                                                                    {{{4, 100, 60}, {1, 100, 20}}, ""},
+                                                                    {{{5, 100, 60}, {1, 9, 1}}, ""},
+                                                                    {{{5, 100, 20}, {6, 5, 5}, {1, 100, 20}}, ""},
+                                                                    {{{40, 100, 60}, {29, 100, 20}, {1, 100, 20}}, ""}};
+    fakes::ManualPlatform platform;
+    for (const auto& [reads, word] : histories) {
+        SimHistory history(platform.databaseFiles);
+        SimFigures sim{.sim = {{1, 1}, 1}, .talked = ""};
+        for (const auto& [count, dialled, succeeded] : reads)
+            for (int read = 0; read < count; ++read) {
+                sim.dialled = dialled;
+                sim.succeeded = succeeded;
+                sim.talked = minutesAndSeconds(succeeded * 60);
+                history.add({sim}, {});
+            }
+        EXPECT_EQ(history.wordOn(sim), word) << testing::PrintToString(reads.back().succeeded);
+        EXPECT_LE(history.of(sim).size(), SimHistory::kept);
+    }
+}
+
 class Statistics : public testing::Test {
 protected:
     Statistics() { bench.logIn(gateway); }
@@ -119,6 +147,13 @@ TEST_F(Statistics, AllSimsAreReadIntoTheGridOncePerSim) {
     EXPECT_EQ(
         cell(row, SimStatistics::Asr) + "|" + cell(row, SimStatistics::Acd) + "|" + cell(row, SimStatistics::Imsi),
         "20 %|5 Minutes 00 Seconds |IMSI");
+    console.board.cell(1).cmdResetLimit.press();
+    bench.platform.boxes.answers = {Button::Yes};
+    console.monitor.menu.mnuResetSim[1].press();
+    bench.advance(500);
+    EXPECT_EQ(cell(row, SimStatistics::Talk) + cell(row, SimStatistics::Dialled) + cell(row, SimStatistics::SimId),
+              "00000:000ID112")
+        << "it was reset";
     read("11,2", "00010:00,0,0");
     read("11,9", "00010:00,0,0");
     EXPECT_EQ(grid.rowCount(), 4 * fitted);
