@@ -322,6 +322,61 @@ TEST_F(BoardWindow, ColoursAreChosenAndSaved) {
     EXPECT_EQ(bandOf(cell(7)), QColor(0x12, 0x34, 0x56)) << "what is shown takes the new colour too";
 }
 
+// Where a picture has this colour.
+QRect placeOf(const QImage& image, QColor colour) {
+    QRect place;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (image.pixelColor(x, y) == colour) place |= QRect(x, y, 1, 1);
+    return place;
+}
+
+TEST_F(BoardWindow, TheChartPaintsTheWindowsOfASimInItsColourAndLane) {
+    const std::pair<const char*, const char*> sims[] = {{"111", "00080020"}, {"112", "00000006"}};
+    for (const auto& [sim, times] : sims)
+        receive(std::string("A_SIM") + sim + ",,,,1,59999,0,00000,0,0,0," + times +
+                ",127,00000000,0,00000000,0,00000000,0,0,1,");
+    open();
+    part<QTabWidget>("boardTabs")->setCurrentIndex(2);
+    settle();
+    auto* chart = part("picDraw");
+    const auto image = pictureOf(chart);
+    const auto first = placeOf(image, QColor(0xFF, 0, 0));
+    const auto second = placeOf(image, QColor(0, 0xFF, 0));
+    EXPECT_NEAR(first.width(), 2 * second.width(), 2) << "twelve hours and six";
+    EXPECT_NEAR(first.left() - second.left(), first.width() * 8 / 12, 2) << "from eight on and from midnight on";
+    EXPECT_LT(first.bottom(), second.top());
+    EXPECT_LT(second.bottom(), image.height() / portCount * 2) << "in the row of port 1";
+    QHelpEvent asked(QEvent::ToolTip, first.center(), chart->mapToGlobal(first.center()));
+    QCoreApplication::sendEvent(chart, &asked);
+    EXPECT_THAT(QToolTip::text().toStdString(),
+                testing::AllOf(HasSubstr("Port 1 at 1"), HasSubstr("SIM 1: 08:00 to 20:00"), HasSubstr("SIM 2")));
+    QToolTip::hideText();
+}
+
+TEST_F(BoardWindow, PanelsOverTheBoardOpenForTheirPortAndCloseByEscape) {
+    bench.logIn(gateway);
+    open();
+    auto& monitor = console.monitor;
+    for (const auto& [panel, item] :
+         {std::pair("picBStat", &monitor.menu.mnuGetCell), std::pair("framMSG", &monitor.menu.mnuReadSim[0])}) {
+        console.board.cell(1).cmdResetLimit.press();
+        item->press();
+        bench.advance(1000);
+        EXPECT_TRUE(part(panel)->isVisible()) << panel;
+        QTest::keyClick(part(panel), Qt::Key_Escape);
+        EXPECT_FALSE(part(panel)->isVisible()) << panel;
+        EXPECT_FALSE(monitor.cells.picBStat.visible() || monitor.statistics.framMSG.visible());
+    }
+    console.tables.port({1, 1}).Kind = "CDM";
+    console.portState.UpdateCDMA();
+    console.board.cell(1).cmdResetLimit.press();
+    auto* menu = window.findChildren<QMenu*>("mnuSims").back();
+    const std::pair<const char*, bool> items[] = {
+        {"mnuGetCell", false}, {"mnuReadSt", false}, {"mnuRestSt", false}, {"mnuResetPort", true}};
+    for (const auto& [item, visible] : items) EXPECT_EQ(find<QAction>(menu, item)->isVisible(), visible) << item;
+}
+
 TEST_F(BoardWindow, TheChartIsSavedAsAPictureOrTheOperatorIsTold) {
     auto& boxes = bench.platform.boxes;
     boxes.file = (bench.folder.path() / "chart.png").string();
