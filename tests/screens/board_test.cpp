@@ -346,12 +346,32 @@ TEST_F(BoardWindow, TheChartPaintsTheWindowsOfASimInItsColourAndLane) {
     EXPECT_NEAR(first.width(), 2 * second.width(), 2) << "twelve hours and six";
     EXPECT_NEAR(first.left() - second.left(), first.width() * 8 / 12, 2) << "from eight on and from midnight on";
     EXPECT_LT(first.bottom(), second.top());
+    EXPECT_GE(first.height(), 2);
     EXPECT_LT(second.bottom(), image.height() / portCount * 2) << "in the row of port 1";
     QHelpEvent asked(QEvent::ToolTip, first.center(), chart->mapToGlobal(first.center()));
     QCoreApplication::sendEvent(chart, &asked);
     EXPECT_THAT(QToolTip::text().toStdString(),
                 testing::AllOf(HasSubstr("Port 1 at 1"), HasSubstr("SIM 1: 08:00 to 20:00"), HasSubstr("SIM 2")));
+    const QPoint below(first.center().x(), chart->height() - 5);
+    QHelpEvent another(QEvent::ToolTip, below, chart->mapToGlobal(below));
+    QCoreApplication::sendEvent(chart, &another);
+    EXPECT_THAT(QToolTip::text().toStdString(), HasSubstr("No SIM is active on this day."));
     QToolTip::hideText();
+
+    auto& rehearsal = console.monitor.rehearsal;
+    rehearsal.follow({{},
+                      [] { return std::size_t{1}; },
+                      [](std::size_t) {
+                          return Rehearsal::Call{"32", "1", "11-22-26 12:00:00 Su", false, ""};
+                      }});
+    rehearsal.chkRehearse.press();
+    auto sign = placeOf(pictureOf(chart), colours().danger);
+    EXPECT_NEAR(sign.center().x() - first.left(), first.width() * 4 / 12, 3) << "a call at noon finds none";
+    EXPECT_GT(sign.top(), chart->height() * 9 / 10);
+    rehearsal.chkRehearse.press();
+    receive("A_CLK03,11,26,1,22,00,00");
+    sign = placeOf(pictureOf(chart), colours().danger);
+    EXPECT_NEAR(sign.center().x() - first.left(), first.width() * 14 / 12, 3) << "where now is";
 }
 
 TEST_F(BoardWindow, PanelsOverTheBoardOpenForTheirPortAndCloseByEscape) {
@@ -424,6 +444,8 @@ TEST_F(BoardWindow, ColumnsAreHiddenByTheMenuOfTheHeadings) {
     Q_EMIT table->horizontalHeader()->customContextMenuRequested({});
     EXPECT_TRUE(table->isColumnHidden(6));
     EXPECT_EQ(console.files.setting.Read("STAColumns", "COL6"), "0");
+    console.mainWindow.openPage("stc");
+    EXPECT_TRUE(named<QTableView>("lstASR")->isColumnHidden(6)) << "on the page that is made then, too";
 }
 
 }  // namespace
