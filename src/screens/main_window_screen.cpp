@@ -22,7 +22,7 @@ namespace trunvex {
 namespace {
 
 constexpr QSize firstSize(1280, 720);
-constexpr QSize smallestSize(960, 600);
+constexpr QSize smallestSize(1024, 600);  // all of the tool bar
 constexpr const char* section = "Window";
 constexpr const char* geometryKey = "Geometry";
 
